@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Installs what Tessel needs to build and test on Debian 12, when it is missing.
+set -euo pipefail
+
+packages=(g++ cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libgtest-dev xvfb xauth)
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then
+  sudo="sudo"
+fi
+echo "Installing: ${missing[*]}"
+$sudo apt-get update -qq
+DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

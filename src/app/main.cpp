@@ -1,0 +1,13 @@
+// Tessel: the desktop workstation for the measurement records of a township.
+
+#include <QApplication>
+
+#include "app/view_window.h"
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Tessel"));
+  tessel::ViewWindow view(QCoreApplication::applicationDirPath());
+  view.show();
+  return QApplication::exec();
+}

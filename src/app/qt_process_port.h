@@ -1,0 +1,25 @@
+#pragma once
+// Starting suite tools with QProcess: blocking, blocking with the exit code, watched while the
+// interface stays alive, or detached.
+
+#include <QMainWindow>
+
+#include "core/ports.h"
+
+namespace tessel {
+
+class QtProcessPort : public ProcessPort {
+ public:
+  explicit QtProcessPort(QMainWindow& window) : window_(window) {}
+
+  void Run(const std::string& commandLine, const std::string& folder) override;
+  int RunCode(const std::string& commandLine, const std::string& folder, ShowMode mode) override;
+  void Watch(const std::string& commandLine, const std::string& folder,
+             const std::vector<std::string>& lockedEntries) override;
+  void Spawn(const std::string& commandLine, const std::string& folder, ShowMode mode) override;
+
+ private:
+  QMainWindow& window_;
+};
+
+}  // namespace tessel

@@ -1,0 +1,132 @@
+#include "app/qt_user_port.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QStringList>
+
+namespace tessel {
+
+QString FromBytes(const std::string& bytes) { return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size())); }
+
+std::string ToBytes(const QString& text) { return text.toLatin1().toStdString(); }
+
+QString QtFilter(const std::string& filter) {
+  const QStringList parts = FromBytes(filter).split('|');
+  QStringList entries;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    QString patterns = parts[i + 1];
+    patterns.replace(';', ' ');
+    entries << QStringLiteral("%1 (%2)").arg(parts[i], patterns);
+  }
+  return entries.join(QStringLiteral(";;"));
+}
+
+QtUserPort::QtUserPort(QMainWindow& window, std::array<QLabel*, 4> panels) : window_(window), panels_(panels) {}
+
+Answer QtUserPort::Message(const std::string& text, Icon icon, Buttons buttons, const std::string& title) {
+  QMessageBox box(&window_);
+  box.setText(FromBytes(text));
+  box.setWindowTitle(title.empty() ? QStringLiteral("Tessel") : FromBytes(title));
+  switch (icon) {
+    case Icon::None: box.setIcon(QMessageBox::NoIcon); break;
+    case Icon::Information: box.setIcon(QMessageBox::Information); break;
+    case Icon::Question: box.setIcon(QMessageBox::Question); break;
+    case Icon::Exclamation: box.setIcon(QMessageBox::Warning); break;
+    case Icon::Stop: box.setIcon(QMessageBox::Critical); break;
+  }
+  switch (buttons) {
+    case Buttons::Ok: box.setStandardButtons(QMessageBox::Ok); break;
+    case Buttons::OkCancel: box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel); break;
+    case Buttons::YesNo: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No); break;
+    case Buttons::YesNoCancel: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel); break;
+  }
+  // A box shown during a load must not keep the hourglass.
+  QApplication::setOverrideCursor(Qt::ArrowCursor);
+  const int result = box.exec();
+  QApplication::restoreOverrideCursor();
+  switch (result) {
+    case QMessageBox::Yes: return Answer::Yes;
+    case QMessageBox::No: return Answer::No;
+    case QMessageBox::Cancel: return Answer::Cancel;
+    default: return Answer::Ok;
+  }
+}
+
+std::optional<std::string> QtUserPort::Input(const std::string& prompt, const std::string& title,
+                                             const std::string& initial) {
+  bool ok = false;
+  const QString text = QInputDialog::getText(&window_, FromBytes(title), FromBytes(prompt), QLineEdit::Normal,
+                                             FromBytes(initial), &ok);
+  if (!ok) return std::nullopt;
+  return ToBytes(text);
+}
+
+std::optional<FileChoice> QtUserPort::ChooseFile(const FileRequest& request) {
+  QFileDialog dialog(&window_, FromBytes(request.title), FromBytes(request.initialFolder), QtFilter(request.filter));
+  dialog.setObjectName(request.save ? QStringLiteral("dlgSave") : QStringLiteral("dlgOpen"));
+  dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  if (!request.defaultExtension.empty()) dialog.setDefaultSuffix(FromBytes(request.defaultExtension).remove('.'));
+  if (!request.overwritePrompt) dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  const QString path = QDir::toNativeSeparators(dialog.selectedFiles().first());
+  return FileChoice{path.toLocal8Bit().toStdString(), QFileInfo(path).fileName().toLocal8Bit().toStdString()};
+}
+
+void QtUserPort::Status(int panel, const std::string& text) {
+  if (panel < 1 || panel > 4) return;
+  QLabel* label = panels_[static_cast<std::size_t>(panel - 1)];
+  const QString value = FromBytes(text);
+  // A load sets the same text many times over; only a change is worth a repaint.
+  if (label->text() != value) label->setText(value);
+}
+
+void QtUserPort::SetPointer(Pointer pointer) {
+  if (overridden_) QApplication::restoreOverrideCursor();
+  overridden_ = pointer != Pointer::Default;
+  switch (pointer) {
+    case Pointer::Default: break;
+    case Pointer::Hourglass: QApplication::setOverrideCursor(Qt::WaitCursor); break;
+    case Pointer::Crosshair: QApplication::setOverrideCursor(Qt::CrossCursor); break;
+    case Pointer::Arrow: QApplication::setOverrideCursor(Qt::ArrowCursor); break;
+  }
+}
+
+void QtUserPort::SetTitle(const std::string& title) { window_.setWindowTitle(QString::fromLocal8Bit(title.c_str())); }
+
+void QtUserPort::SetEnabled(const std::string& name, bool enabled) {
+  const QString objectName = QString::fromStdString(name);
+  if (auto* action = window_.findChild<QAction*>(objectName)) action->setEnabled(enabled);
+  if (auto* menu = window_.findChild<QMenu*>(objectName)) menu->menuAction()->setEnabled(enabled);
+}
+
+void QtUserPort::SetChecked(const std::string& name, bool checked) {
+  if (auto* action = window_.findChild<QAction*>(QString::fromStdString(name))) action->setChecked(checked);
+}
+
+void QtUserPort::UnloadForm(const std::string& name) {
+  if (auto* form = window_.findChild<QWidget*>(QString::fromStdString(name))) form->close();
+}
+
+void QtUserPort::ClearList(const std::string& form) {
+  if (auto* widget = window_.findChild<QWidget*>(QString::fromStdString(form))) {
+    for (auto* list : widget->findChildren<QListWidget*>()) list->clear();
+  }
+}
+
+void QtUserPort::SetToolButton(int k, const std::string& caption) {
+  if (k < 1 || k > 10) return;
+  if (auto* action = window_.findChild<QAction*>(QStringLiteral("usr%1").arg(k))) {
+    action->setToolTip(FromBytes(caption));
+    action->setVisible(true);
+  }
+}
+
+}  // namespace tessel

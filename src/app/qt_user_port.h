@@ -1,0 +1,43 @@
+#pragma once
+// The user port on Qt Widgets: message boxes, input boxes, file dialogs, the four status panels,
+// the pointer, the window title and the states of menu entries found by their object names.
+
+#include <QLabel>
+#include <QMainWindow>
+#include <array>
+
+#include "core/ports.h"
+
+namespace tessel {
+
+class QtUserPort : public UserPort {
+ public:
+  // `window` owns the menus and toolbar; `panels` are the four status panels.
+  QtUserPort(QMainWindow& window, std::array<QLabel*, 4> panels);
+
+  Answer Message(const std::string& text, Icon icon, Buttons buttons, const std::string& title) override;
+  std::optional<std::string> Input(const std::string& prompt, const std::string& title,
+                                   const std::string& initial) override;
+  std::optional<FileChoice> ChooseFile(const FileRequest& request) override;
+  void Status(int panel, const std::string& text) override;
+  void SetPointer(Pointer pointer) override;
+  void SetTitle(const std::string& title) override;
+  void SetEnabled(const std::string& name, bool enabled) override;
+  void SetChecked(const std::string& name, bool checked) override;
+  void UnloadForm(const std::string& name) override;
+  void ClearList(const std::string& form) override;
+  void SetToolButton(int k, const std::string& caption) override;
+
+ private:
+  QMainWindow& window_;
+  std::array<QLabel*, 4> panels_;
+  bool overridden_ = false;
+};
+
+// Bytes of the job files are in a single-byte code page; the interface shows them as Latin-1.
+QString FromBytes(const std::string& bytes);
+std::string ToBytes(const QString& text);
+// "Description|*.ext|Description|*.ext" as Qt's ";;"-separated filter list.
+QString QtFilter(const std::string& filter);
+
+}  // namespace tessel

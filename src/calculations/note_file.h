@@ -1,0 +1,11 @@
+#pragma once
+// The hidden line segments of .not, resolved to point indexes at load.
+
+#include "core/session.h"
+
+namespace tessel {
+
+// A missing .not gives no segments; a short file keeps what was read.
+void ReadNotes(Session& session);
+
+}  // namespace tessel

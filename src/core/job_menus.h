@@ -1,0 +1,33 @@
+#pragma once
+// Which menu entries live with an open job, and the View settings applied at start.
+
+#include <array>
+
+#include "core/session.h"
+
+namespace tessel {
+
+// Enabled when a job opens, disabled again at close.
+inline constexpr std::array<const char*, 14> kJobMenus = {
+    "mnuFileClose", "mnuFileConvert", "mnuFileExport", "mnuFilePrint", "mnuFileProperties",
+    "mnuEdit", "mnuCommand", "mnuTools", "mnuReports",
+    "mnuOptionsLinesLSA", "mnuOptionsControl", "mnuOptionsID",
+    "mnuLzhSave", "mnuLzhSaveAs"};
+// Enabled when a job opens and left enabled by a close.
+inline constexpr std::array<const char*, 2> kJobMenusKeptAfterClose = {"mnuFileReload", "mnuFileImport"};
+
+// The File Open step: job menus on, Open off.
+void EnableJobMenus(Session& session);
+// The close step: job menus off but the two that stay, Open on.
+void DisableJobMenus(Session& session);
+// The state at start: every job menu off, Open on.
+void InitialMenus(Session& session);
+
+// The View menu checks, toolbar keys and colours from the configuration.
+void ApplyViewOptions(Session& session);
+
+// Back and fore colours of a background mode: 1 black on white, 2 white on black.
+unsigned BackColour(int backgroundMode);
+unsigned ForeColour(int backgroundMode);
+
+}  // namespace tessel

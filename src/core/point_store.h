@@ -1,0 +1,68 @@
+#pragma once
+// The point store: every line, parcel and survey of a job refers to points by their index here.
+// Entries run from 1; entry 0 exists and is only written when a point is appended to a store
+// whose count is -1. Lookups by identifier give exactly the answer of a walk over entries 1 to
+// PointCount without early exit (the last match wins, no match gives 0), through an index kept
+// in step with every write.
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace tessel {
+
+class PointStore {
+ public:
+  static constexpr int kBound = 97200;
+
+  std::int16_t PointCount() const { return count_; }
+  const std::string& PointIds(int i) const;
+  double PointX(int i) const;
+  double PointY(int i) const;
+
+  // Writes entry i (0..kBound, else a subscript fault).
+  void Set(int i, const std::string& id, double x, double y);
+  // Sets the count; a count is 16-bit, so the callers step it with Add16.
+  void SetCount(std::int16_t count) { count_ = count; }
+  // PointCount + 1 (an overflow fault past 32767), then the point at the new count.
+  int Append(const std::string& id, double x, double y);
+  // The last entry 1..PointCount with this identifier, or 0.
+  int Find(const std::string& id) const;
+  // Empties every entry and sets the count to 0.
+  void Clear();
+
+ private:
+  void Register(int i, const std::string& id);
+
+  std::vector<std::string> ids_{std::string()};
+  std::vector<double> xs_{0.0};
+  std::vector<double> ys_{0.0};
+  std::int16_t count_ = 0;
+  // Entries written with each identifier, in increasing order; an entry overwritten since with
+  // another identifier is skipped when looked up.
+  std::unordered_map<std::string, std::vector<int>> index_;
+};
+
+// The extents of the job, set only by the two coordinate readers.
+struct JobExtents {
+  double MinX = 0.0;
+  double MaxX = 0.0;
+  double MinY = 0.0;
+  double MaxY = 0.0;
+
+  void Reset(double minSentinel) {
+    MaxX = 0.0;
+    MaxY = 0.0;
+    MinX = minSentinel;
+    MinY = minSentinel;
+  }
+  void Include(double x, double y) {
+    if (x > MaxX) MaxX = x;
+    if (y > MaxY) MaxY = y;
+    if (x < MinX) MinX = x;
+    if (y < MinY) MinY = y;
+  }
+};
+
+}  // namespace tessel

@@ -1,0 +1,93 @@
+#pragma once
+// The core's ports to the outside: the user (message boxes, input boxes, file choosers, status
+// panels, pointer, window title, menu states), the canvas, and the launching of suite tools.
+// The desktop implements them with Qt; the tests and tessel-batch implement them by recording.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tessel {
+
+enum class Icon { None, Information, Question, Exclamation, Stop };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class Answer { Ok, Cancel, Yes, No };
+enum class Pointer { Default, Hourglass, Crosshair, Arrow };
+
+struct FileRequest {
+  std::string title;
+  std::string filter;          // "Description|*.ext|..." pairs
+  std::string initialFolder;
+  std::string defaultExtension;
+  bool save = false;
+  bool overwritePrompt = false;
+};
+
+struct FileChoice {
+  std::string fileName;   // the whole path
+  std::string fileTitle;  // its last component
+};
+
+class UserPort {
+ public:
+  virtual ~UserPort() = default;
+  virtual Answer Message(const std::string& text, Icon icon = Icon::None, Buttons buttons = Buttons::Ok,
+                         const std::string& title = {}) = 0;
+  // nullopt when cancelled.
+  virtual std::optional<std::string> Input(const std::string& prompt, const std::string& title,
+                                           const std::string& initial = {}) = 0;
+  // nullopt when cancelled.
+  virtual std::optional<FileChoice> ChooseFile(const FileRequest& request) = 0;
+  // Panels 1 to 4 of the status bar.
+  virtual void Status(int panel, const std::string& text) = 0;
+  virtual void SetPointer(Pointer pointer) = 0;
+  virtual void SetTitle(const std::string& title) = 0;
+  // Menu entries, toolbar keys and menus, by object name.
+  virtual void SetEnabled(const std::string& name, bool enabled) = 0;
+  virtual void SetChecked(const std::string& name, bool checked) = 0;
+  // Closes a tool form if it is open.
+  virtual void UnloadForm(const std::string& name) = 0;
+  // Empties the list of a tool form that stays open.
+  virtual void ClearList(const std::string& form) = 0;
+  // User tool entry k (1 to 12) is set: the toolbox button gets the caption, and for the first
+  // ten the toolbar key "usr<k>" shows it as its tip.
+  virtual void SetToolButton(int k, const std::string& caption) = 0;
+};
+
+enum class DrawMode { Copy, Invert };
+
+// The drawing surface. Coordinates are world coordinates; the surface maps them to its pixels by
+// its four scale values. Colours are 0xRRGGBB.
+class CanvasPort {
+ public:
+  virtual ~CanvasPort() = default;
+  virtual void Clear() = 0;
+  virtual void Dot(double x, double y, unsigned colour) = 0;
+  virtual void Line(double x1, double y1, double x2, double y2, unsigned colour) = 0;
+  virtual void Text(const std::string& text) = 0;
+  virtual void Circle(double x, double y, double radius, unsigned colour) = 0;
+  virtual void SetPenWidth(int width) = 0;
+  virtual void SetPenStyle(int style) = 0;
+  virtual void SetDrawMode(DrawMode mode) = 0;
+  virtual void SetColours(unsigned back, unsigned fore) = 0;
+  virtual void SetScale(double left, double top, double width, double height) = 0;
+};
+
+enum class ShowMode { Hidden = 0, Normal = 1 };
+
+// Starting a suite tool with `folder` as its current folder.
+class ProcessPort {
+ public:
+  virtual ~ProcessPort() = default;
+  // Blocks until the tool has ended.
+  virtual void Run(const std::string& commandLine, const std::string& folder) = 0;
+  // Blocks, and gives the exit code.
+  virtual int RunCode(const std::string& commandLine, const std::string& folder, ShowMode mode) = 0;
+  // Keeps the interface alive while polling; the named entries are disabled meanwhile.
+  virtual void Watch(const std::string& commandLine, const std::string& folder,
+                     const std::vector<std::string>& lockedEntries) = 0;
+  // Returns at once.
+  virtual void Spawn(const std::string& commandLine, const std::string& folder, ShowMode mode) = 0;
+};
+
+}  // namespace tessel

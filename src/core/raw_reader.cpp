@@ -1,0 +1,184 @@
+// The display reading of .raw: record lines linked to points and surveys, and temporary points
+// for records that end on a station without coordinates.
+
+#include <cmath>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "core/fault.h"
+#include "core/identity.h"
+#include "core/line_files.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "core/text_file.h"
+
+namespace tessel {
+
+namespace {
+
+constexpr float kChainFeet = 66.0f;
+constexpr float kChainMetres = 20.11684f;
+
+RawFields CutRawFields(const std::string& line) {
+  const std::string trimmed = Trim(line);
+  RawFields f;
+  f[1] = Mid(line, 1, 6);
+  f[2] = Mid(line, 10, 6);
+  f[3] = Mid(trimmed, 17, 8);
+  f[4] = Mid(line, 27, 1);
+  f[5] = Mid(line, 31, 8);
+  f[6] = Mid(trimmed, 40, 18);
+  return f;
+}
+
+// Which lines name each identifier at either end, so that adding a point relinks only the
+// lines that can change: a new point only ever matches its own identifier.
+class EndIndex {
+ public:
+  void Add(int line, const RawFields& f) {
+    from_[f[1]].push_back(line);
+    to_[f[2]].push_back(line);
+  }
+  void Relink(Session& session, const std::string& id) const {
+    const int p = session.points.Find(id);
+    if (p == 0) return;
+    if (const auto it = from_.find(id); it != from_.end()) {
+      for (int i : it->second) session.raw.RawLineEnds.at(i).from = static_cast<std::int16_t>(p);
+    }
+    if (const auto it = to_.find(id); it != to_.end()) {
+      for (int i : it->second) session.raw.RawLineEnds.at(i).to = static_cast<std::int16_t>(p);
+    }
+  }
+
+ private:
+  std::unordered_map<std::string, std::vector<int>> from_;
+  std::unordered_map<std::string, std::vector<int>> to_;
+};
+
+// Every line against the point store, and with `surveys` against the survey table; the last
+// survey of a name wins.
+void LinkAll(Session& session, bool surveys) {
+  std::unordered_map<std::string, int> surveyByName;
+  if (surveys) {
+    for (int s = 1; s <= session.surveys.SurveyCount; ++s) {
+      surveyByName[SurveyName(session.surveys.SurveyTable.get(s))] = s;
+    }
+  }
+  RawLineStore& raw = session.raw;
+  for (int i = 1; i <= raw.RawLineCount; ++i) {
+    const RawFields& f = raw.RawLineFields.get(i);
+    RawEnds& ends = raw.RawLineEnds.at(i);
+    if (const int a = session.points.Find(f[1])) ends.from = static_cast<std::int16_t>(a);
+    if (const int b = session.points.Find(f[2])) ends.to = static_cast<std::int16_t>(b);
+    if (surveys) {
+      if (const auto it = surveyByName.find(f[6]); it != surveyByName.end()) {
+        ends.survey = static_cast<std::int16_t>(it->second);
+      }
+    }
+  }
+}
+
+// The distance unit of a survey from its "DU:F" or "DU:M" caption, 0 when it has none. Surveys
+// are found by the prefix "S" and the record's survey field, so one field may reach several.
+class ScaleFinder {
+ public:
+  explicit ScaleFinder(const SurveyStore& surveys) : surveys_(surveys) {}
+
+  float Find(const std::string& surveyField) {
+    if (const auto it = memo_.find(surveyField); it != memo_.end()) return it->second;
+    const std::string key = "S" + surveyField;
+    float scale = 0.0f;
+    for (int s = 1; s <= surveys_.SurveyCount; ++s) {
+      const SurveyEntry& survey = surveys_.SurveyTable.get(s);
+      if (!StartsWith(survey.sLine, key)) continue;
+      for (int c = survey.first; c <= survey.last; ++c) {
+        const std::string unit = Mid(surveys_.SurveyCaptions.get(c), 3, 4);
+        if (unit == "DU:F") scale = kChainFeet;
+        if (unit == "DU:M") scale = kChainMetres;
+      }
+    }
+    memo_.emplace(surveyField, scale);
+    return scale;
+  }
+
+ private:
+  const SurveyStore& surveys_;
+  std::unordered_map<std::string, float> memo_;
+};
+
+// A temporary point carries three decimals, as its coordinates pass through "######0.000".
+int AddTemporaryPoint(Session& session, const std::string& id, double x, double y) {
+  return session.points.Append(id, Val(FormatPicture(x, 3)), Val(FormatPicture(y, 3)));
+}
+
+}  // namespace
+
+void ReadRaw(Session& session) {
+  const std::string path = session.DatasetPath(".raw");
+  if (!FileExistsAnyCase(path)) return;
+  session.user.Status(1, "Reading RAW Lines");
+  RawLineStore& raw = session.raw;
+
+  LineReader in(path);
+  while (Trim(in.ReadLine()) != "999999") {
+  }
+  // The record number is kept as decimal text, as the count of the file's records.
+  std::string lineNumber = "1";
+  for (;;) {
+    const std::string line = in.ReadLine();
+    if (line == "999998") break;
+    const int n = static_cast<int>(Val(lineNumber));
+    raw.RawLineFields.at(n) = CutRawFields(line);
+    lineNumber = ShortestText(n + 1);
+  }
+  raw.RawLineCount = Add16(To16(Val(lineNumber)), -1);
+  for (int i = 1; i <= raw.RawLineCount; ++i) raw.RawLineEnds.at(i) = RawEnds{};
+
+  LinkAll(session, true);
+  ReadUnitCode(session);
+
+  EndIndex endIndex;
+  for (int i = 1; i <= raw.RawLineCount; ++i) endIndex.Add(i, raw.RawLineFields.get(i));
+
+  ScaleFinder scales(session.surveys);
+  float scale = 0.0f;  // carried from line to line, never reset within the read
+  PointStore& points = session.points;
+  for (int i = 1; i <= raw.RawLineCount; ++i) {
+    session.user.Status(1, "Reading RAW Lines");
+    const RawFields& f = raw.RawLineFields.get(i);
+    const double a = DmsToRadians(Val(f[5]));
+    const double d = Val(f[3]);
+    const double q = Val(f[4]);
+    const double units = session.UnitsPerChain;
+
+    if (raw.RawLineEnds.get(i).to == 0) {
+      if (const float found = scales.Find(f[6]); found != 0.0f) scale = found;
+      if (scale == 0.0f) scale = 1.0f;
+      double dE = units * d / scale * std::sin(a);
+      double dN = units * d / scale * std::cos(a);
+      if (q == 2) dN = -dN;
+      if (q == 3) { dN = -dN; dE = -dE; }
+      if (q == 4) dE = -dE;
+      const int from = raw.RawLineEnds.get(i).from;
+      AddTemporaryPoint(session, f[2], points.PointX(from) + dE, points.PointY(from) + dN);
+      session.user.Status(1, "Computing temporary coordinates for unknown points");
+      endIndex.Relink(session, f[2]);
+    }
+    if (raw.RawLineEnds.get(i).from == 0) {
+      // Placed back from the to end, without the distance unit.
+      double dE = units * d * std::sin(a);
+      double dN = units * d * std::cos(a);
+      if (q == 2) dE = -dE;
+      if (q == 1) { dN = -dN; dE = -dE; }
+      if (q == 4) dN = -dN;
+      const int to = raw.RawLineEnds.get(i).to;
+      AddTemporaryPoint(session, f[1], points.PointX(to) + dE, points.PointY(to) + dN);
+      session.user.Status(1, "Computing temporary coordinates for unknown points");
+      endIndex.Relink(session, f[1]);
+    }
+  }
+  LinkAll(session, true);
+}
+
+}  // namespace tessel

@@ -1,0 +1,94 @@
+#pragma once
+// Ports that record what the core asked for instead of showing it: used by tessel-batch and by
+// the tests. Questions are answered from a queue of prepared answers, or with a default.
+
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/ports.h"
+
+namespace tessel {
+
+struct RecordedMessage {
+  std::string text;
+  Icon icon = Icon::None;
+  Buttons buttons = Buttons::Ok;
+  std::string title;
+};
+
+class RecordingUserPort : public UserPort {
+ public:
+  Answer Message(const std::string& text, Icon icon, Buttons buttons, const std::string& title) override;
+  std::optional<std::string> Input(const std::string& prompt, const std::string& title,
+                                   const std::string& initial) override;
+  std::optional<FileChoice> ChooseFile(const FileRequest& request) override;
+  void Status(int panel, const std::string& text) override;
+  void SetPointer(Pointer pointer) override { pointers.push_back(pointer); }
+  void SetTitle(const std::string& text) override { title = text; }
+  void SetEnabled(const std::string& name, bool on) override { enabled[name] = on; }
+  void SetChecked(const std::string& name, bool on) override { checked[name] = on; }
+  void UnloadForm(const std::string& name) override { unloaded.push_back(name); }
+  void ClearList(const std::string& form) override { clearedLists.push_back(form); }
+  void SetToolButton(int k, const std::string& caption) override { toolButtons[k] = caption; }
+
+  // Prepared replies, taken in order; when empty, a message is answered Ok (Yes for a Yes/No
+  // question), an input box and a file chooser are cancelled.
+  std::deque<Answer> answers;
+  std::deque<std::optional<std::string>> inputs;
+  std::deque<std::optional<FileChoice>> files;
+
+  std::vector<RecordedMessage> messages;
+  std::vector<std::string> prompts;
+  std::vector<FileRequest> fileRequests;
+  // Every text put in each panel, in order; statusNow the texts standing now.
+  std::map<int, std::vector<std::string>> status;
+  std::map<int, std::string> statusNow;
+  std::vector<Pointer> pointers;
+  std::string title;
+  std::map<std::string, bool> enabled;
+  std::map<std::string, bool> checked;
+  std::vector<std::string> unloaded;
+  std::vector<std::string> clearedLists;
+  std::map<int, std::string> toolButtons;
+
+  // The texts of the messages, in order.
+  std::vector<std::string> MessageTexts() const;
+};
+
+// A canvas that keeps nothing.
+class NullCanvas : public CanvasPort {
+ public:
+  void Clear() override {}
+  void Dot(double, double, unsigned) override {}
+  void Line(double, double, double, double, unsigned) override {}
+  void Text(const std::string&) override {}
+  void Circle(double, double, double, unsigned) override {}
+  void SetPenWidth(int) override {}
+  void SetPenStyle(int) override {}
+  void SetDrawMode(DrawMode) override {}
+  void SetColours(unsigned, unsigned) override {}
+  void SetScale(double, double, double, double) override {}
+};
+
+struct RecordedLaunch {
+  std::string kind;  // "Run", "RunCode", "Watch", "Spawn"
+  std::string commandLine;
+  std::string folder;
+};
+
+// Records launches and starts nothing.
+class RecordingProcessPort : public ProcessPort {
+ public:
+  void Run(const std::string& commandLine, const std::string& folder) override;
+  int RunCode(const std::string& commandLine, const std::string& folder, ShowMode mode) override;
+  void Watch(const std::string& commandLine, const std::string& folder,
+             const std::vector<std::string>& lockedEntries) override;
+  void Spawn(const std::string& commandLine, const std::string& folder, ShowMode mode) override;
+
+  std::vector<RecordedLaunch> launches;
+};
+
+}  // namespace tessel

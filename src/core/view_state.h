@@ -1,0 +1,50 @@
+#pragma once
+// The view of the canvas and the check marks of the View menu, which decide what is painted.
+
+namespace tessel {
+
+struct ViewRect {
+  float left = 0.0f;
+  float top = 0.0f;
+  float right = 0.0f;
+  float bottom = 0.0f;
+};
+
+struct ViewState {
+  float ViewLeft = 0.0f;
+  float ViewTop = 0.0f;
+  float ViewRight = 0.0f;
+  float ViewBottom = 0.0f;
+  float SpanX = 0.0f;
+  float SpanY = 0.0f;
+  ViewRect PreviousView;
+  ViewRect SavedViews[5];  // slots 1 to 4; a slot whose left is 0 is empty
+
+  // True once a view has been set, which a reload keeps.
+  bool EverSet() const { return ViewLeft != 0.0f || ViewTop != 0.0f; }
+  // Forgets the view and the saved views, as a close does.
+  void Reset() {
+    for (auto& slot : SavedViews) slot.left = 0.0f;
+    ViewLeft = 0.0f;
+    ViewTop = 0.0f;
+  }
+};
+
+// The layers of the View menu, by the names of their entries.
+struct ViewChecks {
+  bool mnuOptionsControl = false;
+  bool mnuViewPoints = false;
+  bool mnuOptionsID = false;
+  bool mnuOptionsLinesLXN = false;
+  bool mnuOptionsLinesLSA = false;
+  bool mnuViewLinesRaw = false;
+  bool mnuOptionsMultiAtt = false;
+  bool mnuOptionsParcel = false;
+  bool mnuOptionsParcelBrief = false;
+  bool mnuOptionsParcelDetail = false;
+  bool mnuOptionsParcelFull = false;
+  bool mnuViewCama = false;
+  bool mnuViewRPO = false;
+};
+
+}  // namespace tessel

@@ -1,0 +1,135 @@
+#include "parcels/parcel_file.h"
+
+#include <cmath>
+#include <unordered_map>
+#include <vector>
+
+#include "core/fault.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "core/text_file.h"
+
+namespace tessel {
+
+namespace {
+
+bool IsDigitAt(const std::string& line, int column) {
+  const std::string c = Mid(line, column, 1);
+  return c >= "0" && c <= "9" && !c.empty();
+}
+
+bool IsBlankAt(const std::string& line, int column) { return Mid(line, column, 1) == " "; }
+
+bool IsAttributeLine(const std::string& line) {
+  const std::string head = Left(line, 4);
+  return head == "Sec_" || head == "SEC_";
+}
+
+bool IsLocationLine(const std::string& line) { return Left(line, 11) == " PARCEL N,E"; }
+
+// Parcels at exactly the same location are flagged as multiple, each of them.
+void FlagMultiple(ParcelStore& store) {
+  struct Key {
+    double y, x;
+    bool operator==(const Key& o) const { return y == o.y && x == o.x; }
+  };
+  struct KeyHash {
+    std::size_t operator()(const Key& k) const {
+      // +0.0 folds -0.0 into 0.0, which compare equal.
+      return std::hash<double>()(k.y + 0.0) * 31u ^ std::hash<double>()(k.x + 0.0);
+    }
+  };
+  std::unordered_map<Key, int, KeyHash> seen;
+  for (int i = 1; i <= store.ParcelCount; ++i) ++seen[Key{store.ParcelY.get(i), store.ParcelX.get(i)}];
+  for (int i = 1; i <= store.ParcelCount; ++i) {
+    if (seen[Key{store.ParcelY.get(i), store.ParcelX.get(i)}] > 1) store.ParcelMulti.at(i) = 1;
+  }
+}
+
+}  // namespace
+
+bool IsRingLine(const std::string& line) {
+  return IsBlankAt(line, 1) && IsBlankAt(line, 8) && IsBlankAt(line, 15) && IsDigitAt(line, 6) &&
+         IsDigitAt(line, 13) && IsDigitAt(line, 20);
+}
+
+void ReadParcels(Session& session) {
+  session.user.Status(1, "Reading parcels");
+  ParcelStore& store = session.parcels;
+  for (int i = 1; i <= store.ParcelCount; ++i) {
+    store.ParcelLine.at(i).clear();
+    store.ParcelRing.at(i).clear();
+    store.ParcelY.at(i) = 0.0;
+    store.ParcelX.at(i) = 0.0;
+    store.ParcelIdx.at(i) = 0;
+    store.ParcelEdit.at(i).clear();
+  }
+  store.ParcelCount = 0;
+  session.SelectionCount = 0;
+
+  const std::string path = session.DatasetPath(".IID");
+  if (!FileExistsAnyCase(path)) {
+    session.user.Message(".IID file not found", Icon::Information);
+    return;
+  }
+  LineReader in(path);
+  int next = 1;
+  int pending = 0;
+  while (!in.Eof()) {
+    const std::string line = in.ReadLine();
+    if (IsAttributeLine(line)) {
+      store.ParcelLine.at(next) = line;
+      ++next;
+      ++pending;
+    }
+    // The range runs past the group on purpose: entries above are overwritten by their own lines.
+    if (IsRingLine(line)) {
+      for (int i = next - pending; i <= next + pending; ++i) store.ParcelRing.at(i) = line;
+    }
+    if (IsLocationLine(line)) {
+      const double y = Val(LTrim(Mid(line, 17, 11)));
+      const double x = Val(LTrim(Mid(line, 33, 11)));
+      for (int i = next - pending; i <= next + pending; ++i) {
+        store.ParcelY.at(i) = y;
+        store.ParcelX.at(i) = x;
+      }
+      pending = 0;
+    }
+  }
+  store.ParcelCount = Add16(To16(next), -1);
+  for (int i = 1; i <= store.ParcelCount; ++i) store.ParcelIdx.at(i) = static_cast<std::int16_t>(i);
+  FlagMultiple(store);
+}
+
+void WriteParcels(Session& session) {
+  session.user.SetPointer(Pointer::Hourglass);
+  ParcelStore& store = session.parcels;
+  try {
+    const std::string iid = session.DatasetPath(".IID");
+    const std::string backup = session.DatasetPath(".iib");
+    CopyFileReplacing(iid, backup);
+    LineReader in(backup);
+    std::vector<std::string> out;
+    // The title line always gives way to the marker.
+    in.ReadLine();
+    out.emplace_back(kEditedMarker);
+    int k = 0;
+    while (!in.Eof()) {
+      const std::string line = in.ReadLine();
+      if (!StartsWith(line, "Sec_")) {
+        out.push_back(line);
+        continue;
+      }
+      ++k;
+      if (!store.ParcelEdit.get(k).empty()) out.push_back("Tessel Edited: " + store.ParcelEdit.get(k));
+      out.push_back(store.ParcelLine.get(k));
+    }
+    WriteFileBytes(iid, JoinCrLf(out));
+    store.ParcelDirty = 0;
+  } catch (const RuntimeFault&) {
+    // Ends quietly; the edits stay unsaved.
+  }
+  session.user.SetPointer(Pointer::Arrow);
+}
+
+}  // namespace tessel

@@ -1,0 +1,21 @@
+#pragma once
+// The parcel file .IID: reading it into the parcel store and saving attribute edits by copying
+// the file line by line, replacing only the attribute lines.
+
+#include <string>
+
+#include "core/session.h"
+
+namespace tessel {
+
+inline constexpr const char* kEditedMarker = "  * * * This file has been edited by Tessel  * * *  ";
+
+// A ring line: columns 1, 8 and 15 blank, columns 6, 13 and 20 digits.
+bool IsRingLine(const std::string& line);
+
+// Faults (a parcel index past 9000) are not trapped here: they go to the caller.
+void ReadParcels(Session& session);
+// File Save: .IID is copied to .iib and written back with the edited attribute lines.
+void WriteParcels(Session& session);
+
+}  // namespace tessel

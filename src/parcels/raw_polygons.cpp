@@ -1,0 +1,38 @@
+#include "parcels/raw_polygons.h"
+
+#include "core/fault.h"
+#include "core/text.h"
+#include "core/text_file.h"
+
+namespace tessel {
+
+void ReadRawPolygons(Session& session) {
+  session.user.Status(1, "Reading raw polygons");
+  RawPolygonStore& store = session.polygons;
+  try {
+    LineReader rpo(session.DatasetPath(".RPO"));
+    // The heading ends with the line "... POLYGONS FOUND"; the count is in its first three
+    // characters, so a four-digit count reads as its first three digits.
+    std::string line;
+    while (!EndsWith(Trim(line), "POLYGONS FOUND")) {
+      line = rpo.ReadLine();
+      store.RawPolygonCount = To16(Val(Left(Trim(line), 3)));
+    }
+    rpo.ReadLine();
+    for (int i = 1; i <= store.RawPolygonCount; ++i) {
+      line = rpo.ReadLine();
+      store.RawPolygonTag.at(i) = Left(line, 1);
+      store.RawPolygonRing.at(i) = Mid(line, 3);
+    }
+    LineReader crp(session.DatasetPath(".CRP"));
+    for (int i = 1; i <= store.RawPolygonCount; ++i) {
+      line = Trim(crp.ReadLine());
+      store.RawPolygonX.at(i) = Val(Left(line, 15));
+      store.RawPolygonY.at(i) = Val(Right(line, 15));
+    }
+  } catch (const RuntimeFault&) {
+    // Keep what was read.
+  }
+}
+
+}  // namespace tessel
