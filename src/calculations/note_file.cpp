@@ -33,8 +33,8 @@ void ReadNotes(Session& session) {
     for (int k = 1; k <= segmentCount; ++k) {
       const std::string line = NextLine(in);
       LineEnds& ends = store.NoteLineEnds.at(k);
-      ends.from = static_cast<std::int16_t>(session.points.Find(Trim(Mid(line, 1, 6))));
-      ends.to = static_cast<std::int16_t>(session.points.Find(Trim(Mid(line, 8, 6))));
+      ends.from = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 1, 6))));
+      ends.to = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 8, 6))));
       store.NoteLineCount = static_cast<std::int16_t>(k);
     }
   } catch (const RuntimeFault&) {

@@ -22,14 +22,16 @@ struct PointLine {
 
 // Section 5 of .LSA: identifier 2-19, X 29-39, Y 53-63.
 PointLine LsaPointFields(const std::string& line) {
-  return {RTrim(Mid(line, 2, 18)), Val(LTrim(Mid(line, 29, 11))), Val(LTrim(Mid(line, 53, 11)))};
+  return {std::string(RTrimView(MidView(line, 2, 18))), Val(MidView(line, 29, 11)), Val(MidView(line, 53, 11))};
 }
 
 }  // namespace
 
 void PassLsaSections(LineReader& lsa, int sections) {
+  std::string line;
   for (int passed = 0; passed < sections;) {
-    if (LastCharAsInt(lsa.ReadLine()) == 1) ++passed;
+    lsa.ReadLine(line);
+    if (LastCharAsInt(line) == 1) ++passed;
   }
 }
 
@@ -41,11 +43,13 @@ void ReadCor(Session& session) {
     session.extents.Reset(kCorMinSentinel);
     points.SetCount(1);
     std::int16_t i = 1;
+    std::string line;
     do {
-      const std::string line = cor.ReadLine();
-      const double x = Val(LTrim(Mid(line, 20, 12)));
-      const double y = Val(LTrim(Mid(line, 33, 13)));
-      points.Set(i, RTrim(Mid(line, 2, 18)), x, y);
+      cor.ReadLine(line);
+      // Val reads past leading blanks, so the fields need no trimming first.
+      const double x = Val(MidView(line, 20, 12));
+      const double y = Val(MidView(line, 33, 13));
+      points.Set(i, std::string(RTrimView(MidView(line, 2, 18))), x, y);
       session.extents.Include(x, y);
       points.SetCount(Add16(points.PointCount(), 1));
       i = Add16(i, 1);
@@ -64,8 +68,9 @@ void VerifyLsaPoints(Session& session) {
   try {
     LineReader lsa(session.DatasetPath(".LSA"));
     PassLsaSections(lsa, 4);
+    std::string line;
     for (;;) {
-      const std::string line = lsa.ReadLine();
+      lsa.ReadLine(line);
       if (next > kMergeBound) throw RuntimeFault(FaultKind::Subscript, "Subscript out of range");
       local.push_back(LsaPointFields(line));
       ++next;
@@ -94,8 +99,9 @@ void ReadLsaPoints(Session& session) {
     session.extents.Reset(kLsaMinSentinel);
     points.SetCount(1);
     std::int16_t i = 1;
+    std::string line;
     for (;;) {
-      const std::string line = lsa.ReadLine();
+      lsa.ReadLine(line);
       const PointLine p = LsaPointFields(line);
       points.Set(i, p.id, p.x, p.y);
       session.extents.Include(p.x, p.y);
@@ -115,13 +121,14 @@ void ReadControl(Session& session) {
   try {
     LineReader lsa(session.DatasetPath(".LSA"));
     control.ControlCount = 1;
+    std::string line;
     for (;;) {
-      const std::string line = lsa.ReadLine();
+      lsa.ReadLine(line);
       const int flag = LastCharAsInt(line);
       ControlStation& station = control.Control.at(control.ControlCount);
       station.id = Trim(Mid(line, 2, 18));
-      station.x = Val(Trim(Mid(line, 20, 15)));
-      station.y = Val(Trim(Mid(line, 37, 15)));
+      station.x = Val(MidView(line, 20, 15));
+      station.y = Val(MidView(line, 37, 15));
       control.ControlCount = Add16(control.ControlCount, 1);
       if (flag == 1) break;
     }

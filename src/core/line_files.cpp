@@ -37,12 +37,13 @@ void ReadLsaLines(Session& session) {
     LineReader lsa(session.DatasetPath(".LSA"));
     PassLsaSections(lsa, 1);
     store.LsaLineCount = 1;
+    std::string line;
     for (;;) {
-      const std::string line = lsa.ReadLine();
+      lsa.ReadLine(line);
       const int flag = LastCharAsInt(line);
       LineEnds& ends = store.LsaLineEnds.at(store.LsaLineCount);
-      ends.from = static_cast<std::int16_t>(session.points.Find(Trim(Mid(line, 2, 16))));
-      ends.to = static_cast<std::int16_t>(session.points.Find(Trim(Mid(line, 28, 16))));
+      ends.from = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 2, 16))));
+      ends.to = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 28, 16))));
       store.LsaLineCount = Add16(store.LsaLineCount, 1);
       if (flag == 1) break;
     }
@@ -77,9 +78,9 @@ void StepOver(F&& statement) {
 }  // namespace
 
 void ReadLxn(Session& session) {
+  session.user.Status(1, "Reading LXN Lines");
   const std::string path = session.DatasetPath(".LXN");
   if (!FileExistsAnyCase(path)) return;
-  session.user.Status(1, "Reading LXN Lines");
   LxnLineStore& store = session.lxn;
   std::string bytes;
   if (!ReadFileBytes(path, bytes)) return;

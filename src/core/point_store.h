@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -28,20 +29,28 @@ class PointStore {
   // PointCount + 1 (an overflow fault past 32767), then the point at the new count.
   int Append(const std::string& id, double x, double y);
   // The last entry 1..PointCount with this identifier, or 0.
-  int Find(const std::string& id) const;
+  int Find(std::string_view id) const;
   // Empties every entry and sets the count to 0.
   void Clear();
 
  private:
   void Register(int i, const std::string& id);
+  void Unregister(int i, const std::string& id);
+
+  struct IdHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view id) const { return std::hash<std::string_view>()(id); }
+  };
 
   std::vector<std::string> ids_{std::string()};
   std::vector<double> xs_{0.0};
   std::vector<double> ys_{0.0};
   std::int16_t count_ = 0;
-  // Entries written with each identifier, in increasing order; an entry overwritten since with
-  // another identifier is skipped when looked up.
-  std::unordered_map<std::string, std::vector<int>> index_;
+  // For each identifier the highest entry written with it, and for each entry the next lower
+  // entry written with the same identifier (0 at the end): a chain from the last match down.
+  // An entry overwritten since with another identifier is skipped when looked up.
+  std::unordered_map<std::string, int, IdHash, std::equal_to<>> last_;
+  std::vector<int> lower_{0};
 };
 
 // The extents of the job, set only by the two coordinate readers.

@@ -2,12 +2,30 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
+#include <cstdint>
 #include <system_error>
 
 #include "core/fault.h"
 
 namespace tessel {
+
+std::string_view MidView(std::string_view text, int start, int length) {
+  if (start < 1 || length <= 0) return {};
+  const auto from = static_cast<std::size_t>(start - 1);
+  if (from >= text.size()) return {};
+  return text.substr(from, static_cast<std::size_t>(length));
+}
+
+std::string_view TrimView(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string_view RTrimView(std::string_view text) {
+  const auto last = text.find_last_not_of(' ');
+  return last == std::string_view::npos ? std::string_view() : text.substr(0, last + 1);
+}
 
 std::string Mid(std::string_view text, int start, int length) {
   if (start < 1 || length <= 0) return {};
@@ -57,16 +75,19 @@ std::string Upper(std::string_view text) {
 bool StartsWith(std::string_view text, std::string_view prefix) { return text.starts_with(prefix); }
 bool EndsWith(std::string_view text, std::string_view suffix) { return text.ends_with(suffix); }
 
-double Val(std::string_view text) {
-  // Blanks, tabs and line feeds do not count; the number is what remains up to the first
-  // character that cannot continue it.
+namespace {
+
+bool IsIgnored(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+// The general reading: ignored characters anywhere, D as an exponent.
+double ValSlow(std::string_view text) {
   std::string digits;
   digits.reserve(text.size());
   bool negative = false;
   bool seenSign = false, seenDigit = false, seenPoint = false, seenExp = false, expDigits = false;
   for (char c : text) {
-    if (c == ' ' || c == '\t' || c == '\n' || c == '\r') continue;
-    if ((c == '+' || c == '-') && !seenSign && !seenDigit && !seenPoint && digits.empty()) {
+    if (IsIgnored(c)) continue;
+    if ((c == '+' || c == '-') && !seenSign && digits.empty()) {
       seenSign = true;
       negative = c == '-';
       continue;
@@ -106,6 +127,48 @@ double Val(std::string_view text) {
   return negative ? -value : value;
 }
 
+}  // namespace
+
+double Val(std::string_view text) {
+  // Most fields are blanks, an optional minus, digits and a point: read those in place.
+  std::size_t i = 0;
+  while (i < text.size() && text[i] == ' ') ++i;
+  const std::size_t start = i;
+  if (i < text.size() && text[i] == '-') ++i;
+  const std::size_t digitsStart = i;
+  bool point = false;
+  while (i < text.size() && ((text[i] >= '0' && text[i] <= '9') || (text[i] == '.' && !point))) {
+    point = point || text[i] == '.';
+    ++i;
+  }
+  const bool plainEnd = i == text.size() || (!IsIgnored(text[i]) && text[i] != 'e' && text[i] != 'E' &&
+                                             text[i] != 'd' && text[i] != 'D' && text[i] != '.');
+  const std::size_t digitCount = i - digitsStart - (point ? 1 : 0);
+  if (!plainEnd || digitCount == 0) return ValSlow(text);
+  if (digitCount <= 15) {
+    // Up to 15 digits form an integer below 2^53 and a power of ten up to 10^22 is exact, so
+    // one division gives the correctly rounded value.
+    static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                         1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    std::uint64_t mantissa = 0;
+    std::size_t decimals = 0;
+    bool afterPoint = false;
+    for (std::size_t k = digitsStart; k < i; ++k) {
+      if (text[k] == '.') {
+        afterPoint = true;
+        continue;
+      }
+      mantissa = mantissa * 10 + static_cast<std::uint64_t>(text[k] - '0');
+      if (afterPoint) ++decimals;
+    }
+    const double magnitude = static_cast<double>(mantissa) / kPowers[decimals];
+    return text[start] == '-' ? -magnitude : magnitude;
+  }
+  double value = 0.0;
+  if (std::from_chars(text.data() + start, text.data() + i, value).ec != std::errc()) return ValSlow(text);
+  return value;
+}
+
 int LastCharAsInt(std::string_view line) {
   if (line.empty() || line.back() < '0' || line.back() > '9') {
     throw RuntimeFault(FaultKind::TypeMismatch, "Type mismatch");
@@ -123,11 +186,12 @@ struct Decimal {
 };
 
 Decimal ToDecimal(double value) {
+  if (!std::isfinite(value)) throw RuntimeFault(FaultKind::Overflow, "Overflow");
   Decimal d;
   d.negative = std::signbit(value);
   char buf[64];
-  std::snprintf(buf, sizeof buf, "%.14e", std::fabs(value));
-  const std::string s(buf);
+  const auto written = std::to_chars(buf, buf + sizeof buf, std::fabs(value), std::chars_format::scientific, 14);
+  const std::string s(buf, written.ptr);
   const auto ePos = s.find('e');
   std::string mantissa;
   for (std::size_t i = 0; i < ePos; ++i) {
@@ -140,8 +204,9 @@ Decimal ToDecimal(double value) {
     d.whole = mantissa.substr(0, intLen);
     d.fraction = mantissa.substr(intLen);
   } else {
-    d.whole = "0";
-    d.fraction = std::string(static_cast<std::size_t>(-exponent - 1), '0') + mantissa;
+    d.whole.assign(1, '0');
+    d.fraction.assign(static_cast<std::size_t>(-exponent - 1), '0');
+    d.fraction.append(mantissa);
   }
   return d;
 }
@@ -173,10 +238,15 @@ std::string RoundDecimal(Decimal d, int decimals, bool halfEven) {
   std::string whole = digits.substr(0, wholeLen);
   const auto firstNonZero = whole.find_first_not_of('0');
   whole = firstNonZero == std::string::npos ? std::string() : whole.substr(firstNonZero);
-  std::string out = whole;
-  if (keep > 0) out += "." + digits.substr(wholeLen);
-  const bool zero = out.find_first_of("123456789") == std::string::npos;
-  return (d.negative && !zero ? "-" : "") + out;
+  std::string out;
+  const bool zero = digits.find_first_of("123456789") == std::string::npos;
+  if (d.negative && !zero) out.push_back('-');
+  out.append(whole);
+  if (keep > 0) {
+    out.push_back('.');
+    out.append(digits, wholeLen, std::string::npos);
+  }
+  return out;
 }
 
 }  // namespace
@@ -186,7 +256,7 @@ std::string FormatPicture(double value, int decimals, int minIntDigits) {
   if (minIntDigits > 0) {
     const bool negative = !text.empty() && text[0] == '-';
     const std::size_t digitsStart = negative ? 1 : 0;
-    if (text.size() == digitsStart || text[digitsStart] == '.') text.insert(digitsStart, "0");
+    if (text.size() == digitsStart || text[digitsStart] == '.') text.insert(text.begin() + static_cast<std::ptrdiff_t>(digitsStart), '0');
   }
   return text;
 }
@@ -203,8 +273,9 @@ std::string ShortestText(double value) {
 
 std::string PadLeft(std::string_view text, int width) {
   const auto w = static_cast<std::size_t>(width < 0 ? 0 : width);
-  if (text.size() >= w) return std::string(text);
-  return std::string(w - text.size(), ' ') + std::string(text);
+  std::string out(text.size() >= w ? 0 : w - text.size(), ' ');
+  out.append(text);
+  return out;
 }
 
 }  // namespace tessel

@@ -8,6 +8,11 @@
 
 namespace tessel {
 
+// Views of the same cuts, for readers that parse fields in place.
+std::string_view MidView(std::string_view text, int start, int length);
+std::string_view TrimView(std::string_view text);
+std::string_view RTrimView(std::string_view text);
+
 // Characters start..start+length-1 (1-based); shorter when the text ends first.
 std::string Mid(std::string_view text, int start, int length);
 // Characters from start (1-based) to the end.

@@ -19,25 +19,51 @@ bool ReadFileBytes(const std::string& path, std::string& out) {
   return static_cast<bool>(in) || in.eof();
 }
 
+namespace {
+constexpr std::size_t kChunk = 1 << 16;
+}
+
 LineReader::LineReader(const std::string& path) {
-  if (path.empty() || !ReadFileBytes(path, text_)) {
-    throw RuntimeFault(FaultKind::FileNotFound, "File not found: " + path);
-  }
+  std::FILE* f = path.empty() ? nullptr : std::fopen(path.c_str(), "rb");
+  if (!f) throw RuntimeFault(FaultKind::FileNotFound, "File not found: " + path);
+  file_.reset(f);
 }
 
 LineReader LineReader::FromText(std::string text) {
   LineReader reader;
-  reader.text_ = std::move(text);
+  reader.buffer_ = std::move(text);
   return reader;
 }
 
-std::string LineReader::ReadLine() {
+bool LineReader::Fill() {
+  if (!file_) return false;
+  // Keep the unread part and append the next chunk behind it.
+  buffer_.erase(0, pos_);
+  pos_ = 0;
+  const std::size_t kept = buffer_.size();
+  buffer_.resize(kept + kChunk);
+  const std::size_t got = std::fread(buffer_.data() + kept, 1, kChunk, file_.get());
+  buffer_.resize(kept + got);
+  if (got == 0) file_.reset();
+  return got > 0;
+}
+
+bool LineReader::Eof() { return pos_ >= buffer_.size() && !Fill(); }
+
+void LineReader::ReadLine(std::string& line) {
   if (Eof()) throw RuntimeFault(FaultKind::ReadPastEnd, "Input past end of file");
-  const auto newline = text_.find('\n', pos_);
-  const std::size_t stop = newline == std::string::npos ? text_.size() : newline;
-  std::string line = text_.substr(pos_, stop - pos_);
+  std::size_t newline;
+  while ((newline = buffer_.find('\n', pos_)) == std::string::npos && Fill()) {
+  }
+  const std::size_t stop = newline == std::string::npos ? buffer_.size() : newline;
+  line.assign(buffer_, pos_, stop - pos_);
   if (!line.empty() && line.back() == '\r') line.pop_back();
-  pos_ = newline == std::string::npos ? text_.size() : newline + 1;
+  pos_ = newline == std::string::npos ? buffer_.size() : newline + 1;
+}
+
+std::string LineReader::ReadLine() {
+  std::string line;
+  ReadLine(line);
   return line;
 }
 

@@ -1,8 +1,10 @@
 #pragma once
-// Line-by-line reading of a text file, with the end-of-file rules the readers depend on: the
-// file is read whole when opened, lines end in LF or CR LF, a final line without a line end
-// still counts, and a read after the last line is a read-past-end fault.
+// Line-by-line reading of a text file, with the end-of-file rules the readers depend on: lines
+// end in LF or CR LF, a final line without a line end still counts, and a read after the last
+// line is a read-past-end fault.
 
+#include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,23 +13,29 @@ namespace tessel {
 
 class LineReader {
  public:
-  // Opens and reads the file; a file that cannot be opened is a file-not-found fault.
+  // Opens the file; a file that cannot be opened is a file-not-found fault. Only as much of
+  // the file is read as the lines asked for.
   explicit LineReader(const std::string& path);
   // Reads the lines of a text already in memory.
   static LineReader FromText(std::string text);
 
   // The next line without its line end.
   std::string ReadLine();
+  // The same into `line`, reusing its storage.
+  void ReadLine(std::string& line);
   // True when every line has been read.
-  bool Eof() const { return pos_ >= text_.size(); }
-
-  // The unread rest of the text, for readers that tokenise it themselves.
-  std::string_view Rest() const { return std::string_view(text_).substr(pos_); }
-  void Advance(std::size_t n) { pos_ += n; }
+  bool Eof();
 
  private:
   LineReader() = default;
-  std::string text_;
+  // More of the file into the buffer; false at the end of the file.
+  bool Fill();
+
+  struct Closer {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+  };
+  std::unique_ptr<std::FILE, Closer> file_;
+  std::string buffer_;
   std::size_t pos_ = 0;
 };
 

@@ -13,19 +13,16 @@ namespace tessel {
 
 namespace {
 
-bool IsDigitAt(const std::string& line, int column) {
-  const std::string c = Mid(line, column, 1);
-  return c >= "0" && c <= "9" && !c.empty();
+bool IsDigitAt(std::string_view line, int column) {
+  const std::string_view c = MidView(line, column, 1);
+  return !c.empty() && c[0] >= '0' && c[0] <= '9';
 }
 
-bool IsBlankAt(const std::string& line, int column) { return Mid(line, column, 1) == " "; }
+bool IsBlankAt(std::string_view line, int column) { return MidView(line, column, 1) == " "; }
 
-bool IsAttributeLine(const std::string& line) {
-  const std::string head = Left(line, 4);
-  return head == "Sec_" || head == "SEC_";
-}
+bool IsAttributeLine(std::string_view line) { return line.starts_with("Sec_") || line.starts_with("SEC_"); }
 
-bool IsLocationLine(const std::string& line) { return Left(line, 11) == " PARCEL N,E"; }
+bool IsLocationLine(std::string_view line) { return line.starts_with(" PARCEL N,E"); }
 
 // Parcels at exactly the same location are flagged as multiple, each of them.
 void FlagMultiple(ParcelStore& store) {
@@ -75,8 +72,9 @@ void ReadParcels(Session& session) {
   LineReader in(path);
   int next = 1;
   int pending = 0;
+  std::string line;
   while (!in.Eof()) {
-    const std::string line = in.ReadLine();
+    in.ReadLine(line);
     if (IsAttributeLine(line)) {
       store.ParcelLine.at(next) = line;
       ++next;
@@ -87,8 +85,8 @@ void ReadParcels(Session& session) {
       for (int i = next - pending; i <= next + pending; ++i) store.ParcelRing.at(i) = line;
     }
     if (IsLocationLine(line)) {
-      const double y = Val(LTrim(Mid(line, 17, 11)));
-      const double x = Val(LTrim(Mid(line, 33, 11)));
+      const double y = Val(MidView(line, 17, 11));
+      const double x = Val(MidView(line, 33, 11));
       for (int i = next - pending; i <= next + pending; ++i) {
         store.ParcelY.at(i) = y;
         store.ParcelX.at(i) = x;
