@@ -1,6 +1,7 @@
 #include "core/load_sequence.h"
 
 #include "calculations/note_file.h"
+#include "core/config_actions.h"
 #include "core/coordinate_files.h"
 #include "core/fault.h"
 #include "core/identity.h"
@@ -55,10 +56,7 @@ void MainFormLoad(Session& session) {
   session.user.Status(2, "");
   session.user.Status(3, "");
   session.config = ReadConfig(session.ToolFile("Tessel.cfg"));
-  for (int k = 1; k <= 12; ++k) {
-    const ToolButtonEntry& entry = session.config.ToolButton[static_cast<std::size_t>(k - 1)];
-    if (Trim(entry.path) != "none") session.user.SetToolButton(k, entry.caption);
-  }
+  ApplyToolButtons(session);
   ApplyViewOptions(session);
   InitialMenus(session);
 }

@@ -49,6 +49,11 @@ class UserPort {
   virtual void UnloadForm(const std::string& name) = 0;
   // Empties the list of a tool form that stays open.
   virtual void ClearList(const std::string& form) = 0;
+  // Shows a popup menu at the pointer with the named entries visible and the others hidden.
+  virtual void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
+                         const std::vector<std::string>& hidden) = 0;
+  // The main window's outer size in twips (1/1440 inch), which zoom previous takes as a size.
+  virtual void OuterSizeTwips(double& width, double& height) = 0;
   // User tool entry k (1 to 12) is set: the toolbox button gets the caption, and for the first
   // ten the toolbar key "usr<k>" shows it as its tip.
   virtual void SetToolButton(int k, const std::string& caption) = 0;

@@ -33,6 +33,14 @@ class RecordingUserPort : public UserPort {
   void UnloadForm(const std::string& name) override { unloaded.push_back(name); }
   void ClearList(const std::string& form) override { clearedLists.push_back(form); }
   void SetToolButton(int k, const std::string& caption) override { toolButtons[k] = caption; }
+  void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
+                 const std::vector<std::string>&) override {
+    popups.push_back({menu, visible});
+  }
+  void OuterSizeTwips(double& width, double& height) override {
+    width = outerTwips.first;
+    height = outerTwips.second;
+  }
 
   // Prepared replies, taken in order; when empty, a message is answered Ok (Yes for a Yes/No
   // question), an input box and a file chooser are cancelled.
@@ -53,9 +61,57 @@ class RecordingUserPort : public UserPort {
   std::vector<std::string> unloaded;
   std::vector<std::string> clearedLists;
   std::map<int, std::string> toolButtons;
+  struct Popup {
+    std::string menu;
+    std::vector<std::string> visible;
+  };
+  std::vector<Popup> popups;
+  std::pair<double, double> outerTwips{14400.0, 10800.0};
 
   // The texts of the messages, in order.
   std::vector<std::string> MessageTexts() const;
+};
+
+// One primitive as the canvas received it.
+struct CanvasCall {
+  std::string op;  // "Clear", "Dot", "Line", "Text", "Circle", "PenWidth", "PenStyle", "DrawMode", "Colours", "Scale"
+  std::vector<double> args;
+  unsigned colour = 0;
+  std::string text;
+
+  bool operator==(const CanvasCall&) const = default;
+};
+
+// A canvas that records every primitive in order.
+class RecordingCanvas : public CanvasPort {
+ public:
+  void Clear() override { calls.push_back({"Clear", {}, 0, {}}); }
+  void Dot(double x, double y, unsigned colour) override { calls.push_back({"Dot", {x, y}, colour, {}}); }
+  void Line(double x1, double y1, double x2, double y2, unsigned colour) override {
+    calls.push_back({"Line", {x1, y1, x2, y2}, colour, {}});
+  }
+  void Text(const std::string& text) override { calls.push_back({"Text", {}, 0, text}); }
+  void Circle(double x, double y, double radius, unsigned colour) override {
+    calls.push_back({"Circle", {x, y, radius}, colour, {}});
+  }
+  void SetPenWidth(int width) override { calls.push_back({"PenWidth", {double(width)}, 0, {}}); }
+  void SetPenStyle(int style) override { calls.push_back({"PenStyle", {double(style)}, 0, {}}); }
+  void SetDrawMode(DrawMode mode) override { calls.push_back({"DrawMode", {mode == DrawMode::Invert ? 1.0 : 0.0}, 0, {}}); }
+  void SetColours(unsigned back, unsigned fore) override { calls.push_back({"Colours", {double(back), double(fore)}, 0, {}}); }
+  void SetScale(double left, double top, double width, double height) override {
+    calls.push_back({"Scale", {left, top, width, height}, 0, {}});
+  }
+
+  // The calls of one kind, in order.
+  std::vector<CanvasCall> Of(const std::string& op) const {
+    std::vector<CanvasCall> out;
+    for (const auto& c : calls) {
+      if (c.op == op) out.push_back(c);
+    }
+    return out;
+  }
+
+  std::vector<CanvasCall> calls;
 };
 
 // A canvas that keeps nothing.

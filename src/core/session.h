@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "calculations/note_lines.h"
 #include "core/config.h"
@@ -61,7 +62,13 @@ struct Session {
   ViewState view;
   ViewChecks checks;
   std::int16_t ToolMode = 0;
+  // One counter for all pick tools.
   std::int16_t SelectionCount = 0;
+  // The picks standing in the selection list windows, in list order: point indexes, raw line
+  // indexes and parcel indexes.
+  std::vector<int> SelectedPoints;
+  std::vector<int> SelectedLines;
+  std::vector<int> SelectedParcels;
 
   // A dataset of the job: JobBase followed by the extension, found in whatever case it exists.
   std::string DatasetPath(std::string_view extension) const;

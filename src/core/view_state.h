@@ -11,6 +11,13 @@ struct ViewRect {
 };
 
 struct ViewState {
+  // The canvas scale: a world point (x, y) lands at pixel ((x - ScaleLeft) / ScaleWidth * width,
+  // (y - ScaleTop) / ScaleHeight * height); ScaleHeight is negative.
+  float ScaleLeft = 0.0f;
+  float ScaleTop = 0.0f;
+  float ScaleWidth = 1.0f;
+  float ScaleHeight = -1.0f;
+  // The nominal window of the present view; top is the larger y.
   float ViewLeft = 0.0f;
   float ViewTop = 0.0f;
   float ViewRight = 0.0f;
@@ -19,6 +26,9 @@ struct ViewState {
   float SpanY = 0.0f;
   ViewRect PreviousView;
   ViewRect SavedViews[5];  // slots 1 to 4; a slot whose left is 0 is empty
+  int SavedViewSlot = 0;
+  // 0 or -1: the next drag on the canvas is a zoom window.
+  int ZoomWindowArmed = 0;
 
   // True once a view has been set, which a reload keeps.
   bool EverSet() const { return ViewLeft != 0.0f || ViewTop != 0.0f; }

@@ -1,0 +1,282 @@
+#include "viewer/drawing.h"
+
+#include <cmath>
+#include <optional>
+
+#include "core/fault.h"
+#include "core/identity.h"
+#include "core/job_menus.h"
+#include "core/line_files.h"
+#include "core/text.h"
+#include "viewer/view_transform.h"
+
+namespace tessel {
+
+namespace {
+
+struct Painter {
+  Session& s;
+  CanvasPort& c;
+  const Config& cfg;
+  unsigned back;
+  unsigned fore;
+};
+
+bool ZeroAt(const Session& s, int i) { return s.points.PointX(i) == 0.0 || s.points.PointY(i) == 0.0; }
+
+void DrawControl(Painter& p) {
+  for (int i = 1; i <= p.s.control.ControlCount; ++i) {
+    const ControlStation& station = p.s.control.Control.get(i);
+    p.c.SetPenWidth(p.cfg.PtSizeCtrl);
+    p.c.Dot(station.x, station.y, PaletteColour(p.cfg.CtrlColor));
+  }
+}
+
+void DrawPoints(Painter& p, bool withIds) {
+  const PointStore& points = p.s.points;
+  for (int i = 1; i <= points.PointCount(); ++i) {
+    p.c.SetPenWidth(p.cfg.PtSizeCor);
+    p.c.Dot(points.PointX(i), points.PointY(i), PaletteColour(p.cfg.CorColor));
+    if (withIds) p.c.Text(points.PointIds(i));
+  }
+  p.c.SetPenWidth(1);
+}
+
+// Network and chain lines; a line with an end at a zero coordinate is left out.
+template <typename Store>
+void DrawLines(Painter& p, const Store& ends, int count, int style, int colour) {
+  p.c.SetPenWidth(1);
+  p.c.SetPenStyle(style);
+  const unsigned rgb = PaletteColour(colour);
+  for (int i = 1; i <= count; ++i) {
+    const LineEnds& e = ends.get(i);
+    if (ZeroAt(p.s, e.from) || ZeroAt(p.s, e.to)) continue;
+    p.c.Line(p.s.points.PointX(e.from), p.s.points.PointY(e.from), p.s.points.PointX(e.to), p.s.points.PointY(e.to),
+             rgb);
+  }
+}
+
+void DrawRawLines(Painter& p) {
+  Session& s = p.s;
+  std::optional<double> unitsPerChain;  // the .def is read once a refresh, at the first need
+  for (int i = 1; i <= s.raw.RawLineCount; ++i) {
+    const RawEnds& e = s.raw.RawLineEnds.get(i);
+    const unsigned colour = PaletteColour(SurveyColourNumber(e.survey, s.config.BackgroundMode));
+    p.c.SetPenWidth(1);
+    p.c.SetPenStyle(p.cfg.LineTypeLSA);
+    if (e.from != 0 && e.to != 0) {
+      p.c.Line(s.points.PointX(e.from), s.points.PointY(e.from), s.points.PointX(e.to), s.points.PointY(e.to), colour);
+    }
+    if (e.from != 0 && e.to != 0) continue;
+    if (!unitsPerChain) {
+      ReadUnitCode(s);
+      unitsPerChain = s.UnitsPerChain;
+    }
+    const RawFields& f = s.raw.RawLineFields.get(i);
+    const double a = DmsToRadians(Val(f[5]));
+    const double d = Val(f[3]);
+    const double q = Val(f[4]);
+    const double dx0 = std::sin(a) * *unitsPerChain * d;
+    const double dy0 = std::cos(a) * *unitsPerChain * d;
+    const auto unknownEnd = [&](int known, double dx, double dy) {
+      const double x = s.points.PointX(known) + dx, y = s.points.PointY(known) + dy;
+      p.c.Line(s.points.PointX(known), s.points.PointY(known), x, y, colour);
+      p.c.SetPenWidth(4);
+      p.c.Dot(x, y, p.fore);
+      p.c.SetPenWidth(1);
+    };
+    if (e.to == 0) {
+      double dx = dx0, dy = dy0;
+      if (q == 2) dy = -dy;
+      if (q == 3) { dy = -dy; dx = -dx; }
+      if (q == 4) dx = -dx;
+      unknownEnd(e.from, dx, dy);
+    }
+    if (e.from == 0) {
+      double dx = dx0, dy = dy0;
+      if (q == 2) dx = -dx;
+      if (q == 1) { dy = -dy; dx = -dx; }
+      if (q == 4) dy = -dy;
+      unknownEnd(e.to, dx, dy);
+    }
+  }
+}
+
+void DrawMultipleMarks(Painter& p) {
+  const ParcelStore& parcels = p.s.parcels;
+  if (JobGuard(p.s) && parcels.ParcelCount == 0) return;
+  for (int i = 1; i <= parcels.ParcelCount; ++i) {
+    if (parcels.ParcelMulti.get(i) != 1) continue;
+    p.c.SetPenWidth(4 * p.cfg.PtSizeCor);
+    p.c.Dot(parcels.ParcelX.get(i), parcels.ParcelY.get(i), kRed);
+    p.c.SetPenWidth(2 * p.cfg.PtSizeCor);
+    p.c.Dot(parcels.ParcelX.get(i), parcels.ParcelY.get(i), ParcelColour(parcels.ParcelLine.get(i), p.cfg.BackgroundMode));
+  }
+  p.c.SetPenWidth(1);
+}
+
+enum class ParcelLabel { None, Brief, Detailed, Full };
+
+void DrawParcels(Painter& p, ParcelLabel label) {
+  const ParcelStore& parcels = p.s.parcels;
+  if (JobGuard(p.s) && parcels.ParcelCount == 0) {
+    p.s.user.Message(kMsgLoadPolygons);
+    return;
+  }
+  for (int i = 1; i <= parcels.ParcelCount; ++i) {
+    const std::string& line = parcels.ParcelLine.get(i);
+    const bool aliquot = Mid(line, 11, 3) == "T_A";
+    p.c.SetPenWidth(2 * p.cfg.PtSizeCor);
+    p.c.Dot(parcels.ParcelX.get(i), parcels.ParcelY.get(i), ParcelColour(line, p.cfg.BackgroundMode));
+    std::optional<std::string> text;
+    if (label == ParcelLabel::Brief && !aliquot) text = Mid(line, 13, 9);
+    if (label == ParcelLabel::Detailed && !aliquot) text = ParcelDetailText(line);
+    if (label == ParcelLabel::Full) text = ParcelDetailText(line);
+    if (text) {
+      p.c.SetPenWidth(1);
+      p.c.Text(*text);
+    }
+    p.c.SetPenWidth(2 * p.cfg.PtSizeCor);
+  }
+  p.c.SetPenWidth(1);
+}
+
+void DrawRawPolygons(Painter& p) {
+  const RawPolygonStore& polygons = p.s.polygons;
+  p.c.SetPenWidth(2 * p.cfg.PtSizeCor);
+  int colour = 0;  // a tag other than the three keeps the colour of the polygon before it
+  for (int i = 1; i <= polygons.RawPolygonCount; ++i) {
+    const std::string& tag = polygons.RawPolygonTag.get(i);
+    if (tag == "S") colour = 8;
+    if (tag == "I") colour = 1;
+    if (tag == "O") colour = 2;
+    p.c.Dot(polygons.RawPolygonX.get(i), polygons.RawPolygonY.get(i), PaletteColour(colour));
+    p.c.Text(tag + " ");
+  }
+  p.c.SetPenWidth(1);
+}
+
+// Hidden lines are rubbed out in the back colour.
+void DrawHiddenLines(Painter& p) {
+  for (int i = 1; i <= p.s.notes.NoteLineCount; ++i) {
+    const LineEnds& e = p.s.notes.NoteLineEnds.get(i);
+    if (ZeroAt(p.s, e.from) || ZeroAt(p.s, e.to)) continue;
+    p.c.SetPenWidth(1);
+    p.c.SetPenStyle(p.cfg.LineTypeLSA);
+    p.c.Line(p.s.points.PointX(e.from), p.s.points.PointY(e.from), p.s.points.PointX(e.to), p.s.points.PointY(e.to),
+             p.back);
+  }
+}
+
+void DrawSelectionMarks(Painter& p) {
+  Session& s = p.s;
+  for (int point : s.SelectedPoints) {
+    p.c.SetPenWidth(3 * p.cfg.PtSizeCor);
+    p.c.Dot(s.points.PointX(point), s.points.PointY(point), PaletteColour(13));
+  }
+  p.c.SetPenWidth(1);
+  for (int line : s.SelectedLines) {
+    const RawEnds& e = s.raw.RawLineEnds.get(line);
+    const double x1 = s.points.PointX(e.from), y1 = s.points.PointY(e.from);
+    const double x2 = s.points.PointX(e.to), y2 = s.points.PointY(e.to);
+    p.c.SetPenWidth(3);
+    p.c.Line(x1, y1, x2, y2, kYellow);
+    p.c.SetPenWidth(1);
+    // The configured colour number taken as a direct colour: nearly black, as it always was.
+    p.c.Line(x1, y1, x2, y2, static_cast<unsigned>(p.cfg.LsaColor));
+  }
+  const ViewChecks& v = s.checks;
+  const bool parcelsShown = v.mnuOptionsParcel || v.mnuOptionsParcelBrief || v.mnuOptionsParcelDetail ||
+                            v.mnuOptionsParcelFull;
+  for (int parcel : s.SelectedParcels) {
+    p.c.SetPenWidth(3 * p.cfg.PtSizeCor);
+    if (parcelsShown) p.c.Dot(s.parcels.ParcelX.get(parcel), s.parcels.ParcelY.get(parcel), kRed);
+  }
+  p.c.SetPenWidth(1);
+}
+
+// A layer that meets a fault ends there; the refresh goes on with the next layer.
+template <typename F>
+void Layer(F&& paint) {
+  try {
+    paint();
+  } catch (const RuntimeFault&) {
+  }
+}
+
+}  // namespace
+
+unsigned ParcelColour(const std::string& parcelLine, int backgroundMode) {
+  const std::string tag = Mid(parcelLine, 11, 3);
+  if (tag == "T_W") return kBlue;
+  if (tag == "T_?") return kRed;
+  if (tag == "T_L") return kYellow;
+  if (tag == "T_A") return kGreen;
+  return backgroundMode == 2 ? 0xFFFFFFu : 0x000000u;
+}
+
+int SurveyColourNumber(int survey, int backgroundMode) {
+  int c = survey - 16 * static_cast<int>(std::floor(survey / 16.0));
+  if (backgroundMode == 1 && c == 7) c = 0;
+  if (backgroundMode == 2 && c == 0) c = 7;
+  return c;
+}
+
+std::string ParcelDetailText(const std::string& line) {
+  return Mid(line, 5, 3) + Mid(line, 9, 1) + "," + Trim(Mid(line, 13, 6)) + "," + Trim(Mid(line, 20, 2)) + "," +
+         Trim(Mid(line, 27, 9));
+}
+
+void RefreshView(Session& s) {
+  s.user.SetPointer(Pointer::Hourglass);
+  Painter p{s, s.canvas, s.config, BackColour(s.config.BackgroundMode), ForeColour(s.config.BackgroundMode)};
+  p.c.Clear();
+  const ViewChecks& v = s.checks;
+  if (v.mnuOptionsControl) Layer([&] { DrawControl(p); });
+  if (v.mnuViewPoints) Layer([&] { DrawPoints(p, v.mnuOptionsID); });
+  if (v.mnuOptionsLinesLXN) {
+    Layer([&] { DrawLines(p, s.lxn.LxnLineEnds, s.lxn.LxnSegmentCount, p.cfg.LineTypeLXN, p.cfg.LxnColor); });
+  }
+  if (v.mnuOptionsLinesLSA) {
+    Layer([&] { DrawLines(p, s.lsa.LsaLineEnds, s.lsa.LsaLineCount, p.cfg.LineTypeLSA, p.cfg.LsaColor); });
+  }
+  if (v.mnuViewLinesRaw) Layer([&] { DrawRawLines(p); });
+  if (v.mnuOptionsMultiAtt) Layer([&] { DrawMultipleMarks(p); });
+  if (v.mnuOptionsParcel) Layer([&] { DrawParcels(p, ParcelLabel::None); });
+  if (v.mnuOptionsParcelBrief) Layer([&] { DrawParcels(p, ParcelLabel::Brief); });
+  if (v.mnuOptionsParcelDetail) Layer([&] { DrawParcels(p, ParcelLabel::Detailed); });
+  if (v.mnuOptionsParcelFull) Layer([&] { DrawParcels(p, ParcelLabel::Full); });
+  if (v.mnuViewRPO) {
+    Layer([&] { DrawRawPolygons(p); });
+    Layer([&] { DrawHiddenLines(p); });
+  }
+  Layer([&] { DrawSelectionMarks(p); });
+  s.user.SetPointer(Pointer::Arrow);
+}
+
+void RefreshViewAfterExtents(Session& s) {
+  s.canvas.Clear();
+  ZoomExtents(s);
+  RefreshView(s);
+}
+
+void DrawParcelRing(Session& s, const std::string& ring) {
+  s.canvas.SetPenWidth(3);
+  const unsigned colour = s.config.BackgroundMode == 2 ? kYellow : kRed;
+  const int fields = static_cast<int>(ring.size()) / 7;
+  std::string before = Trim(Mid(ring, 2, 7));
+  for (int k = 1; k < fields; ++k) {
+    const std::string id = Trim(Mid(ring, 7 * k + 1, 7));
+    const int a = s.points.Find(before), b = s.points.Find(id);
+    const double x1 = s.points.PointX(a), y1 = s.points.PointY(a), x2 = s.points.PointX(b), y2 = s.points.PointY(b);
+    if (x1 != 0 && y1 != 0 && x2 != 0 && y2 != 0) s.canvas.Line(x1, y1, x2, y2, colour);
+    before = id;
+  }
+  s.canvas.SetPenWidth(1);
+}
+
+void Viewer::RefreshViewAfterExtents() { tessel::RefreshViewAfterExtents(session_); }
+void Viewer::RefreshView() { tessel::RefreshView(session_); }
+void Viewer::ClearCanvas() { session_.canvas.Clear(); }
+
+}  // namespace tessel

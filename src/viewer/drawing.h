@@ -1,0 +1,45 @@
+#pragma once
+// The refresh: every shown layer painted from the stores in one pass, in a fixed order, so that
+// a later layer covers an earlier one. What is shown is held in the View menu's check marks.
+
+#include <string>
+
+#include "core/session.h"
+
+namespace tessel {
+
+inline constexpr const char* kMsgLoadPolygons = "You must load Polygons before viewing.";
+
+inline constexpr unsigned kYellow = 0xFFFF00;
+inline constexpr unsigned kRed = 0xFF0000;
+inline constexpr unsigned kBlue = 0x0000FF;
+inline constexpr unsigned kGreen = 0x00FF00;
+
+void RefreshView(Session& session);
+// Clear, zoom extents, then the refresh: the first drawing of a job.
+void RefreshViewAfterExtents(Session& session);
+
+// The colour of a parcel from the type tag in columns 11 to 13 of its attribute line.
+unsigned ParcelColour(const std::string& parcelLine, int backgroundMode);
+// The colour number of a survey's record lines: the palette in survey order, with the colour
+// that would vanish on the background swapped.
+int SurveyColourNumber(int survey, int backgroundMode);
+// "Detailed" label of a parcel: section and location, type and number, suffix, acreage.
+std::string ParcelDetailText(const std::string& parcelLine);
+
+// Outlines one parcel's ring of 7-column point fields.
+void DrawParcelRing(Session& session, const std::string& ring);
+
+// The viewer as the load sequence sees it.
+class Viewer : public Display {
+ public:
+  explicit Viewer(Session& session) : session_(session) {}
+  void RefreshViewAfterExtents() override;
+  void RefreshView() override;
+  void ClearCanvas() override;
+
+ private:
+  Session& session_;
+};
+
+}  // namespace tessel

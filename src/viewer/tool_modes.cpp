@@ -1,0 +1,258 @@
+#include "viewer/tool_modes.h"
+
+#include <cmath>
+
+#include "core/config.h"
+#include "core/identity.h"
+#include "core/paths.h"
+#include "parcels/raw_polygons.h"
+#include "viewer/drawing.h"
+#include "viewer/view_transform.h"
+
+namespace tessel {
+
+namespace {
+
+const char* ModeText(int mode) {
+  switch (mode) {
+    case 1: return "Select a point to display coordinates";
+    case 2: return kStatusZoomPan;
+    case 4: return "Select Parcel(s) for editing";
+    case 5: return "Edit Raw Polygons";
+    case 6: return "Select line(s)";
+    default: return "";
+  }
+}
+
+// The exclusive toolbar buttons: each mode that has one pushes it and raises the other two.
+void PushModeButton(Session& s, int mode) {
+  s.user.SetChecked("Select", mode == 1);
+  s.user.SetChecked("Centroid", mode == 4);
+  s.user.SetChecked("Zoom", mode == 2);
+}
+
+// The rubber band from the drag's start to (x, y): a dotted rectangle while a zoom window is
+// armed, otherwise a dotted line; drawn inverted so that drawing it again rubs it out.
+void DrawBand(Session& s, const DragState& d, float x, float y) {
+  if (s.view.ZoomWindowArmed) {
+    s.canvas.Line(d.DragX0, d.DragY0, x, d.DragY0, 0);
+    s.canvas.Line(x, d.DragY0, x, y, 0);
+    s.canvas.Line(x, y, d.DragX0, y, 0);
+    s.canvas.Line(d.DragX0, y, d.DragX0, d.DragY0, 0);
+  } else {
+    s.canvas.Line(d.DragX0, d.DragY0, x, y, 0);
+  }
+}
+
+bool ToolbarNeedsJob(Session& s) {
+  if (JobGuard(s)) return true;
+  s.user.Message(kMsgOpenProject, Icon::Stop);
+  return false;
+}
+
+// The toolbar's zoom keys first switch to the zoom tool.
+void ToolbarZoomTool(Session& s) { SetToolMode(s, 2); }
+
+}  // namespace
+
+void SetToolMode(Session& s, int mode) {
+  s.ToolMode = static_cast<std::int16_t>(mode);
+  s.user.Status(1, ModeText(mode));
+  for (int panel = 2; panel <= 4; ++panel) s.user.Status(panel, "");
+  PushModeButton(s, mode);
+}
+
+void CanvasMouseDown(Session& s, DragState& d, MouseButton button, float x, float y) {
+  if (s.ToolMode == 9) return;
+  d.PanDragging = s.ToolMode == 2 ? -1 : 0;
+  if (button == MouseButton::Right) {
+    if (s.ToolMode == 2) {
+      s.user.ShowPopup("mnuPopup", {"mnuPopupCancel", "mnuPopupZE", "mnuPopupZoomOut", "mnuPopupZoomP"},
+                       {"mnuPopupHelp", "mnuPopupOther", "mnuPopupEditCRPO"});
+    }
+    return;
+  }
+  if (s.ToolMode == 2) PushModeButton(s, 2);
+  d.DragX0 = d.RubberX = x;
+  d.DragY0 = d.RubberY = y;
+}
+
+void CanvasMouseMove(Session& s, DragState& d, bool buttonDown, float x, float y) {
+  if (s.ToolMode == 9 || !buttonDown || (d.PanDragging == 0 && s.view.ZoomWindowArmed == 0)) return;
+  s.canvas.SetDrawMode(DrawMode::Invert);
+  s.canvas.SetPenStyle(2);
+  DrawBand(s, d, d.RubberX, d.RubberY);
+  DrawBand(s, d, x, y);
+  d.RubberX = x;
+  d.RubberY = y;
+  s.canvas.SetPenStyle(s.config.LineTypeLSA);
+  s.canvas.SetDrawMode(DrawMode::Copy);
+}
+
+void CanvasMouseUp(Session& s, DragState& d, MouseButton button, float x, float y) {
+  d.PanDragging = 0;
+  if (s.ToolMode == 2) {
+    if (s.view.ZoomWindowArmed) {
+      d.DragX1 = x;
+      d.DragY1 = y;
+      ZoomWindow(s, d.DragX0, d.DragY0, d.DragX1, d.DragY1);
+      return;
+    }
+    if (button == MouseButton::Left) {
+      d.DragX1 = x;
+      d.DragY1 = y;
+      DragPan(s, d.DragX0, d.DragY0, d.DragX1, d.DragY1);
+    }
+  }
+}
+
+void CanvasDoubleClick(Session& s) {
+  if (s.ToolMode == 4 || s.ToolMode == 9) return;
+  if (s.ToolMode == 2) {
+    if (!ZoomInGuard(s)) return;
+    SavePrevious(s);
+    ZoomIn(s);
+  }
+  s.user.SetPointer(Pointer::Arrow);
+}
+
+void CanvasKey(Session& s, ViewKey key) {
+  switch (key) {
+    case ViewKey::Home:
+      ZoomExtents(s);
+      Redraw(s);
+      break;
+    case ViewKey::PageDown:
+      if (ZoomInGuard(s)) ZoomIn(s);
+      break;
+    case ViewKey::PageUp: ZoomOut(s); break;
+    case ViewKey::W: MenuZoomWindow(s); break;
+    case ViewKey::Up: Pan(s, PanDirection::Up); break;
+    case ViewKey::Down: Pan(s, PanDirection::Down); break;
+    case ViewKey::Left: Pan(s, PanDirection::Left); break;
+    case ViewKey::Right: Pan(s, PanDirection::Right); break;
+  }
+}
+
+void MenuRefresh(Session& s) { Redraw(s); }
+
+void MenuZoomIn(Session& s) {
+  if (!ZoomInGuard(s)) return;
+  SavePrevious(s);
+  ZoomIn(s);
+}
+
+void MenuZoomOut(Session& s) {
+  SavePrevious(s);
+  ZoomOut(s);
+}
+
+void MenuZoomExtents(Session& s) {
+  SavePrevious(s);
+  if (s.display) s.display->ClearCanvas();
+  ZoomExtents(s);
+  Redraw(s);
+}
+
+void MenuZoomWindow(Session& s) {
+  s.user.SetPointer(Pointer::Crosshair);
+  s.view.ZoomWindowArmed = -1;
+}
+
+void MenuZoomPrevious(Session& s) {
+  double w = 0.0, h = 0.0;
+  s.user.OuterSizeTwips(w, h);
+  ZoomPrevious(s, w, h);
+  Redraw(s);
+}
+
+void PopupCancel(Session& s) {
+  s.ToolMode = 2;
+  Redraw(s);
+}
+
+void ToolbarZoomIn(Session& s) {
+  SavePrevious(s);
+  ToolbarZoomTool(s);
+  ZoomIn(s);
+}
+
+void ToolbarZoomOut(Session& s) {
+  SavePrevious(s);
+  ToolbarZoomTool(s);
+  ZoomOut(s);
+}
+
+void ToolbarZoomExtents(Session& s) {
+  if (!ToolbarNeedsJob(s)) return;
+  SavePrevious(s);
+  ToolbarZoomTool(s);
+  if (s.display) s.display->ClearCanvas();
+  ZoomExtents(s);
+  Redraw(s);
+}
+
+void ToolbarZoomWindow(Session& s) {
+  if (!ToolbarNeedsJob(s)) return;
+  SavePrevious(s);
+  ToolbarZoomTool(s);
+  MenuZoomWindow(s);
+  s.user.Status(2, "Select an area to zoom");
+}
+
+void ToolbarZoomPrevious(Session& s) {
+  double w = 0.0, h = 0.0;
+  s.user.OuterSizeTwips(w, h);
+  ZoomPrevious(s, w, h);
+}
+
+void ToggleLayer(Session& s, const std::string& name) {
+  ViewChecks& c = s.checks;
+  struct Entry {
+    const char* menu;
+    bool ViewChecks::*flag;
+    const char* toolbar;
+  };
+  static const Entry entries[] = {
+      {"mnuOptionsControl", &ViewChecks::mnuOptionsControl, nullptr},
+      {"mnuViewPoints", &ViewChecks::mnuViewPoints, nullptr},
+      {"mnuOptionsID", &ViewChecks::mnuOptionsID, "Pointids"},
+      {"mnuOptionsLinesLXN", &ViewChecks::mnuOptionsLinesLXN, "Lxn"},
+      {"mnuOptionsLinesLSA", &ViewChecks::mnuOptionsLinesLSA, "Lsa"},
+      {"mnuViewLinesRaw", &ViewChecks::mnuViewLinesRaw, "Raw"},
+      {"mnuOptionsMultiAtt", &ViewChecks::mnuOptionsMultiAtt, nullptr},
+      {"mnuOptionsParcel", &ViewChecks::mnuOptionsParcel, "parcel"},
+      {"mnuOptionsParcelBrief", &ViewChecks::mnuOptionsParcelBrief, nullptr},
+      {"mnuOptionsParcelDetail", &ViewChecks::mnuOptionsParcelDetail, nullptr},
+      {"mnuOptionsParcelFull", &ViewChecks::mnuOptionsParcelFull, nullptr},
+      {"mnuViewRPO", &ViewChecks::mnuViewRPO, nullptr},
+  };
+  const Entry* entry = nullptr;
+  for (const Entry& e : entries) {
+    if (name == e.menu) entry = &e;
+  }
+  if (!entry) return;
+  const bool on = !(c.*(entry->flag));
+  c.*(entry->flag) = on;
+  s.user.SetChecked(entry->menu, on);
+  if (entry->toolbar) s.user.SetChecked(entry->toolbar, on);
+
+  static const char* const parcelDisplays[] = {"mnuOptionsParcel", "mnuOptionsParcelBrief", "mnuOptionsParcelDetail",
+                                               "mnuOptionsParcelFull"};
+  bool isParcelDisplay = false;
+  for (const char* p : parcelDisplays) isParcelDisplay = isParcelDisplay || name == p;
+  if (isParcelDisplay && on) {
+    for (const Entry& e : entries) {
+      bool other = false;
+      for (const char* p : parcelDisplays) other = other || (name != p && std::string(e.menu) == p);
+      if (!other) continue;
+      c.*(e.flag) = false;
+      s.user.SetChecked(e.menu, false);
+      if (e.toolbar) s.user.SetChecked(e.toolbar, false);
+    }
+  }
+  if (name == "mnuViewRPO" && on && s.DatasetExists(".RPO") && s.DatasetExists(".CRP")) ReadRawPolygons(s);
+  Redraw(s);
+}
+
+}  // namespace tessel

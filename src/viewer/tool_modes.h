@@ -1,0 +1,51 @@
+#pragma once
+// The canvas's tools and what its mouse events, keys and view commands do with them. Events
+// arrive in world coordinates of single precision.
+
+#include "core/session.h"
+
+namespace tessel {
+
+enum class MouseButton { Left = 1, Right = 2 };
+
+// The state of a drag on the canvas.
+struct DragState {
+  float DragX0 = 0.0f, DragY0 = 0.0f, DragX1 = 0.0f, DragY1 = 0.0f;
+  float RubberX = 0.0f, RubberY = 0.0f;
+  int PanDragging = 0;  // 0 or -1
+};
+
+inline constexpr const char* kStatusZoomPan = "Zoom / Pan";
+
+// A toolbar mode key: the tool, its panel 1 text, panels 2 to 4 emptied, and the three exclusive
+// buttons Select, Centroid and Zoom pushed or raised to match.
+void SetToolMode(Session& session, int mode);
+
+void CanvasMouseDown(Session& session, DragState& drag, MouseButton button, float x, float y);
+// `buttonDown` tells whether any button is held.
+void CanvasMouseMove(Session& session, DragState& drag, bool buttonDown, float x, float y);
+void CanvasMouseUp(Session& session, DragState& drag, MouseButton button, float x, float y);
+void CanvasDoubleClick(Session& session);
+
+enum class ViewKey { Home, PageDown, PageUp, W, Up, Down, Left, Right };
+void CanvasKey(Session& session, ViewKey key);
+
+// The view commands of the Tools menu, the popup and the toolbar.
+void MenuRefresh(Session& session);
+void MenuZoomIn(Session& session);
+void MenuZoomOut(Session& session);
+void MenuZoomExtents(Session& session);
+void MenuZoomWindow(Session& session);
+void MenuZoomPrevious(Session& session);
+void PopupCancel(Session& session);
+void ToolbarZoomIn(Session& session);
+void ToolbarZoomOut(Session& session);
+void ToolbarZoomExtents(Session& session);
+void ToolbarZoomWindow(Session& session);
+void ToolbarZoomPrevious(Session& session);
+
+// A View menu check, by its name: inverts it, mirrors its toolbar key, repaints. The four parcel
+// displays exclude each other; turning raw polygons on reads them first.
+void ToggleLayer(Session& session, const std::string& menuName);
+
+}  // namespace tessel
