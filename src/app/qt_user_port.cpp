@@ -72,6 +72,8 @@ std::optional<FileChoice> QtUserPort::ChooseFile(const FileRequest& request) {
   QFileDialog dialog(&window_, FromBytes(request.title), FromBytes(request.initialFolder), QtFilter(request.filter));
   dialog.setObjectName(request.save ? QStringLiteral("dlgSave") : QStringLiteral("dlgOpen"));
   dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  // The same dialog on every platform, which also lets the tests answer it.
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   if (!request.defaultExtension.empty()) dialog.setDefaultSuffix(FromBytes(request.defaultExtension).remove('.'));
   if (!request.overwritePrompt) dialog.setOption(QFileDialog::DontConfirmOverwrite);
@@ -127,6 +129,22 @@ void QtUserPort::SetToolButton(int k, const std::string& caption) {
     action->setToolTip(FromBytes(caption));
     action->setVisible(true);
   }
+}
+
+}  // namespace tessel
+
+namespace tessel {
+
+void QtUserPort::ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
+                           const std::vector<std::string>& hidden) {
+  if (popup_) popup_(menu, visible, hidden);
+}
+
+void QtUserPort::OuterSizeTwips(double& width, double& height) {
+  const QRect frame = window_.frameGeometry();
+  const double twipsPerPixel = 1440.0 / window_.logicalDpiX();
+  width = frame.width() * twipsPerPixel;
+  height = frame.height() * twipsPerPixel;
 }
 
 }  // namespace tessel

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <array>
+#include <functional>
 
 #include "core/ports.h"
 
@@ -27,8 +28,16 @@ class QtUserPort : public UserPort {
   void UnloadForm(const std::string& name) override;
   void ClearList(const std::string& form) override;
   void SetToolButton(int k, const std::string& caption) override;
+  void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
+                 const std::vector<std::string>& hidden) override;
+  void OuterSizeTwips(double& width, double& height) override;
+
+  using PopupHandler = std::function<void(const std::string&, const std::vector<std::string>&,
+                                          const std::vector<std::string>&)>;
+  void SetPopupHandler(PopupHandler handler) { popup_ = std::move(handler); }
 
  private:
+  PopupHandler popup_;
   QMainWindow& window_;
   std::array<QLabel*, 4> panels_;
   bool overridden_ = false;

@@ -1,32 +1,60 @@
 #include "app/view_window.h"
 
+#include <QActionGroup>
 #include <QCloseEvent>
 #include <QDir>
+#include <QFileInfo>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
 
+#include "app/config_dialog.h"
+#include "app/reset_view_form.h"
 #include "core/load_sequence.h"
+#include "viewer/view_transform.h"
 
 namespace tessel {
 
 ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow(parent) {
   setObjectName(QStringLiteral("View"));
   setWindowTitle(QStringLiteral("Tessel"));
-  BuildMenus();
+  canvas_ = new CanvasWidget(this);
+  setCentralWidget(canvas_);
   BuildStatusBar();
-  setCentralWidget(new QWidget(this));
-  resize(960, 720);
 
   user_ = std::make_unique<QtUserPort>(*this, panels_);
+  user_->SetPopupHandler([this](const std::string& menu, const std::vector<std::string>& visible,
+                                const std::vector<std::string>& hidden) { ShowPopup(menu, visible, hidden); });
   processes_ = std::make_unique<QtProcessPort>(*this);
-  session_ = std::make_unique<Session>(*user_, canvas_, *processes_);
+  session_ = std::make_unique<Session>(*user_, *canvas_, *processes_);
+  viewer_ = std::make_unique<Viewer>(*session_);
+  session_->display = viewer_.get();
   session_->ToolFolder = QDir::toNativeSeparators(toolFolder).toLocal8Bit().toStdString();
   session_->CurrentFolder = session_->ToolFolder;
-  MainFormLoad(*session_);
+
+  BuildMenus();
+  BuildPopup();
+  BuildToolBar();
+
+  Session& s = *session_;
+  connect(canvas_, &CanvasWidget::mousePressed, this, [this, &s](Qt::MouseButton b, QPointF w) {
+    CanvasMouseDown(s, drag_, b == Qt::RightButton ? MouseButton::Right : MouseButton::Left, float(w.x()), float(w.y()));
+  });
+  connect(canvas_, &CanvasWidget::mouseMoved, this, [this, &s](Qt::MouseButtons b, QPointF w) {
+    CanvasMouseMove(s, drag_, b != Qt::NoButton, float(w.x()), float(w.y()));
+  });
+  connect(canvas_, &CanvasWidget::mouseReleased, this, [this, &s](Qt::MouseButton b, QPointF w) {
+    CanvasMouseUp(s, drag_, b == Qt::RightButton ? MouseButton::Right : MouseButton::Left, float(w.x()), float(w.y()));
+  });
+  connect(canvas_, &CanvasWidget::doubleClicked, this, [&s](QPointF) { CanvasDoubleClick(s); });
+  connect(canvas_, &CanvasWidget::resized, this, [&s] { Redraw(s); });
+  resize(1024, 768);
 }
 
 ViewWindow::~ViewWindow() = default;
+
+void ViewWindow::Load() { MainFormLoad(*session_); }
 
 QAction* ViewWindow::AddEntry(QMenu* menu, const char* name, const QString& caption) {
   QAction* action = menu->addAction(caption);
@@ -34,17 +62,198 @@ QAction* ViewWindow::AddEntry(QMenu* menu, const char* name, const QString& capt
   return action;
 }
 
+QAction* ViewWindow::AddCheck(QMenu* menu, const char* name, const QString& caption) {
+  QAction* action = AddEntry(menu, name, caption);
+  action->setCheckable(true);
+  // The check mark follows the core, which inverts it and repaints.
+  connect(action, &QAction::triggered, this, [this, action, name] {
+    action->setChecked(!action->isChecked());
+    ToggleLayer(*session_, name);
+  });
+  return action;
+}
+
 void ViewWindow::BuildMenus() {
+  Session& s = *session_;
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
   file->setObjectName(QStringLiteral("mnuFile"));
-  connect(AddEntry(file, "mnuFileOpen", QStringLiteral("&Open")), &QAction::triggered, this,
-          [this] { FileOpen(*session_); });
+  connect(AddEntry(file, "mnuFileOpen", QStringLiteral("&Open...")), &QAction::triggered, this, [&s] { FileOpen(s); });
   connect(AddEntry(file, "mnuFileReload", QStringLiteral("Reload Current")), &QAction::triggered, this,
-          [this] { ReloadJob(*session_); });
-  connect(AddEntry(file, "mnuFileClose", QStringLiteral("&Close")), &QAction::triggered, this,
-          [this] { FileClose(*session_); });
+          [&s] { ReloadJob(s); });
+  connect(AddEntry(file, "mnuFileClose", QStringLiteral("&Close")), &QAction::triggered, this, [&s] { FileClose(s); });
+  file->addSeparator();
+  connect(AddEntry(file, "mnuFileConfig", QStringLiteral("Configuration Options...")), &QAction::triggered, this,
+          [this, &s] {
+            ConfigDialog dialog(s, this);
+            dialog.exec();
+          });
   file->addSeparator();
   connect(AddEntry(file, "mnuFileExit", QStringLiteral("E&xit")), &QAction::triggered, this, [this] { close(); });
+
+  QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+  edit->setObjectName(QStringLiteral("mnuEdit"));
+
+  QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+  view->setObjectName(QStringLiteral("mnuView"));
+  AddCheck(view, "mnuOptionsControl", QStringLiteral("Control Stations"));
+  AddCheck(view, "mnuViewPoints", QStringLiteral("Points"));
+  AddCheck(view, "mnuOptionsID", QStringLiteral("Point Names"));
+  view->addSeparator();
+  AddCheck(view, "mnuOptionsLinesLXN", QStringLiteral("Lines  (LXN)"));
+  AddCheck(view, "mnuOptionsLinesLSA", QStringLiteral("Lines  (LSA)"));
+  AddCheck(view, "mnuViewLinesRaw", QStringLiteral("Lines (RAW)"));
+  view->addSeparator();
+  AddCheck(view, "mnuOptionsMultiAtt", QStringLiteral("Multiple Attributes"));
+  AddCheck(view, "mnuOptionsParcel", QStringLiteral("Parcels"));
+  AddCheck(view, "mnuOptionsParcelBrief", QStringLiteral("Parcels - Brief"));
+  AddCheck(view, "mnuOptionsParcelDetail", QStringLiteral("Parcels - Detailed"));
+  AddCheck(view, "mnuOptionsParcelFull", QStringLiteral("Parcels - Full"));
+  view->addSeparator();
+  AddCheck(view, "mnuViewRPO", QStringLiteral("Raw Polygons"));
+  view->addSeparator();
+  connect(AddEntry(view, "mnuZoomExtents", QStringLiteral("Zoom &Extents")), &QAction::triggered, this,
+          [&s] { MenuZoomExtents(s); });
+
+  QMenu* command = menuBar()->addMenu(QStringLiteral("&Command"));
+  command->setObjectName(QStringLiteral("mnuCommand"));
+
+  QMenu* tools = menuBar()->addMenu(QStringLiteral("&Tools"));
+  tools->setObjectName(QStringLiteral("mnuTools"));
+  QAction* refresh = AddEntry(tools, "mnuToolsRefresh", QStringLiteral("&Refresh"));
+  refresh->setShortcut(QKeySequence(Qt::Key_F5));
+  connect(refresh, &QAction::triggered, this, [&s] { MenuRefresh(s); });
+  tools->addSeparator();
+  connect(AddEntry(tools, "mnuToolsZoomIn", QStringLiteral("Zoom &In")), &QAction::triggered, this,
+          [&s] { MenuZoomIn(s); });
+  connect(AddEntry(tools, "mnuToolsZoomOut", QStringLiteral("Zoom &Out")), &QAction::triggered, this,
+          [&s] { MenuZoomOut(s); });
+  connect(AddEntry(tools, "mnuToolsZoomWin", QStringLiteral("Zoom &Window")), &QAction::triggered, this,
+          [&s] { MenuZoomWindow(s); });
+  connect(AddEntry(tools, "mnuToolsZoomPrevious", QStringLiteral("Zoom &Previous")), &QAction::triggered, this,
+          [&s] { MenuZoomPrevious(s); });
+  tools->addSeparator();
+  connect(AddEntry(tools, "mnuToolsPanUp", QStringLiteral("Pan &Up")), &QAction::triggered, this,
+          [&s] { Pan(s, PanDirection::Up); });
+  connect(AddEntry(tools, "mnuToolsPanDown", QStringLiteral("Pan &Down")), &QAction::triggered, this,
+          [&s] { Pan(s, PanDirection::Down); });
+  connect(AddEntry(tools, "mnuToolsPanLeft", QStringLiteral("Pan &Left")), &QAction::triggered, this,
+          [&s] { Pan(s, PanDirection::Left); });
+  connect(AddEntry(tools, "mnuToolsPanRight", QStringLiteral("Pan Ri&ght")), &QAction::triggered, this,
+          [&s] { Pan(s, PanDirection::Right); });
+  tools->addSeparator();
+  connect(AddEntry(tools, "mnuGoto", QStringLiteral("&Goto Point")), &QAction::triggered, this,
+          [&s] { GoToPoint(s); });
+
+  QMenu* reports = menuBar()->addMenu(QStringLiteral("&Reports"));
+  reports->setObjectName(QStringLiteral("mnuReports"));
+}
+
+void ViewWindow::BuildPopup() {
+  Session& s = *session_;
+  popup_ = new QMenu(this);
+  popup_->setObjectName(QStringLiteral("mnuPopup"));
+  connect(AddEntry(popup_, "mnuPopupCancel", QStringLiteral("Cancel")), &QAction::triggered, this,
+          [&s] { PopupCancel(s); });
+  connect(AddEntry(popup_, "mnuPopupZE", QStringLiteral("Zoom Extents")), &QAction::triggered, this,
+          [&s] { MenuZoomExtents(s); });
+  connect(AddEntry(popup_, "mnuPopupZoomOut", QStringLiteral("Zoom Out")), &QAction::triggered, this,
+          [&s] { MenuZoomOut(s); });
+  connect(AddEntry(popup_, "mnuPopupZoomP", QStringLiteral("Zoom Previous")), &QAction::triggered, this,
+          [&s] { MenuZoomPrevious(s); });
+}
+
+void ViewWindow::ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
+                           const std::vector<std::string>& hidden) {
+  QMenu* target = findChild<QMenu*>(QString::fromStdString(menu));
+  if (!target) return;
+  for (const auto& name : visible) {
+    if (auto* a = target->findChild<QAction*>(QString::fromStdString(name))) a->setVisible(true);
+  }
+  for (const auto& name : hidden) {
+    if (auto* a = target->findChild<QAction*>(QString::fromStdString(name))) a->setVisible(false);
+  }
+  target->popup(QCursor::pos());
+}
+
+QAction* ViewWindow::AddKey(const char* name, const QString& text, const QString& tip) {
+  QAction* action = toolbar_->addAction(text);
+  action->setObjectName(QString::fromLatin1(name));
+  action->setToolTip(tip);
+  return action;
+}
+
+void ViewWindow::BuildToolBar() {
+  Session& s = *session_;
+  toolbar_ = addToolBar(QStringLiteral("Toolbar"));
+  toolbar_->setObjectName(QStringLiteral("Toolbar1"));
+  toolbar_->setMovable(false);
+  connect(AddKey("Open", QStringLiteral("Open"), QStringLiteral("Open a job")), &QAction::triggered, this,
+          [&s] { ToolbarOpen(s); });
+  connect(AddKey("Reload", QStringLiteral("Reload"), QStringLiteral("Reload the current job")), &QAction::triggered,
+          this, [&s] {
+            ReloadJob(s);
+            Redraw(s);
+          });
+  toolbar_->addSeparator();
+  QAction* zoomTool = AddKey("Zoom", QStringLiteral("Zoom"), QStringLiteral("Zoom / Pan"));
+  zoomTool->setCheckable(true);
+  connect(zoomTool, &QAction::triggered, this, [&s] { SetToolMode(s, 2); });
+  connect(AddKey("Zoomin", QStringLiteral("In"), QStringLiteral("Zoom in")), &QAction::triggered, this,
+          [&s] { ToolbarZoomIn(s); });
+  connect(AddKey("zoomout", QStringLiteral("Out"), QStringLiteral("Zoom out")), &QAction::triggered, this,
+          [&s] { ToolbarZoomOut(s); });
+  connect(AddKey("Zoomext", QStringLiteral("Extents"), QStringLiteral("Zoom extents")), &QAction::triggered, this,
+          [&s] { ToolbarZoomExtents(s); });
+  connect(AddKey("Zoomwin", QStringLiteral("Window"), QStringLiteral("Zoom window")), &QAction::triggered, this,
+          [&s] { ToolbarZoomWindow(s); });
+  connect(AddKey("ZoomPrev", QStringLiteral("Previous"), QStringLiteral("Zoom previous")), &QAction::triggered, this,
+          [&s] { ToolbarZoomPrevious(s); });
+  connect(AddKey("goto", QStringLiteral("Go To"), QStringLiteral("Go to a point")), &QAction::triggered, this,
+          [&s] { GoToPoint(s); });
+  toolbar_->addSeparator();
+  for (int slot = 1; slot <= 4; ++slot) {
+    const QByteArray name = QStringLiteral("view%1").arg(slot).toLatin1();
+    QAction* key = AddKey(name.constData(), QStringLiteral("V%1").arg(slot), QStringLiteral("Saved view %1").arg(slot));
+    connect(key, &QAction::triggered, this, [&s, slot] { RecallSavedView(s, slot); });
+  }
+  connect(AddKey("ViewReset", QStringLiteral("Set View"), QStringLiteral("Set or reset a saved view")),
+          &QAction::triggered, this, [this, &s] {
+            ResetViewForm form(s, this);
+            form.exec();
+          });
+  toolbar_->addSeparator();
+  struct LayerKey {
+    const char* key;
+    const char* text;
+    const char* menu;
+  };
+  for (const LayerKey& k : {LayerKey{"Lsa", "LSA", "mnuOptionsLinesLSA"}, LayerKey{"Lxn", "LXN", "mnuOptionsLinesLXN"},
+                            LayerKey{"Raw", "RAW", "mnuViewLinesRaw"}, LayerKey{"parcel", "Parcels", "mnuOptionsParcel"},
+                            LayerKey{"Pointids", "Names", "mnuOptionsID"}}) {
+    QAction* key = AddKey(k.key, QString::fromLatin1(k.text), QString::fromLatin1(k.text));
+    key->setCheckable(true);
+    const std::string menu = k.menu;
+    connect(key, &QAction::triggered, this, [&s, key, menu] {
+      key->setChecked(!key->isChecked());
+      ToggleLayer(s, menu);
+    });
+  }
+  toolbar_->addSeparator();
+  for (int k = 1; k <= 10; ++k) {
+    const QByteArray name = QStringLiteral("usr%1").arg(k).toLatin1();
+    QAction* key = AddKey(name.constData(), QStringLiteral("U%1").arg(k), QString());
+    key->setVisible(false);
+    connect(key, &QAction::triggered, this, [this, k] { RunUserTool(k); });
+  }
+}
+
+void ViewWindow::RunUserTool(int k) {
+  const ToolButtonEntry& entry = session_->config.ToolButton[static_cast<std::size_t>(k - 1)];
+  if (!QFileInfo(QString::fromLocal8Bit(entry.path.c_str())).isFile()) {
+    session_->user.Message("Setup toolbox/toolbar under Configuration Options");
+    return;
+  }
+  session_->processes.Spawn(entry.path, session_->CurrentFolder, ShowMode::Normal);
 }
 
 void ViewWindow::BuildStatusBar() {
@@ -56,7 +265,36 @@ void ViewWindow::BuildStatusBar() {
     statusBar()->addWidget(label, i == 0 ? 3 : 1);
     panels_[i] = label;
   }
-  statusBar()->setSizeGripEnabled(true);
+}
+
+void ViewWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  // The window keeps the shape of the view: its outer width is 1.33333 times its outer height.
+  if (shaping_ || isMaximized() || isFullScreen()) return;
+  const QRect frame = frameGeometry();
+  const int extra = frame.width() - width();
+  const int wanted = static_cast<int>(std::lround(frame.height() * 1.33333)) - extra;
+  if (wanted > 0 && wanted != width()) {
+    shaping_ = true;
+    resize(wanted, height());
+    shaping_ = false;
+  }
+}
+
+void ViewWindow::keyPressEvent(QKeyEvent* event) {
+  Session& s = *session_;
+  switch (event->key()) {
+    case Qt::Key_Home: CanvasKey(s, ViewKey::Home); break;
+    case Qt::Key_PageDown: CanvasKey(s, ViewKey::PageDown); break;
+    case Qt::Key_PageUp: CanvasKey(s, ViewKey::PageUp); break;
+    case Qt::Key_W: CanvasKey(s, ViewKey::W); break;
+    case Qt::Key_Up: CanvasKey(s, ViewKey::Up); break;
+    case Qt::Key_Down: CanvasKey(s, ViewKey::Down); break;
+    case Qt::Key_Left: CanvasKey(s, ViewKey::Left); break;
+    case Qt::Key_Right: CanvasKey(s, ViewKey::Right); break;
+    default: QMainWindow::keyPressEvent(event); return;
+  }
+  event->accept();
 }
 
 void ViewWindow::closeEvent(QCloseEvent* event) {

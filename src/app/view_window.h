@@ -1,15 +1,19 @@
 #pragma once
-// The main window `View`: the menus, the four-panel status bar and the session they drive.
+// The main window `View`: menus, toolbar, canvas and the four-panel status bar, and the session
+// they drive.
 
 #include <QLabel>
 #include <QMainWindow>
+#include <QToolBar>
 #include <array>
 #include <memory>
 
+#include "app/canvas_widget.h"
 #include "app/qt_process_port.h"
 #include "app/qt_user_port.h"
-#include "core/recording_ports.h"
 #include "core/session.h"
+#include "viewer/drawing.h"
+#include "viewer/tool_modes.h"
 
 namespace tessel {
 
@@ -21,22 +25,40 @@ class ViewWindow : public QMainWindow {
   explicit ViewWindow(const QString& toolFolder, QWidget* parent = nullptr);
   ~ViewWindow() override;
 
+  // The main form's load: configuration, tool buttons, View options, menus, status texts.
+  void Load();
+
   Session& session() { return *session_; }
+  CanvasWidget& canvas() { return *canvas_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void BuildMenus();
+  void BuildPopup();
+  void BuildToolBar();
   void BuildStatusBar();
   QAction* AddEntry(QMenu* menu, const char* name, const QString& caption);
+  QAction* AddKey(const char* name, const QString& text, const QString& tip);
+  QAction* AddCheck(QMenu* menu, const char* name, const QString& caption);
+  void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
+                 const std::vector<std::string>& hidden);
+  void RunUserTool(int k);
 
   std::array<QLabel*, 4> panels_{};
+  CanvasWidget* canvas_ = nullptr;
+  QToolBar* toolbar_ = nullptr;
+  QMenu* popup_ = nullptr;
   std::unique_ptr<QtUserPort> user_;
   std::unique_ptr<QtProcessPort> processes_;
-  NullCanvas canvas_;
   std::unique_ptr<Session> session_;
+  std::unique_ptr<Viewer> viewer_;
+  DragState drag_;
   bool exited_ = false;
+  bool shaping_ = false;
 };
 
 }  // namespace tessel

@@ -14,6 +14,7 @@
 #include "core/load_sequence.h"
 #include "core/paths.h"
 #include "core/recording_ports.h"
+#include "viewer/drawing.h"
 
 namespace fs = std::filesystem;
 
@@ -31,6 +32,9 @@ int Dump(const fs::path& def, const std::string& toolFolder, bool pretty) {
   tessel::NullCanvas canvas;
   tessel::RecordingProcessPort processes;
   tessel::Session session(user, canvas, processes);
+  // The first drawing is part of File Open (its messages too), painted here on nothing.
+  tessel::Viewer viewer(session);
+  session.display = &viewer;
   session.ToolFolder = toolFolder;
   std::error_code ec;
   session.CurrentFolder = fs::current_path(ec).string();

@@ -1,0 +1,81 @@
+// Times a full refresh of every layer of a job painted with QPainter into a window-sized image,
+// as the desktop canvas paints it.
+//
+//   bench-refresh PATH.def [ROUNDS] [WIDTHxHEIGHT]
+
+#include <QGuiApplication>
+#include <QImage>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <filesystem>
+#include <vector>
+
+#include "app/painter_canvas.h"
+#include "core/load_sequence.h"
+#include "core/recording_ports.h"
+#include "viewer/drawing.h"
+
+namespace fs = std::filesystem;
+
+int main(int argc, char** argv) {
+  if (argc < 2) {
+    std::fprintf(stderr, "usage: bench-refresh PATH.def [ROUNDS] [WIDTHxHEIGHT]\n");
+    return 2;
+  }
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QGuiApplication app(argc, argv);
+  const fs::path def = fs::absolute(argv[1]);
+  const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 10;
+  int width = 1280, height = 960;
+  if (argc > 3) std::sscanf(argv[3], "%dx%d", &width, &height);
+
+  QImage image(width, height, QImage::Format_RGB32);
+  tessel::PainterCanvas canvas(&image);
+  tessel::RecordingUserPort user;
+  tessel::RecordingProcessPort processes;
+  tessel::Session session(user, canvas, processes);
+  tessel::Viewer viewer(session);
+  session.display = &viewer;
+  const fs::path tools = fs::temp_directory_path() / "tessel-bench-tools";
+  fs::create_directories(tools);
+  session.ToolFolder = tools.string();
+  tessel::MainFormLoad(session);
+  tessel::OpenJob(session, def.string(), def.filename().string());
+
+  // Every layer, with the full parcel labels and the point names.
+  tessel::ViewChecks& c = session.checks;
+  c.mnuOptionsControl = c.mnuViewPoints = c.mnuOptionsID = c.mnuOptionsLinesLXN = c.mnuOptionsLinesLSA = true;
+  c.mnuViewLinesRaw = c.mnuOptionsMultiAtt = c.mnuOptionsParcelFull = c.mnuViewRPO = true;
+  if (const char* only = std::getenv("LAYERS_OFF")) {
+    const std::string off = only;
+    if (off.find("id") != std::string::npos) c.mnuOptionsID = false;
+    if (off.find("pt") != std::string::npos) c.mnuViewPoints = false;
+    if (off.find("lsa") != std::string::npos) c.mnuOptionsLinesLSA = false;
+    if (off.find("lxn") != std::string::npos) c.mnuOptionsLinesLXN = false;
+    if (off.find("raw") != std::string::npos) c.mnuViewLinesRaw = false;
+    if (off.find("par") != std::string::npos) c.mnuOptionsParcelFull = false;
+    if (off.find("rpo") != std::string::npos) c.mnuViewRPO = false;
+  }
+
+  std::vector<double> times;
+  for (int r = 0; r < rounds; ++r) {
+    const auto t0 = std::chrono::steady_clock::now();
+    tessel::RefreshView(session);
+    canvas.Flush();
+    times.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - t0).count());
+  }
+  std::sort(times.begin(), times.end());
+  const double median = times[times.size() / 2];
+  std::printf("job: %s, %d points, %d network lines, %d chain segments, %d record lines, %d parcels, %d polygons\n",
+              def.string().c_str(), session.points.PointCount(), session.lsa.LsaLineCount - 1,
+              session.lxn.LxnSegmentCount, session.raw.RawLineCount, session.parcels.ParcelCount,
+              session.polygons.RawPolygonCount);
+  std::printf("full refresh of every layer at %dx%d: %.1f ms (median of %d)\n", width, height, median, rounds);
+  const bool ok = median < 100.0;
+  std::printf("%s\n", ok ? "within target (under 100 ms)" : "OUTSIDE TARGET");
+  tessel::FileClose(session);
+  return ok ? 0 : 1;
+}

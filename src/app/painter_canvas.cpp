@@ -1,0 +1,215 @@
+#include "app/painter_canvas.h"
+
+#include <QFontMetricsF>
+#include <cmath>
+#include <QPaintDevice>
+
+#include "app/qt_user_port.h"
+
+namespace tessel {
+
+Qt::PenStyle PenStyleOf(int style) {
+  switch (style) {
+    case 1: return Qt::DashLine;
+    case 2: return Qt::DotLine;
+    case 3: return Qt::DashDotLine;
+    case 4: return Qt::DashDotDotLine;
+    default: return Qt::SolidLine;
+  }
+}
+
+QColor ColourOf(unsigned rgb) {
+  return QColor(static_cast<int>((rgb >> 16) & 0xFF), static_cast<int>((rgb >> 8) & 0xFF), static_cast<int>(rgb & 0xFF));
+}
+
+PainterCanvas::PainterCanvas(QPaintDevice* device) : device_(device) {}
+
+PainterCanvas::~PainterCanvas() { Flush(); }
+
+void PainterCanvas::SetDevice(QPaintDevice* device) {
+  Flush();
+  device_ = device;
+}
+
+QPainter& PainterCanvas::Painter() {
+  if (!painter_) {
+    painter_ = std::make_unique<QPainter>(device_);
+    painter_->setRenderHint(QPainter::Antialiasing, false);
+    painter_->setFont(font_);
+    if (mode_ == DrawMode::Invert) painter_->setCompositionMode(QPainter::RasterOp_SourceXorDestination);
+  }
+  return *painter_;
+}
+
+void PainterCanvas::Flush() {
+  DrawPending();
+  painter_.reset();
+  textPen_ = QColor();
+}
+
+QPen PainterCanvas::PenFor(unsigned colour, bool dot) const {
+  // Inverting is an exclusive or with white, whatever colour was asked for.
+  QPen pen(mode_ == DrawMode::Invert ? QColor(Qt::white) : ColourOf(colour));
+  pen.setWidth(penWidth_);
+  pen.setCapStyle(dot ? Qt::RoundCap : Qt::FlatCap);
+  pen.setStyle(dot ? Qt::SolidLine : PenStyleOf(penStyle_));
+  return pen;
+}
+
+const QPixmap& PainterCanvas::DotSprite(unsigned colour, int width) {
+  const quint64 key = (quint64(colour) << 32) | quint64(width);
+  auto it = dotSprites_.find(key);
+  if (it == dotSprites_.end()) {
+    // The same round dot a pen of this width with round caps leaves.
+    QImage sprite(width + 2, width + 2, QImage::Format_ARGB32_Premultiplied);
+    sprite.fill(Qt::transparent);
+    QPainter p(&sprite);
+    p.setPen(PenFor(colour, true));
+    p.drawPoint(QPointF((width + 2) / 2.0, (width + 2) / 2.0));
+    p.end();
+    it = dotSprites_.insert(key, QPixmap::fromImage(sprite));
+  }
+  return *it;
+}
+
+void PainterCanvas::DrawPending() {
+  if (!device_ || batch_ == Batch::None) return;
+  QPainter& p = Painter();
+  if (batch_ == Batch::Dots) {
+    if (penWidth_ <= 1 || mode_ == DrawMode::Invert) {
+      textPen_ = QColor();
+      p.setPen(PenFor(batchColour_, true));
+      p.drawPoints(dots_.constData(), static_cast<int>(dots_.size()));
+    } else {
+      // Stamping a drawn dot is much faster than stroking each one.
+      const QPixmap& sprite = DotSprite(batchColour_, penWidth_);
+      const QRectF source(0, 0, sprite.width(), sprite.height());
+      QVector<QPainter::PixmapFragment> fragments;
+      fragments.reserve(dots_.size());
+      for (const QPointF& d : dots_) fragments.append(QPainter::PixmapFragment::create(d, source));
+      p.drawPixmapFragments(fragments.constData(), static_cast<int>(fragments.size()), sprite);
+    }
+    dots_.clear();
+  } else {
+    textPen_ = QColor();
+    p.setPen(PenFor(batchColour_, false));
+    p.drawLines(lines_.constData(), static_cast<int>(lines_.size()));
+    lines_.clear();
+  }
+  batch_ = Batch::None;
+}
+
+void PainterCanvas::Begin(Batch kind, unsigned colour) {
+  if (batch_ == kind && batchColour_ == colour) return;
+  DrawPending();
+  batch_ = kind;
+  batchColour_ = colour;
+}
+
+QPointF PainterCanvas::ToDevice(double x, double y) const {
+  if (!device_) return {};
+  return {(x - left_) / width_ * device_->width(), (y - top_) / height_ * device_->height()};
+}
+
+QPointF PainterCanvas::ToWorld(QPointF device) const {
+  if (!device_ || device_->width() == 0 || device_->height() == 0) return {};
+  return {left_ + device.x() / device_->width() * width_, top_ + device.y() / device_->height() * height_};
+}
+
+void PainterCanvas::Clear() {
+  DrawPending();
+  textX_ = 0.0;
+  textY_ = 0.0;
+  if (!device_) return;
+  QPainter& p = Painter();
+  p.setCompositionMode(QPainter::CompositionMode_Source);
+  p.fillRect(QRect(0, 0, device_->width(), device_->height()), ColourOf(back_));
+  p.setCompositionMode(mode_ == DrawMode::Invert ? QPainter::RasterOp_SourceXorDestination
+                                                 : QPainter::CompositionMode_SourceOver);
+}
+
+void PainterCanvas::Dot(double x, double y, unsigned colour) {
+  textX_ = x;
+  textY_ = y;
+  Begin(Batch::Dots, colour);
+  dots_.append(ToDevice(x, y));
+}
+
+void PainterCanvas::Line(double x1, double y1, double x2, double y2, unsigned colour) {
+  Begin(Batch::Lines, colour);
+  lines_.append(QLineF(ToDevice(x1, y1), ToDevice(x2, y2)));
+}
+
+void PainterCanvas::Text(const std::string& text) {
+  DrawPending();
+  if (!device_) return;
+  QPainter& p = Painter();
+  const QByteArray key(text.data(), static_cast<qsizetype>(text.size()));
+  auto it = texts_.find(key);
+  if (it == texts_.end()) {
+    QStaticText laidOut(FromBytes(text));
+    laidOut.setTextFormat(Qt::PlainText);
+    laidOut.setPerformanceHint(QStaticText::AggressiveCaching);
+    laidOut.prepare(QTransform(), font_);
+    it = texts_.insert(key, laidOut);
+  }
+  const QPointF exact = ToDevice(textX_, textY_);
+  const QPointF at(std::round(exact.x()), std::round(exact.y()));
+  const QColor colour = mode_ == DrawMode::Invert ? QColor(Qt::white) : ColourOf(fore_);
+  if (textPen_ != colour) {
+    p.setPen(colour);
+    textPen_ = colour;
+  }
+  p.drawStaticText(at, *it);
+  // The position is left behind the string.
+  textX_ = ToWorld(QPointF(at.x() + it->size().width(), at.y())).x();
+}
+
+void PainterCanvas::Circle(double x, double y, double radius, unsigned colour) {
+  DrawPending();
+  if (!device_) return;
+  QPainter& p = Painter();
+  textPen_ = QColor();
+  p.setPen(PenFor(colour, false));
+  p.setBrush(Qt::NoBrush);
+  const QPointF centre = ToDevice(x, y);
+  const double rx = std::abs(radius / width_ * device_->width());
+  p.drawEllipse(centre, rx, rx);
+}
+
+void PainterCanvas::SetPenWidth(int width) {
+  if (width == penWidth_) return;
+  DrawPending();
+  penWidth_ = width < 1 ? 1 : width;
+}
+
+void PainterCanvas::SetPenStyle(int style) {
+  if (style == penStyle_) return;
+  DrawPending();
+  penStyle_ = style;
+}
+
+void PainterCanvas::SetDrawMode(DrawMode mode) {
+  if (mode == mode_) return;
+  DrawPending();
+  mode_ = mode;
+  if (painter_) {
+    painter_->setCompositionMode(mode == DrawMode::Invert ? QPainter::RasterOp_SourceXorDestination
+                                                           : QPainter::CompositionMode_SourceOver);
+  }
+}
+
+void PainterCanvas::SetColours(unsigned back, unsigned fore) {
+  back_ = back;
+  fore_ = fore;
+}
+
+void PainterCanvas::SetScale(double left, double top, double width, double height) {
+  DrawPending();
+  left_ = left;
+  top_ = top;
+  width_ = width == 0.0 ? 1.0 : width;
+  height_ = height == 0.0 ? -1.0 : height;
+}
+
+}  // namespace tessel
