@@ -22,7 +22,10 @@ QColor ColourOf(unsigned rgb) {
   return QColor(static_cast<int>((rgb >> 16) & 0xFF), static_cast<int>((rgb >> 8) & 0xFF), static_cast<int>(rgb & 0xFF));
 }
 
-PainterCanvas::PainterCanvas(QPaintDevice* device) : device_(device) {}
+PainterCanvas::PainterCanvas(QPaintDevice* device) : device_(device) {
+  // Plain whole-pixel text, the same whether stamped into an image or drawn by QPainter.
+  font_.setStyleStrategy(QFont::NoAntialias);
+}
 
 PainterCanvas::~PainterCanvas() { Flush(); }
 
@@ -56,38 +59,24 @@ QPen PainterCanvas::PenFor(unsigned colour, bool dot) const {
   return pen;
 }
 
-const QPixmap& PainterCanvas::DotSprite(unsigned colour, int width) {
-  const quint64 key = (quint64(colour) << 32) | quint64(width);
-  auto it = dotSprites_.find(key);
-  if (it == dotSprites_.end()) {
-    // The same round dot a pen of this width with round caps leaves.
-    QImage sprite(width + 2, width + 2, QImage::Format_ARGB32_Premultiplied);
-    sprite.fill(Qt::transparent);
-    QPainter p(&sprite);
-    p.setPen(PenFor(colour, true));
-    p.drawPoint(QPointF((width + 2) / 2.0, (width + 2) / 2.0));
-    p.end();
-    it = dotSprites_.insert(key, QPixmap::fromImage(sprite));
-  }
-  return *it;
+QImage* PainterCanvas::RasterTarget() {
+  if (!device_ || mode_ != DrawMode::Copy || device_->devType() != QInternal::Image) return nullptr;
+  auto* image = static_cast<QImage*>(device_);
+  if (!RasterStamps::Accepts(*image)) return nullptr;
+  if (!stamps_) stamps_ = std::make_unique<RasterStamps>(font_);
+  return image;
 }
 
 void PainterCanvas::DrawPending() {
   if (!device_ || batch_ == Batch::None) return;
   QPainter& p = Painter();
   if (batch_ == Batch::Dots) {
-    if (penWidth_ <= 1 || mode_ == DrawMode::Invert) {
+    if (QImage* image = RasterTarget()) {
+      for (const QPointF& d : dots_) stamps_->Dot(*image, d.x(), d.y(), penWidth_, batchColour_);
+    } else {
       textPen_ = QColor();
       p.setPen(PenFor(batchColour_, true));
       p.drawPoints(dots_.constData(), static_cast<int>(dots_.size()));
-    } else {
-      // Stamping a drawn dot is much faster than stroking each one.
-      const QPixmap& sprite = DotSprite(batchColour_, penWidth_);
-      const QRectF source(0, 0, sprite.width(), sprite.height());
-      QVector<QPainter::PixmapFragment> fragments;
-      fragments.reserve(dots_.size());
-      for (const QPointF& d : dots_) fragments.append(QPainter::PixmapFragment::create(d, source));
-      p.drawPixmapFragments(fragments.constData(), static_cast<int>(fragments.size()), sprite);
     }
     dots_.clear();
   } else {
@@ -143,6 +132,14 @@ void PainterCanvas::Line(double x1, double y1, double x2, double y2, unsigned co
 void PainterCanvas::Text(const std::string& text) {
   DrawPending();
   if (!device_) return;
+  if (QImage* image = RasterTarget()) {
+    const QPointF at = ToDevice(textX_, textY_);
+    const int x = static_cast<int>(std::lround(at.x())), y = static_cast<int>(std::lround(at.y()));
+    const int advance = stamps_->Text(*image, x, y, text, fore_);
+    // The position is left behind the string.
+    textX_ = ToWorld(QPointF(x + advance, at.y())).x();
+    return;
+  }
   QPainter& p = Painter();
   const QByteArray key(text.data(), static_cast<qsizetype>(text.size()));
   auto it = texts_.find(key);

@@ -3,19 +3,20 @@
 // file or a PDF page. World coordinates map to the device by the four scale values; dots are
 // round and as wide as the pen, text starts at the current position and leaves it after the
 // string, and the invert mode serves the rubber band. Runs of dots and of lines with the same
-// pen are drawn together, in the order they came, which keeps a full refresh fast.
+// pen are drawn together, in the order they came, and on an image dots and text are stamped
+// into its pixels, which keeps a full refresh fast.
 
 #include <QColor>
 #include <QFont>
 #include <QImage>
 #include <QPainter>
-#include <QPixmap>
 #include <QHash>
 #include <QPointF>
 #include <QStaticText>
 #include <QVector>
 #include <memory>
 
+#include "app/raster_stamps.h"
 #include "core/ports.h"
 
 namespace tessel {
@@ -78,10 +79,10 @@ class PainterCanvas : public CanvasPort {
   QVector<QLineF> lines_;
   // Laid-out texts, kept across refreshes: a job's labels are the same from one to the next.
   QHash<QByteArray, QStaticText> texts_;
-  // A round dot of each colour and width, drawn once and then stamped.
-  QHash<quint64, QPixmap> dotSprites_;
-  const QPixmap& DotSprite(unsigned colour, int width);
   QColor textPen_;
+  // The image being painted, when dots and text can be stamped straight into its pixels.
+  QImage* RasterTarget();
+  std::unique_ptr<RasterStamps> stamps_;
 };
 
 }  // namespace tessel
