@@ -8,12 +8,10 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <string>
 #include <filesystem>
 #include <vector>
 
-#include "app/painter_canvas.h"
+#include "paint/painter_canvas.h"
 #include "core/load_sequence.h"
 #include "core/recording_ports.h"
 #include "viewer/drawing.h"
@@ -49,16 +47,6 @@ int main(int argc, char** argv) {
   tessel::ViewChecks& c = session.checks;
   c.mnuOptionsControl = c.mnuViewPoints = c.mnuOptionsID = c.mnuOptionsLinesLXN = c.mnuOptionsLinesLSA = true;
   c.mnuViewLinesRaw = c.mnuOptionsMultiAtt = c.mnuOptionsParcelFull = c.mnuViewRPO = true;
-  if (const char* only = std::getenv("LAYERS_OFF")) {
-    const std::string off = only;
-    if (off.find("id") != std::string::npos) c.mnuOptionsID = false;
-    if (off.find("pt") != std::string::npos) c.mnuViewPoints = false;
-    if (off.find("lsa") != std::string::npos) c.mnuOptionsLinesLSA = false;
-    if (off.find("lxn") != std::string::npos) c.mnuOptionsLinesLXN = false;
-    if (off.find("raw") != std::string::npos) c.mnuViewLinesRaw = false;
-    if (off.find("par") != std::string::npos) c.mnuOptionsParcelFull = false;
-    if (off.find("rpo") != std::string::npos) c.mnuViewRPO = false;
-  }
 
   std::vector<double> times;
   for (int r = 0; r < rounds; ++r) {

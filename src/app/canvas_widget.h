@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "app/painter_canvas.h"
+#include "paint/painter_canvas.h"
 #include "core/ports.h"
 
 namespace tessel {

@@ -13,10 +13,6 @@
 
 namespace tessel {
 
-QString FromBytes(const std::string& bytes) { return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size())); }
-
-std::string ToBytes(const QString& text) { return text.toLatin1().toStdString(); }
-
 QString QtFilter(const std::string& filter) {
   const QStringList parts = FromBytes(filter).split('|');
   QStringList entries;

@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "core/ports.h"
+#include "paint/qt_text.h"
 
 namespace tessel {
 
@@ -43,9 +44,6 @@ class QtUserPort : public UserPort {
   bool overridden_ = false;
 };
 
-// Bytes of the job files are in a single-byte code page; the interface shows them as Latin-1.
-QString FromBytes(const std::string& bytes);
-std::string ToBytes(const QString& text);
 // "Description|*.ext|Description|*.ext" as Qt's ";;"-separated filter list.
 QString QtFilter(const std::string& filter);
 

@@ -1,87 +1,133 @@
 // tessel-batch: the headless companion of Tessel.
 //
 //   tessel-batch dump PATH.def [--tool-folder DIR] [--pretty]
+//   tessel-batch render PATH.def OUT.png|OUT.pdf [--size WxH] [--layers a,b,...] [--background 1|2]
+//                       [--tool-folder DIR]
 //
-// opens the job as File Open does (identity, TEMP.JOB, support files, every reader in order),
-// prints its stores as one JSON object, and closes it again as Close does.
+// Both open the job as File Open does (identity, TEMP.JOB, support files, every reader in order,
+// the first drawing) and close it again as Close does. dump prints the stores as one JSON
+// object; render writes the picture the desktop canvas would show at that size.
 
 #include <filesystem>
 #include <iostream>
+#include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
+#include "batch/batch_session.h"
 #include "batch/job_dump.h"
-#include "core/load_sequence.h"
 #include "core/paths.h"
-#include "core/recording_ports.h"
-#include "viewer/drawing.h"
+#ifdef TESSEL_WITH_RENDER
+#include "batch/job_render.h"
+#endif
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kUsage = "usage: tessel-batch dump PATH.def [--tool-folder DIR] [--pretty]";
+constexpr const char* kUsage =
+    "usage: tessel-batch dump PATH.def [--pretty] | render PATH.def OUT.png|OUT.pdf [--size WxH] "
+    "[--layers a,b,...] [--background 1|2]; both take [--tool-folder DIR]";
 
 int Fail(const std::string& message) {
   std::cerr << "tessel-batch: " << message << "\n";
   return 2;
 }
 
-int Dump(const fs::path& def, const std::string& toolFolder, bool pretty) {
-  tessel::RecordingUserPort user;
+struct Arguments {
+  std::string command;
+  std::vector<std::string> positional;
+  std::string toolFolder;
+  bool pretty = false;
+  std::optional<std::string> size, layers, background;
+};
+
+std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::string& programFolder) {
+  if (args.empty()) return std::nullopt;
+  Arguments a;
+  a.command = args[0];
+  a.toolFolder = programFolder;
+  for (std::size_t i = 1; i < args.size(); ++i) {
+    const std::string& arg = args[i];
+    const bool hasValue = i + 1 < args.size();
+    if (arg == "--tool-folder" && hasValue) a.toolFolder = args[++i];
+    else if (arg == "--pretty") a.pretty = true;
+    else if (arg == "--size" && hasValue) a.size = args[++i];
+    else if (arg == "--layers" && hasValue) a.layers = args[++i];
+    else if (arg == "--background" && hasValue) a.background = args[++i];
+    else if (arg.starts_with("--")) return std::nullopt;
+    else a.positional.push_back(arg);
+  }
+  while (a.toolFolder.size() > 1 && (a.toolFolder.back() == '/' || a.toolFolder.back() == tessel::PathSeparator())) {
+    a.toolFolder.pop_back();
+  }
+  return a;
+}
+
+int Dump(const Arguments& a) {
+  if (a.positional.size() != 1 || a.size || a.layers || a.background) return Fail(kUsage);
   tessel::NullCanvas canvas;
-  tessel::RecordingProcessPort processes;
-  tessel::Session session(user, canvas, processes);
-  // The first drawing is part of File Open (its messages too), painted here on nothing.
-  tessel::Viewer viewer(session);
-  session.display = &viewer;
-  session.ToolFolder = toolFolder;
-  std::error_code ec;
-  session.CurrentFolder = fs::current_path(ec).string();
-
-  tessel::MainFormLoad(session);
-  const std::size_t firstStatus = user.status[1].size();
-  const std::size_t firstMessage = user.messages.size();
-
-  const fs::path absolute = fs::absolute(def);
-  tessel::OpenJob(session, absolute.string(), absolute.filename().string());
-
-  const auto& panel1 = user.status[1];
-  const std::vector<std::string> status(panel1.begin() + static_cast<std::ptrdiff_t>(firstStatus), panel1.end());
-  std::vector<std::string> messages;
-  for (std::size_t i = firstMessage; i < user.messages.size(); ++i) messages.push_back(user.messages[i].text);
-  const nlohmann::json stores = tessel::DumpStores(session, messages, status);
-
-  tessel::FileClose(session);
+  tessel::BatchSession batch(canvas, a.toolFolder);
+  batch.Start();
+  batch.Open(a.positional[0]);
+  const nlohmann::json stores = tessel::DumpStores(batch.session(), batch.Messages(), batch.Status());
+  batch.Close();
   // File contents are single-byte text, not UTF-8: bytes that do not form UTF-8 are replaced.
-  std::cout << stores.dump(pretty ? 1 : -1, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
+  std::cout << stores.dump(a.pretty ? 1 : -1, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
   return 0;
 }
+
+#ifdef TESSEL_WITH_RENDER
+int Render(const Arguments& a) {
+  if (a.positional.size() != 2 || a.pretty) return Fail(kUsage);
+  tessel::RenderOptions options;
+  options.def = a.positional[0];
+  options.out = a.positional[1];
+  options.toolFolder = a.toolFolder;
+  const std::string ext = options.out.size() >= 4 ? options.out.substr(options.out.size() - 4) : "";
+  if (ext != ".png" && ext != ".PNG" && ext != ".pdf" && ext != ".PDF") return Fail("OUT must end in .png or .pdf");
+  if (a.size) {
+    char x = 0;
+    std::istringstream in(*a.size);
+    if (!(in >> options.width >> x >> options.height) || (x != 'x' && x != 'X') || !in.eof() || options.width < 1 ||
+        options.height < 1 || options.width > 20000 || options.height > 20000) {
+      return Fail("--size must be WIDTHxHEIGHT, for example 1280x960");
+    }
+  }
+  if (a.layers) {
+    options.layers.emplace();
+    std::istringstream in(*a.layers);
+    std::string name;
+    while (std::getline(in, name, ',')) {
+      if (name.empty()) continue;
+      const auto entry = tessel::LayerEntry(name);
+      if (!entry) return Fail("unknown layer: " + name);
+      options.layers->push_back(*entry);
+    }
+  }
+  if (a.background) {
+    if (*a.background != "1" && *a.background != "2") return Fail("--background must be 1 or 2");
+    options.background = *a.background == "1" ? 1 : 2;
+  }
+  return tessel::RenderJob(options);
+}
+#endif
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::vector<std::string> args(argv + 1, argv + argc);
-  if (args.empty() || args[0] != "dump") return Fail(kUsage);
-  std::string path;
-  std::string toolFolder = tessel::ProgramFolder(argv[0]);
-  bool pretty = false;
-  for (std::size_t i = 1; i < args.size(); ++i) {
-    if (args[i] == "--tool-folder" && i + 1 < args.size()) {
-      toolFolder = args[++i];
-    } else if (args[i] == "--pretty") {
-      pretty = true;
-    } else if (!args[i].starts_with("--") && path.empty()) {
-      path = args[i];
-    } else {
-      return Fail(kUsage);
-    }
+  const auto a = Parse(std::vector<std::string>(argv + 1, argv + argc), tessel::ProgramFolder(argv[0]));
+  if (!a) return Fail(kUsage);
+  if (!a->positional.empty()) {
+    std::error_code ec;
+    if (!fs::is_regular_file(fs::path(a->positional[0]), ec)) return Fail("no such job definition: " + a->positional[0]);
   }
-  if (path.empty()) return Fail(kUsage);
-  std::error_code ec;
-  if (!fs::is_regular_file(fs::path(path), ec)) return Fail("no such job definition: " + path);
-  while (toolFolder.size() > 1 && (toolFolder.back() == '/' || toolFolder.back() == tessel::PathSeparator())) {
-    toolFolder.pop_back();
-  }
-  return Dump(fs::path(path), toolFolder, pretty);
+  if (a->command == "dump") return Dump(*a);
+#ifdef TESSEL_WITH_RENDER
+  if (a->command == "render") return Render(*a);
+#else
+  if (a->command == "render") return Fail("render needs the Qt build");
+#endif
+  return Fail(kUsage);
 }

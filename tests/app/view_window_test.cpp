@@ -148,6 +148,12 @@ class ViewWindowTest : public QObject {
     QCOMPARE(QString::fromLocal8Bit(hst.readAll()), jobs_->path() + "/\r\n");
   }
 
+  void keepsTheShapeOfTheViewOnResize() {
+    ViewWindow& w = *window_;
+    w.resize(800, 700);
+    QCOMPARE(w.frameGeometry().width(), int(std::lround(w.frameGeometry().height() * 1.33333)));
+  }
+
   void refusesToolbarZoomWithoutAJob() {
     ViewWindow& w = *window_;
     QTimer::singleShot(0, [] {

@@ -1,10 +1,10 @@
-#include "app/painter_canvas.h"
+#include "paint/painter_canvas.h"
 
 #include <QFontMetricsF>
 #include <cmath>
 #include <QPaintDevice>
 
-#include "app/qt_user_port.h"
+#include "paint/qt_text.h"
 
 namespace tessel {
 

@@ -16,7 +16,7 @@
 #include <QVector>
 #include <memory>
 
-#include "app/raster_stamps.h"
+#include "paint/raster_stamps.h"
 #include "core/ports.h"
 
 namespace tessel {

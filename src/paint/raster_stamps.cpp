@@ -1,4 +1,4 @@
-#include "app/raster_stamps.h"
+#include "paint/raster_stamps.h"
 
 #include <QFontMetrics>
 #include <QPainter>

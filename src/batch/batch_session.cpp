@@ -1,0 +1,39 @@
+#include "batch/batch_session.h"
+
+#include "core/load_sequence.h"
+
+namespace tessel {
+
+BatchSession::BatchSession(CanvasPort& canvas, const std::string& toolFolder)
+    : session_(user_, canvas, processes_), viewer_(session_) {
+  // The first drawing is part of File Open, its messages too.
+  session_.display = &viewer_;
+  session_.ToolFolder = toolFolder;
+  std::error_code ec;
+  session_.CurrentFolder = std::filesystem::current_path(ec).string();
+}
+
+void BatchSession::Start() { MainFormLoad(session_); }
+
+void BatchSession::Open(const std::filesystem::path& def) {
+  firstStatus_ = user_.status[1].size();
+  firstMessage_ = user_.messages.size();
+  const std::filesystem::path absolute = std::filesystem::absolute(def);
+  OpenJob(session_, absolute.string(), absolute.filename().string());
+}
+
+void BatchSession::Close() { FileClose(session_); }
+
+std::vector<std::string> BatchSession::Messages() const {
+  std::vector<std::string> texts;
+  for (std::size_t i = firstMessage_; i < user_.messages.size(); ++i) texts.push_back(user_.messages[i].text);
+  return texts;
+}
+
+std::vector<std::string> BatchSession::Status() const {
+  const auto found = user_.status.find(1);
+  if (found == user_.status.end()) return {};
+  return {found->second.begin() + static_cast<std::ptrdiff_t>(firstStatus_), found->second.end()};
+}
+
+}  // namespace tessel
