@@ -99,10 +99,18 @@ void QtUserPort::SetPointer(Pointer pointer) {
 
 void QtUserPort::SetTitle(const std::string& title) { window_.setWindowTitle(QString::fromLocal8Bit(title.c_str())); }
 
+QObject* QtUserPort::Find(const std::string& name) const {
+  const auto slash = name.find('/');
+  if (slash == std::string::npos) return window_.findChild<QObject*>(QString::fromStdString(name));
+  QWidget* form = window_.findChild<QWidget*>(QString::fromStdString(name.substr(0, slash)));
+  return form ? form->findChild<QObject*>(QString::fromStdString(name.substr(slash + 1))) : nullptr;
+}
+
 void QtUserPort::SetEnabled(const std::string& name, bool enabled) {
-  const QString objectName = QString::fromStdString(name);
-  if (auto* action = window_.findChild<QAction*>(objectName)) action->setEnabled(enabled);
-  if (auto* menu = window_.findChild<QMenu*>(objectName)) menu->menuAction()->setEnabled(enabled);
+  QObject* target = Find(name);
+  if (auto* action = qobject_cast<QAction*>(target)) action->setEnabled(enabled);
+  if (auto* menu = qobject_cast<QMenu*>(target)) menu->menuAction()->setEnabled(enabled);
+  else if (auto* widget = qobject_cast<QWidget*>(target)) widget->setEnabled(enabled);
 }
 
 void QtUserPort::SetChecked(const std::string& name, bool checked) {
@@ -112,6 +120,21 @@ void QtUserPort::SetChecked(const std::string& name, bool checked) {
 void QtUserPort::UnloadForm(const std::string& name) {
   if (auto* form = window_.findChild<QWidget*>(QString::fromStdString(name))) form->close();
 }
+
+void QtUserPort::ShowForm(const std::string& form) {
+  if (auto* widget = window_.findChild<QWidget*>(QString::fromStdString(form))) {
+    widget->show();
+    widget->raise();
+  }
+}
+
+void QtUserPort::ListChanged(const std::string& form) {
+  if (auto* widget = window_.findChild<QWidget*>(QString::fromStdString(form))) {
+    QMetaObject::invokeMethod(widget, "Reload");
+  }
+}
+
+void QtUserPort::YieldEvents() { QCoreApplication::processEvents(); }
 
 void QtUserPort::ClearList(const std::string& form) {
   if (auto* widget = window_.findChild<QWidget*>(QString::fromStdString(form))) {

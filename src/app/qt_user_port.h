@@ -28,6 +28,9 @@ class QtUserPort : public UserPort {
   void SetChecked(const std::string& name, bool checked) override;
   void UnloadForm(const std::string& name) override;
   void ClearList(const std::string& form) override;
+  void ShowForm(const std::string& form) override;
+  void ListChanged(const std::string& form) override;
+  void YieldEvents() override;
   void SetToolButton(int k, const std::string& caption) override;
   void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
                  const std::vector<std::string>& hidden) override;
@@ -39,6 +42,8 @@ class QtUserPort : public UserPort {
 
  private:
   PopupHandler popup_;
+  // A widget by its object name, or by "form/child" for a control of a tool form.
+  QObject* Find(const std::string& name) const;
   QMainWindow& window_;
   std::array<QLabel*, 4> panels_;
   bool overridden_ = false;

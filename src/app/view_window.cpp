@@ -1,9 +1,11 @@
 #include "app/view_window.h"
 
 #include <QActionGroup>
+#include <tuple>
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -11,6 +13,8 @@
 
 #include "app/config_dialog.h"
 #include "app/reset_view_form.h"
+#include "app/selection_forms.h"
+#include "viewer/picking.h"
 #include "core/load_sequence.h"
 #include "viewer/view_transform.h"
 
@@ -33,6 +37,9 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   session_->ToolFolder = QDir::toNativeSeparators(toolFolder).toLocal8Bit().toStdString();
   session_->CurrentFolder = session_->ToolFolder;
 
+  new SelectedPointsForm(*session_, this);
+  new SelectedParcelsForm(*session_, this);
+  new SelectedLinesForm(*session_, this);
   BuildMenus();
   BuildPopup();
   BuildToolBar();
@@ -45,7 +52,9 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
     CanvasMouseMove(s, drag_, b != Qt::NoButton, float(w.x()), float(w.y()));
   });
   connect(canvas_, &CanvasWidget::mouseReleased, this, [this, &s](Qt::MouseButton b, QPointF w) {
-    CanvasMouseUp(s, drag_, b == Qt::RightButton ? MouseButton::Right : MouseButton::Left, float(w.x()), float(w.y()));
+    const bool shift = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+    CanvasMouseUp(s, drag_, b == Qt::RightButton ? MouseButton::Right : MouseButton::Left, shift, float(w.x()),
+                  float(w.y()));
   });
   connect(canvas_, &CanvasWidget::doubleClicked, this, [&s](QPointF) { CanvasDoubleClick(s); });
   connect(canvas_, &CanvasWidget::resized, this, [&s] { Redraw(s); });
@@ -108,6 +117,11 @@ void ViewWindow::BuildMenus() {
   AddCheck(view, "mnuOptionsParcelBrief", QStringLiteral("Parcels - Brief"));
   AddCheck(view, "mnuOptionsParcelDetail", QStringLiteral("Parcels - Detailed"));
   AddCheck(view, "mnuOptionsParcelFull", QStringLiteral("Parcels - Full"));
+  QAction* parcelIds = AddEntry(view, "mnuOptionsParcelIds", QStringLiteral("Selected Parcel Id's"));
+  parcelIds->setCheckable(true);
+  connect(parcelIds, &QAction::toggled, this, [this](bool on) {
+    if (auto* form = findChild<QWidget*>(QStringLiteral("frmTesting"))) form->setVisible(on);
+  });
   view->addSeparator();
   AddCheck(view, "mnuViewRPO", QStringLiteral("Raw Polygons"));
   view->addSeparator();
@@ -144,6 +158,11 @@ void ViewWindow::BuildMenus() {
   connect(AddEntry(tools, "mnuGoto", QStringLiteral("&Goto Point")), &QAction::triggered, this,
           [&s] { GoToPoint(s); });
 
+  QMenu* attributes = menuBar()->addMenu(QStringLiteral("&Attributes"));
+  attributes->setObjectName(QStringLiteral("mnuAttributes"));
+  connect(AddEntry(attributes, "mnuAttributesMoveCentroid", QStringLiteral("Move Parcel Location")),
+          &QAction::triggered, this, [&s] { MoveCentroidCommand(s); });
+
   QMenu* reports = menuBar()->addMenu(QStringLiteral("&Reports"));
   reports->setObjectName(QStringLiteral("mnuReports"));
 }
@@ -160,6 +179,28 @@ void ViewWindow::BuildPopup() {
           [&s] { MenuZoomOut(s); });
   connect(AddEntry(popup_, "mnuPopupZoomP", QStringLiteral("Zoom Previous")), &QAction::triggered, this,
           [&s] { MenuZoomPrevious(s); });
+  // Entries kept in the popup that do nothing.
+  AddEntry(popup_, "mnuPopupHelp", QStringLiteral("Help"));
+  AddEntry(popup_, "mnuPopupOther", QStringLiteral("Other"));
+  AddEntry(popup_, "mnuPopupEditCRPO", QStringLiteral("Edit Raw Polygon(s)"));
+
+  auto* parcel = new QMenu(this);
+  parcel->setObjectName(QStringLiteral("mnuPopupParcel"));
+  connect(AddEntry(parcel, "mnuPopupParcelMoveCentroid", QStringLiteral("Move Parcel Location")), &QAction::triggered,
+          this, [&s] { MoveCentroidCommand(s); });
+  connect(AddEntry(parcel, "mnuPopupParcelDisplay", QStringLiteral("Display Selected Parcel Id's")),
+          &QAction::triggered, this, [this] { findChild<QAction*>(QStringLiteral("mnuOptionsParcelIds"))->trigger(); });
+  connect(AddEntry(parcel, "mnuPopupParcelPanZoom", QStringLiteral("Pan/Zoom")), &QAction::triggered, this,
+          [&s] { PopupParcelPanZoom(s); });
+  AddEntry(parcel, "mnuPopupParcelDeselect", QStringLiteral("Deselect"));
+  parcel->addSeparator();
+  connect(AddEntry(parcel, "mnuPopupParcelCancel", QStringLiteral("Cancel")), &QAction::triggered, this,
+          [&s] { PopupParcelCancel(s); });
+
+  auto* line = new QMenu(this);
+  line->setObjectName(QStringLiteral("mnuPopupline"));
+  connect(AddEntry(line, "mnuPopuplineList", QStringLiteral("Selected Lines...")), &QAction::triggered, this,
+          [&s] { s.user.ShowForm("frmSelectedLines"); });
 }
 
 void ViewWindow::ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
@@ -195,9 +236,25 @@ void ViewWindow::BuildToolBar() {
             Redraw(s);
           });
   toolbar_->addSeparator();
-  QAction* zoomTool = AddKey("Zoom", QStringLiteral("Zoom"), QStringLiteral("Zoom / Pan"));
-  zoomTool->setCheckable(true);
-  connect(zoomTool, &QAction::triggered, this, [&s] { SetToolMode(s, 2); });
+  // The three exclusive tool buttons; the core pushes and raises them.
+  for (const auto& [key, text, tip] : {std::tuple{"Select", "Select", "Select points"},
+                                       std::tuple{"Centroid", "Parcels", "Select parcels for editing"},
+                                       std::tuple{"Zoom", "Zoom", "Zoom / Pan"}}) {
+    QAction* mode = AddKey(key, QString::fromLatin1(text), QString::fromLatin1(tip));
+    mode->setCheckable(true);
+    const std::string name = key;
+    connect(mode, &QAction::triggered, this, [&s, mode, name] {
+      mode->setChecked(!mode->isChecked());
+      if (name == "Select") ToolbarSelect(s);
+      if (name == "Centroid") SetToolMode(s, 4);
+      if (name == "Zoom") SetToolMode(s, 2);
+    });
+  }
+  connect(AddKey("CRPO", QStringLiteral("Polygons"), QStringLiteral("Edit raw polygons")), &QAction::triggered, this,
+          [&s] { SetToolMode(s, 5); });
+  connect(AddKey("sid", QStringLiteral("Lines"), QStringLiteral("Select record lines")), &QAction::triggered, this,
+          [&s] { ToolbarLines(s); });
+  AddKey("Chain", QStringLiteral("Chain"), QStringLiteral("Chain"));
   connect(AddKey("Zoomin", QStringLiteral("In"), QStringLiteral("Zoom in")), &QAction::triggered, this,
           [&s] { ToolbarZoomIn(s); });
   connect(AddKey("zoomout", QStringLiteral("Out"), QStringLiteral("Zoom out")), &QAction::triggered, this,

@@ -49,6 +49,12 @@ class UserPort {
   virtual void UnloadForm(const std::string& name) = 0;
   // Empties the list of a tool form that stays open.
   virtual void ClearList(const std::string& form) = 0;
+  // Shows a tool form on top of the main window.
+  virtual void ShowForm(const std::string& form) = 0;
+  // The selection behind a list window changed: the window shows it anew.
+  virtual void ListChanged(const std::string& form) = 0;
+  // Lets pending interface events run, as a long step does between its parts.
+  virtual void YieldEvents() = 0;
   // Shows a popup menu at the pointer with the named entries visible and the others hidden.
   virtual void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
                          const std::vector<std::string>& hidden) = 0;

@@ -3,6 +3,7 @@
 // the tests. Questions are answered from a queue of prepared answers, or with a default.
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -32,6 +33,17 @@ class RecordingUserPort : public UserPort {
   void SetChecked(const std::string& name, bool on) override { checked[name] = on; }
   void UnloadForm(const std::string& name) override { unloaded.push_back(name); }
   void ClearList(const std::string& form) override { clearedLists.push_back(form); }
+  void ShowForm(const std::string& form) override { shownForms.push_back(form); }
+  void ListChanged(const std::string& form) override { changedLists.push_back(form); }
+  // Runs the prepared interruption once, as if an event had arrived meanwhile.
+  void YieldEvents() override {
+    ++yields;
+    if (onYield) {
+      auto once = std::move(onYield);
+      onYield = nullptr;
+      once();
+    }
+  }
   void SetToolButton(int k, const std::string& caption) override { toolButtons[k] = caption; }
   void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
                  const std::vector<std::string>&) override {
@@ -60,6 +72,10 @@ class RecordingUserPort : public UserPort {
   std::map<std::string, bool> checked;
   std::vector<std::string> unloaded;
   std::vector<std::string> clearedLists;
+  std::vector<std::string> shownForms;
+  std::vector<std::string> changedLists;
+  int yields = 0;
+  std::function<void()> onYield;
   std::map<int, std::string> toolButtons;
   struct Popup {
     std::string menu;

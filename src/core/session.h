@@ -13,6 +13,7 @@
 #include "core/display.h"
 #include "core/line_stores.h"
 #include "core/point_store.h"
+#include "core/selection.h"
 #include "core/ports.h"
 #include "core/view_state.h"
 #include "parcels/parcel_store.h"
@@ -64,11 +65,7 @@ struct Session {
   std::int16_t ToolMode = 0;
   // One counter for all pick tools.
   std::int16_t SelectionCount = 0;
-  // The picks standing in the selection list windows, in list order: point indexes, raw line
-  // indexes and parcel indexes.
-  std::vector<int> SelectedPoints;
-  std::vector<int> SelectedLines;
-  std::vector<int> SelectedParcels;
+  Selection selection;
 
   // A dataset of the job: JobBase followed by the extension, found in whatever case it exists.
   std::string DatasetPath(std::string_view extension) const;

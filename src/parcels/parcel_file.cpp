@@ -131,3 +131,65 @@ void WriteParcels(Session& session) {
 }
 
 }  // namespace tessel
+
+namespace tessel {
+
+void MoveParcelLocation(Session& session, double x, double y) {
+  session.user.SetPointer(Pointer::Hourglass);
+  ParcelStore& store = session.parcels;
+  Selection& sel = session.selection;
+  try {
+    BoundedArray<std::int16_t> moved(ParcelStore::kBound);
+    for (std::size_t j = 0; j < sel.ParcelList.size(); ++j) {
+      const int p = sel.SelectedParcels.get(static_cast<int>(j));
+      moved.at(p) = -1;
+      store.ParcelY.at(p) = RoundDecimals(y, 3);
+      store.ParcelX.at(p) = RoundDecimals(x, 3);
+    }
+    const std::string iid = session.DatasetPath(".IID");
+    const std::string backup = session.DatasetPath(".iib");
+    CopyFileReplacing(iid, backup);
+    LineReader in(backup);
+    std::vector<std::string> out;
+    in.ReadLine();
+    out.emplace_back(kEditedMarker);
+    int k = 0;
+    // The blanks before each number keep it in its columns for a text of 10 or 11 characters;
+    // any other length takes the blanks of the line before.
+    int w = 0, v = 0;
+    const auto blanks = [](const std::string& number, int& count) {
+      if (number.size() == 10) count = 6;
+      if (number.size() == 11) count = 5;
+      return std::string(static_cast<std::size_t>(count), ' ');
+    };
+    std::string line;
+    while (!in.Eof()) {
+      in.ReadLine(line);
+      if (StartsWith(line, "Sec_")) ++k;
+      if (!StartsWith(line, " PARCEL N,E") || moved.get(k) == 0) {
+        out.push_back(line);
+        continue;
+      }
+      const std::string north = Trim(FormatPicture(store.ParcelY.get(k), 3));
+      const std::string east = Trim(FormatPicture(store.ParcelX.get(k), 3));
+      const std::string wBlanks = blanks(north, w);
+      const std::string vBlanks = blanks(east, v);
+      out.push_back(" PARCEL N,E" + wBlanks + north + vBlanks + east + "  (Tessel moved)");
+    }
+    WriteFileBytes(iid, JoinCrLf(out));
+    session.ToolMode = 4;
+    session.SelectionCount = 0;
+    sel.ParcelList.clear();
+    session.user.ListChanged("frmTesting");
+    ReadParcels(session);
+    if (session.display) session.display->RefreshView();
+    session.user.SetEnabled("frmTesting/cmdRemoveItem", false);
+    session.user.Status(2, "");
+    session.user.Status(1, "Select a Parcel");
+  } catch (const RuntimeFault&) {
+    // Ends quietly.
+  }
+  session.user.SetPointer(Pointer::Arrow);
+}
+
+}  // namespace tessel

@@ -17,5 +17,8 @@ bool IsRingLine(const std::string& line);
 void ReadParcels(Session& session);
 // File Save: .IID is copied to .iib and written back with the edited attribute lines.
 void WriteParcels(Session& session);
+// The parcels of the selection list take the location (x, y): their location lines in .IID are
+// rewritten and marked, and the parcels are read again.
+void MoveParcelLocation(Session& session, double x, double y);
 
 }  // namespace tessel

@@ -170,26 +170,20 @@ void DrawHiddenLines(Painter& p) {
 
 void DrawSelectionMarks(Painter& p) {
   Session& s = p.s;
-  for (int point : s.SelectedPoints) {
+  const Selection& sel = s.selection;
+  for (std::size_t i = 0; i < sel.PointList.size(); ++i) {
     p.c.SetPenWidth(3 * p.cfg.PtSizeCor);
+    const int point = sel.SelectedPoints.get(static_cast<int>(i));
     p.c.Dot(s.points.PointX(point), s.points.PointY(point), PaletteColour(13));
   }
   p.c.SetPenWidth(1);
-  for (int line : s.SelectedLines) {
-    const RawEnds& e = s.raw.RawLineEnds.get(line);
-    const double x1 = s.points.PointX(e.from), y1 = s.points.PointY(e.from);
-    const double x2 = s.points.PointX(e.to), y2 = s.points.PointY(e.to);
-    p.c.SetPenWidth(3);
-    p.c.Line(x1, y1, x2, y2, kYellow);
-    p.c.SetPenWidth(1);
-    // The configured colour number taken as a direct colour: nearly black, as it always was.
-    p.c.Line(x1, y1, x2, y2, static_cast<unsigned>(p.cfg.LsaColor));
-  }
+  for (std::size_t i = 0; i < sel.LineList.size(); ++i) MarkRawLine(s, sel.SelectedLines.get(static_cast<int>(i)));
   const ViewChecks& v = s.checks;
   const bool parcelsShown = v.mnuOptionsParcel || v.mnuOptionsParcelBrief || v.mnuOptionsParcelDetail ||
                             v.mnuOptionsParcelFull;
-  for (int parcel : s.SelectedParcels) {
+  for (std::size_t i = 0; i < sel.ParcelList.size(); ++i) {
     p.c.SetPenWidth(3 * p.cfg.PtSizeCor);
+    const int parcel = sel.SelectedParcels.get(static_cast<int>(i));
     if (parcelsShown) p.c.Dot(s.parcels.ParcelX.get(parcel), s.parcels.ParcelY.get(parcel), kRed);
   }
   p.c.SetPenWidth(1);
@@ -205,6 +199,18 @@ void Layer(F&& paint) {
 }
 
 }  // namespace
+
+// Raw line `line` marked as picked: wide yellow, then thin in the configured colour number taken
+// as a direct colour (nearly black), as it always was.
+void MarkRawLine(Session& s, int line) {
+  const RawEnds& e = s.raw.RawLineEnds.get(line);
+  const double x1 = s.points.PointX(e.from), y1 = s.points.PointY(e.from);
+  const double x2 = s.points.PointX(e.to), y2 = s.points.PointY(e.to);
+  s.canvas.SetPenWidth(3);
+  s.canvas.Line(x1, y1, x2, y2, kYellow);
+  s.canvas.SetPenWidth(1);
+  s.canvas.Line(x1, y1, x2, y2, static_cast<unsigned>(s.config.LsaColor));
+}
 
 unsigned ParcelColour(const std::string& parcelLine, int backgroundMode) {
   const std::string tag = Mid(parcelLine, 11, 3);

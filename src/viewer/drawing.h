@@ -27,6 +27,9 @@ int SurveyColourNumber(int survey, int backgroundMode);
 // "Detailed" label of a parcel: section and location, type and number, suffix, acreage.
 std::string ParcelDetailText(const std::string& parcelLine);
 
+// Marks a picked record line: wide yellow, then thin in LsaColor taken as a direct colour.
+void MarkRawLine(Session& session, int line);
+
 // Outlines one parcel's ring of 7-column point fields.
 void DrawParcelRing(Session& session, const std::string& ring);
 

@@ -7,6 +7,7 @@
 #include "core/paths.h"
 #include "parcels/raw_polygons.h"
 #include "viewer/drawing.h"
+#include "viewer/picking.h"
 #include "viewer/view_transform.h"
 
 namespace tessel {
@@ -50,6 +51,11 @@ bool ToolbarNeedsJob(Session& s) {
   return false;
 }
 
+void SetDrag(DragState& d, float x, float y) {
+  d.DragX0 = d.RubberX = x;
+  d.DragY0 = d.RubberY = y;
+}
+
 // The toolbar's zoom keys first switch to the zoom tool.
 void ToolbarZoomTool(Session& s) { SetToolMode(s, 2); }
 
@@ -69,12 +75,17 @@ void CanvasMouseDown(Session& s, DragState& d, MouseButton button, float x, floa
     if (s.ToolMode == 2) {
       s.user.ShowPopup("mnuPopup", {"mnuPopupCancel", "mnuPopupZE", "mnuPopupZoomOut", "mnuPopupZoomP"},
                        {"mnuPopupHelp", "mnuPopupOther", "mnuPopupEditCRPO"});
+    } else if (s.ToolMode == 1) {
+      // A right click leaves point picking.
+      PushModeButton(s, 2);
+      s.ToolMode = 2;
+    } else if (s.ToolMode == 4) {
+      d.PanDragging = 0;
     }
     return;
   }
   if (s.ToolMode == 2) PushModeButton(s, 2);
-  d.DragX0 = d.RubberX = x;
-  d.DragY0 = d.RubberY = y;
+  SetDrag(d, x, y);
 }
 
 void CanvasMouseMove(Session& s, DragState& d, bool buttonDown, float x, float y) {
@@ -89,8 +100,9 @@ void CanvasMouseMove(Session& s, DragState& d, bool buttonDown, float x, float y
   s.canvas.SetDrawMode(DrawMode::Copy);
 }
 
-void CanvasMouseUp(Session& s, DragState& d, MouseButton button, float x, float y) {
+void CanvasMouseUp(Session& s, DragState& d, MouseButton button, bool shift, float x, float y) {
   d.PanDragging = 0;
+  const bool left = button == MouseButton::Left;
   if (s.ToolMode == 2) {
     if (s.view.ZoomWindowArmed) {
       d.DragX1 = x;
@@ -98,12 +110,18 @@ void CanvasMouseUp(Session& s, DragState& d, MouseButton button, float x, float 
       ZoomWindow(s, d.DragX0, d.DragY0, d.DragX1, d.DragY1);
       return;
     }
-    if (button == MouseButton::Left) {
+    if (left) {
       d.DragX1 = x;
       d.DragY1 = y;
       DragPan(s, d.DragX0, d.DragY0, d.DragX1, d.DragY1);
     }
+    return;
   }
+  if (left) {
+    d.DragX1 = x;
+    d.DragY1 = y;
+  }
+  PickMouseUp(s, left, shift, d.DragX0, d.DragY0, x, y);
 }
 
 void CanvasDoubleClick(Session& s) {

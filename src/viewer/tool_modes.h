@@ -24,7 +24,7 @@ void SetToolMode(Session& session, int mode);
 void CanvasMouseDown(Session& session, DragState& drag, MouseButton button, float x, float y);
 // `buttonDown` tells whether any button is held.
 void CanvasMouseMove(Session& session, DragState& drag, bool buttonDown, float x, float y);
-void CanvasMouseUp(Session& session, DragState& drag, MouseButton button, float x, float y);
+void CanvasMouseUp(Session& session, DragState& drag, MouseButton button, bool shift, float x, float y);
 void CanvasDoubleClick(Session& session);
 
 enum class ViewKey { Home, PageDown, PageUp, W, Up, Down, Left, Right };

@@ -84,6 +84,23 @@ class Drawing : public JobFixture {
     s.polygons.RawPolygonY.at(i) = y;
   }
 
+  // Entries in the three selection lists, each mapped to the given point, line or parcel.
+  void Pick(const std::vector<int>& points, const std::vector<int>& lines, const std::vector<int>& parcels) {
+    Selection& sel = s.selection;
+    for (int p : points) {
+      sel.SelectedPoints.at(static_cast<int>(sel.PointList.size())) = p;
+      sel.PointList.push_back("point");
+    }
+    for (int l : lines) {
+      sel.SelectedLines.at(static_cast<int>(sel.LineList.size())) = static_cast<std::int16_t>(l);
+      sel.LineList.push_back("line");
+    }
+    for (int p : parcels) {
+      sel.SelectedParcels.at(static_cast<int>(sel.ParcelList.size())) = static_cast<std::int16_t>(p);
+      sel.ParcelList.push_back("parcel");
+    }
+  }
+
   Calls Shown() const {
     Calls out;
     for (const auto& call : paint.calls) out.push_back(Show(call));
@@ -119,9 +136,7 @@ TEST_F(Drawing, EveryLayerInPaintingOrder) {
   AddPolygon("S", 1600, 1400);
   s.notes.NoteLineEnds.at(1) = LineEnds{1, 3};
   s.notes.NoteLineCount = 1;
-  s.SelectedPoints = {2};
-  s.SelectedLines = {1};
-  s.SelectedParcels = {1};
+  Pick({2}, {1}, {1});
   ViewChecks& v = s.checks;
   v.mnuOptionsControl = v.mnuViewPoints = v.mnuOptionsID = v.mnuOptionsLinesLXN = v.mnuOptionsLinesLSA = true;
   v.mnuViewLinesRaw = v.mnuOptionsMultiAtt = v.mnuOptionsParcel = v.mnuOptionsParcelFull = v.mnuViewRPO = true;
@@ -159,9 +174,7 @@ TEST_F(Drawing, EveryLayerInPaintingOrder) {
 
   // With every mark off only the clear is left.
   s.checks = ViewChecks{};
-  s.SelectedPoints.clear();
-  s.SelectedLines.clear();
-  s.SelectedParcels.clear();
+  s.selection = Selection{};
   EXPECT_EQ(Paint(), (Calls{"Clear", "PenWidth 1", "PenWidth 1"}));
 }
 
@@ -453,9 +466,7 @@ TEST_F(Drawing, SelectionMarksOfPointsLinesAndParcels) {
   AddRaw(1, 3, 1);
   AddParcel(kTypeW, 600, 650);
   AddParcel(kTypeL, 700, 800);
-  s.SelectedPoints = {3, 1};
-  s.SelectedLines = {2};
-  s.SelectedParcels = {2};
+  Pick({3, 1}, {2}, {2});
   s.config.PtSizeCor = 4;
   s.config.LsaColor = 9;  // light blue as a palette number, nearly black as a direct colour
 
