@@ -1,0 +1,95 @@
+#include "tools/launching.h"
+
+#include <exception>
+
+#include "core/identity.h"
+#include "core/paths.h"
+#include "core/text_file.h"
+
+namespace tessel {
+
+namespace {
+
+constexpr const char* kBatchFile = "temp.bat";
+constexpr const char* kRecpadAnswers = "t1$.001";
+
+template <typename F>
+void Over(F&& step) {
+  try {
+    step();
+  } catch (const std::exception&) {
+    // The scripted run goes on whatever one step met.
+  }
+}
+
+// A bare name in the current folder.
+std::string InCurrentFolder(const Session& session, const std::string& name) {
+  const std::string& folder = session.CurrentFolder;
+  if (folder.empty()) return ResolveCase(name);
+  const char last = folder.back();
+  const bool ended = last == '/' || last == PathSeparator();
+  return ResolveCase(folder + (ended ? "" : std::string(1, PathSeparator())) + name);
+}
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+void SkipBlanks(const std::string& text, std::size_t& at) {
+  while (at < text.size() && IsBlank(text[at])) ++at;
+}
+
+// A double-quoted string at `at`; its text without the quotes.
+std::optional<std::string> Quoted(const std::string& text, std::size_t& at) {
+  if (at >= text.size() || text[at] != '"') return std::nullopt;
+  const std::size_t close = text.find('"', at + 1);
+  if (close == std::string::npos) return std::nullopt;
+  std::string inside = text.substr(at + 1, close - at - 1);
+  at = close + 1;
+  return inside;
+}
+
+}  // namespace
+
+std::string ScriptCommand(const Session& session, const std::string& programFile, const std::string& answerFile) {
+  const std::string program = ResolveCase(session.ToolFolder + PathSeparator() + programFile);
+  return "\"" + program + "\"  <\"" + session.JobFolder + answerFile + "\"";
+}
+
+void RunRecpadScript(Session& session) {
+  if (!JobGuard(session, kMsgOpenOrCreateJob)) return;
+  // The answer file's name carries its own separator, which doubles the one JobFolder ends with.
+  const std::string answers = session.JobFile(std::string(1, PathSeparator()) + kRecpadAnswers);
+  Over([&] { WriteFileBytes(answers, "\r\n\r\n\r\n\r\n\r\n\r\n"); });
+  Over([&] {
+    WriteFileBytes(InCurrentFolder(session, kBatchFile),
+                   ScriptCommand(session, "recpad.exe", kRecpadAnswers) + "\r\nexit\r\n");
+  });
+  Over([&] { session.processes.RunCode(kBatchFile, session.CurrentFolder, ShowMode::Hidden); });
+  Over([&] { DeleteAnyCase(InCurrentFolder(session, kBatchFile)); });
+  Over([&] { DeleteAnyCase(InCurrentFolder(session, kRecpadAnswers)); });
+  Over([&] { DeleteAnyCase(session.DatasetPath(".002")); });
+}
+
+std::optional<BatchCommand> ReadBatchCommand(const std::string& batchPath) {
+  std::string line;
+  try {
+    LineReader in(ResolveCase(batchPath));
+    line = in.ReadLine();
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+  std::size_t at = 0;
+  SkipBlanks(line, at);
+  auto program = Quoted(line, at);
+  if (!program || program->empty()) return std::nullopt;
+  SkipBlanks(line, at);
+  if (at >= line.size() || line[at] != '<') return std::nullopt;
+  ++at;
+  SkipBlanks(line, at);
+  auto input = Quoted(line, at);
+  if (!input || input->empty()) return std::nullopt;
+  SkipBlanks(line, at);
+  if (at != line.size()) return std::nullopt;
+  return BatchCommand{*program, *input};
+}
+
+}  // namespace tessel

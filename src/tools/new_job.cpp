@@ -1,0 +1,84 @@
+#include "tools/new_job.h"
+
+#include <exception>
+
+#include "core/coordinate_files.h"
+#include "core/identity.h"
+#include "core/line_files.h"
+#include "core/load_sequence.h"
+#include "core/paths.h"
+#include "core/support_files.h"
+#include "tools/command_table.h"
+
+namespace tessel {
+
+namespace {
+
+// The entries a new job brings to life; Open goes off.
+constexpr const char* kNewJobMenus[] = {
+    "mnuFileClose", "mnuFileReload", "mnuFileConvert", "mnuFileImport", "mnuFileExport",
+    "mnuFilePrint", "mnuFileProperties", "mnuEdit", "mnuCommand", "mnuTools",
+    "mnuReports", "mnuOptionsLinesLSA", "mnuOptionsControl", "mnuOptionsID"};
+
+template <typename F>
+void Over(F&& step) {
+  try {
+    step();
+  } catch (const std::exception&) {
+    // The step ends; the route goes on with the next.
+  }
+}
+
+}  // namespace
+
+bool NewJobNext(Session& session) {
+  FileRequest request;
+  request.title = "Select or Create a directory & Name the Job";
+  // A name that does not exist yet may be typed.
+  request.save = true;
+  const auto choice = session.user.ChooseFile(request);
+  if (!choice) return false;
+  NewIdentity(session, choice->fileName, choice->fileTitle);
+  // The dialog leaves the current folder at the new job's folder.
+  session.CurrentFolder = session.JobFolder;
+  for (const char* name : kNewJobMenus) session.user.SetEnabled(name, true);
+  session.user.SetEnabled("mnuFileOpen", false);
+  Over([&] { WriteSupportFiles(session); });
+  Over([&] { session.processes.Spawn(ToolCommandLine(session, "jobprops"), session.CurrentFolder, ShowMode::Normal); });
+  session.user.ShowForm("frmWiz2");
+  return true;
+}
+
+bool ExistingJobRoute(Session& session) {
+  FileRequest request;
+  request.title = kJobDialogTitle;
+  request.filter = kJobFilter;
+  request.initialFolder = session.JobFolder.empty() ? RecallFolder(session) : session.JobFolder;
+  const auto choice = session.user.ChooseFile(request);
+  if (!choice) return false;
+  OpenIdentityUpper(session, choice->fileName, choice->fileTitle);
+  session.CurrentFolder = session.JobFolder;
+  session.user.SetEnabled("mnuFileClose", true);
+  session.user.SetEnabled("mnuFileOpen", false);
+  session.user.SetEnabled("mnuFileReload", true);
+  // A support file already in the folder, in any case, is left as it is.
+  for (const char* name : kSupportFiles) {
+    if (FileExistsAnyCase(session.JobFile(name))) continue;
+    Over([&] { CopyFileReplacing(session.ToolFile(name), session.JobFile(name)); });
+  }
+  Over([&] { ReadCor(session); });
+  if (session.DatasetExists(".LSA")) {
+    Over([&] { ReadControl(session); });
+    Over([&] { ReadLsaLines(session); });
+  } else {
+    session.user.Message("LSA file not found", Icon::Information);
+  }
+  if (session.config.chkLXN == 1) Over([&] { ReadLxn(session); });
+  Over([&] {
+    if (session.display) session.display->RefreshViewAfterExtents();
+  });
+  session.user.SetPointer(Pointer::Default);
+  return true;
+}
+
+}  // namespace tessel

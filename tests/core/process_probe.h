@@ -1,0 +1,52 @@
+#pragma once
+// A process port for the launch tests: records like RecordingProcessPort, and also the show
+// mode and the locked entries, lets a test look at the job folder while the "tool" runs, and
+// can fail a launch as a missing program would.
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "core/recording_ports.h"
+
+namespace tessel::test {
+
+class ProcessProbe : public RecordingProcessPort {
+ public:
+  void Run(const std::string& commandLine, const std::string& folder) override {
+    RecordingProcessPort::Run(commandLine, folder);
+    After(ShowMode::Normal, {});
+  }
+  int RunCode(const std::string& commandLine, const std::string& folder, ShowMode mode) override {
+    RecordingProcessPort::RunCode(commandLine, folder, mode);
+    After(mode, {});
+    return 0;
+  }
+  void Watch(const std::string& commandLine, const std::string& folder,
+             const std::vector<std::string>& lockedEntries) override {
+    RecordingProcessPort::Watch(commandLine, folder, lockedEntries);
+    After(ShowMode::Normal, lockedEntries);
+  }
+  void Spawn(const std::string& commandLine, const std::string& folder, ShowMode mode) override {
+    RecordingProcessPort::Spawn(commandLine, folder, mode);
+    After(mode, {});
+  }
+
+  std::vector<ShowMode> modes;
+  std::vector<std::vector<std::string>> locked;
+  // Runs while the launch is "alive", after it has been recorded.
+  std::function<void()> during;
+  // Every launch fails after being recorded.
+  bool fail = false;
+
+ private:
+  void After(ShowMode mode, const std::vector<std::string>& entries) {
+    modes.push_back(mode);
+    locked.push_back(entries);
+    if (during) during();
+    if (fail) throw std::runtime_error("File not found");
+  }
+};
+
+}  // namespace tessel::test
