@@ -2,22 +2,77 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QProcess>
-#include <QThread>
+
+#include "core/paths.h"
+#include "tools/launching.h"
 
 namespace tessel {
 
 namespace {
 
+QString Local(const std::string& text) { return QString::fromLocal8Bit(text.c_str()); }
+
+bool NamesBatchFile(const QString& program) { return program.endsWith(QStringLiteral(".bat"), Qt::CaseInsensitive); }
+
+#ifndef _WIN32
+// A path written for the suite's own platform, as it stands on this one: relative to the
+// folder of the run, backslashes read as separators when the name as written does not exist,
+// and its last component in whatever case it exists.
+std::string PathHere(std::string path, const std::string& folder) {
+  if (QFileInfo(Local(path)).isRelative() && !folder.empty()) {
+    path = QDir(Local(folder)).filePath(Local(path)).toLocal8Bit().toStdString();
+  }
+  if (!FileExistsAnyCase(path)) {
+    std::string slashed = path;
+    for (char& c : slashed) {
+      if (c == '\\') c = '/';
+    }
+    if (FileExistsAnyCase(slashed)) path = slashed;
+  }
+  return ResolveCase(path);
+}
+#endif
+
+// A batch file of the scripted form. cmd runs it where there is one; elsewhere its one command is
+// run directly, with the file it redirects fed as standard input. False when there is nothing
+// to run: the batch file cannot be read or its command has another shape.
+bool PrepareBatch(QProcess& process, const QString& batchFile, const std::string& folder) {
+#ifdef _WIN32
+  process.setProgram(QStringLiteral("cmd"));
+  process.setArguments({QStringLiteral("/c"), batchFile});
+#else
+  const auto command = ReadBatchCommand(PathHere(batchFile.toLocal8Bit().toStdString(), folder));
+  if (!command || command->program.empty()) return false;
+  process.setProgram(Local(PathHere(command->program, folder)));
+  if (!command->input.empty()) process.setStandardInputFile(Local(PathHere(command->input, folder)));
+#endif
+  if (!folder.empty()) process.setWorkingDirectory(Local(folder));
+  process.setProcessChannelMode(QProcess::ForwardedChannels);
+  return true;
+}
+
 // A command line is the program followed by its arguments, split at blanks (a plain tool
-// command has no quotes, so a folder with blanks in it breaks it, as it always has).
-void Prepare(QProcess& process, const std::string& commandLine, const std::string& folder) {
-  QStringList parts = QProcess::splitCommand(QString::fromLocal8Bit(commandLine.c_str()));
-  if (parts.isEmpty()) return;
+// command has no quotes, so a folder with blanks in it breaks it, as it always has). The tool
+// inherits the program's standard handles. False when there is nothing to start.
+bool Prepare(QProcess& process, const std::string& commandLine, const std::string& folder) {
+  QStringList parts = QProcess::splitCommand(Local(commandLine));
+  if (parts.isEmpty()) return false;
   process.setProgram(parts.takeFirst());
   process.setArguments(parts);
-  if (!folder.empty()) process.setWorkingDirectory(QString::fromLocal8Bit(folder.c_str()));
+  if (!folder.empty()) process.setWorkingDirectory(Local(folder));
   process.setProcessChannelMode(QProcess::ForwardedChannels);
+  process.setInputChannelMode(QProcess::ForwardedInputChannel);
+  return true;
+}
+
+// The blocking forms: a batch file of the scripted form, or a tool.
+bool PrepareBlocking(QProcess& process, const std::string& commandLine, const std::string& folder) {
+  const QStringList parts = QProcess::splitCommand(Local(commandLine));
+  if (!parts.isEmpty() && NamesBatchFile(parts.front())) return PrepareBatch(process, parts.front(), folder);
+  return Prepare(process, commandLine, folder);
 }
 
 int Wait(QProcess& process) {
@@ -30,14 +85,14 @@ int Wait(QProcess& process) {
 
 void QtProcessPort::Run(const std::string& commandLine, const std::string& folder) {
   QProcess process;
-  Prepare(process, commandLine, folder);
+  if (!PrepareBlocking(process, commandLine, folder)) return;
   process.start();
   Wait(process);
 }
 
 int QtProcessPort::RunCode(const std::string& commandLine, const std::string& folder, ShowMode) {
   QProcess process;
-  Prepare(process, commandLine, folder);
+  if (!PrepareBlocking(process, commandLine, folder)) return -1;
   process.start();
   return Wait(process);
 }
@@ -53,18 +108,19 @@ void QtProcessPort::Watch(const std::string& commandLine, const std::string& fol
     }
   };
   lock(false);
-  // Poll ten times a second while the interface goes on.
+  // Poll ten times a second while the interface goes on. The events may include the process's
+  // own end, after which waitForFinished no longer reports it: the state is what tells.
   if (process.waitForStarted(-1)) {
     do {
       QCoreApplication::processEvents();
-    } while (!process.waitForFinished(100));
+    } while (process.state() != QProcess::NotRunning && !process.waitForFinished(100));
   }
   lock(true);
 }
 
 void QtProcessPort::Spawn(const std::string& commandLine, const std::string& folder, ShowMode) {
   QProcess process;
-  Prepare(process, commandLine, folder);
+  if (!Prepare(process, commandLine, folder)) return;
   process.startDetached();
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 // Starting suite tools with QProcess: blocking, blocking with the exit code, watched while the
-// interface stays alive, or detached.
+// interface stays alive, or detached. A tool inherits the program's standard handles. A blocking
+// command that names a .bat file is the scripted form: cmd runs it on Windows; elsewhere the
+// program of its first line runs with the file that line redirects as its standard input.
 
 #include <QMainWindow>
 

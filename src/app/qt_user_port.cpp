@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QStringList>
 
 namespace tessel {
@@ -143,6 +144,9 @@ void QtUserPort::ClearList(const std::string& form) {
 }
 
 void QtUserPort::SetToolButton(int k, const std::string& caption) {
+  if (auto* toolbox = window_.findChild<QWidget*>(QStringLiteral("frmToolbox"))) {
+    if (auto* button = toolbox->findChild<QPushButton*>(QStringLiteral("cmdTool%1").arg(k))) button->setText(FromBytes(caption));
+  }
   if (k < 1 || k > 10) return;
   if (auto* action = window_.findChild<QAction*>(QStringLiteral("usr%1").arg(k))) {
     action->setToolTip(FromBytes(caption));

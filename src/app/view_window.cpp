@@ -9,11 +9,19 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
+#include <QPrintDialog>
 #include <QStatusBar>
 
 #include "app/config_dialog.h"
 #include "app/reset_view_form.h"
+#include "app/job_forms.h"
 #include "app/selection_forms.h"
+#include "core/job_menus.h"
+#include "tools/command_table.h"
+#include "tools/export_points.h"
+#include "tools/reports.h"
+#include "tools/user_tools.h"
 #include "viewer/picking.h"
 #include "core/load_sequence.h"
 #include "viewer/view_transform.h"
@@ -40,6 +48,9 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   new SelectedPointsForm(*session_, this);
   new SelectedParcelsForm(*session_, this);
   new SelectedLinesForm(*session_, this);
+  new ReportForm(this);
+  new ToolboxForm(*session_, this);
+  new Wizard2Form(this);
   BuildMenus();
   BuildPopup();
   BuildToolBar();
@@ -87,20 +98,42 @@ void ViewWindow::BuildMenus() {
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
   file->setObjectName(QStringLiteral("mnuFile"));
   connect(AddEntry(file, "mnuFileOpen", QStringLiteral("&Open...")), &QAction::triggered, this, [&s] { FileOpen(s); });
+  connect(AddEntry(file, "mnuFileNew", QStringLiteral("&New Job Wizard")), &QAction::triggered, this, [this, &s] {
+    StartupWizardForm wizard(s, this);
+    wizard.exec();
+  });
   connect(AddEntry(file, "mnuFileReload", QStringLiteral("Reload Current")), &QAction::triggered, this,
           [&s] { ReloadJob(s); });
   connect(AddEntry(file, "mnuFileClose", QStringLiteral("&Close")), &QAction::triggered, this, [&s] { FileClose(s); });
   file->addSeparator();
+  AddCommandRows(file);
+  if (QMenu* exportMenu = file->findChild<QMenu*>(QStringLiteral("mnuFileExport"))) {
+    connect(AddEntry(exportMenu, "mnuFileExportCor", QStringLiteral("Ostrel Records System (.COR)")),
+            &QAction::triggered, this, [&s] { ExportSelectedPoints(s); });
+  }
+  file->addSeparator();
+  connect(AddEntry(file, "mnuFilePrintSetup", QStringLiteral("Print &Setup")), &QAction::triggered, this, [this] {
+    QPrintDialog dialog(&printer_, this);
+    dialog.exec();
+  });
+  connect(AddEntry(file, "mnuFilePrint", QStringLiteral("&Print")), &QAction::triggered, this, [this] { Print(); });
+  file->addSeparator();
   connect(AddEntry(file, "mnuFileConfig", QStringLiteral("Configuration Options...")), &QAction::triggered, this,
           [this, &s] {
             ConfigDialog dialog(s, this);
+            dialog.SetProgramChooser([this](int, const QString& current) {
+              BrowseForm browse(QFileInfo(current).absolutePath(), this);
+              return browse.exec() == QDialog::Accepted ? browse.Selected() : current;
+            });
             dialog.exec();
+            if (auto* toolbox = findChild<ToolboxForm*>()) toolbox->Reload();
           });
   file->addSeparator();
   connect(AddEntry(file, "mnuFileExit", QStringLiteral("E&xit")), &QAction::triggered, this, [this] { close(); });
 
   QMenu* edit = menuBar()->addMenu(QStringLiteral("&Edit"));
   edit->setObjectName(QStringLiteral("mnuEdit"));
+  AddCommandRows(edit);
 
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
   view->setObjectName(QStringLiteral("mnuView"));
@@ -127,9 +160,17 @@ void ViewWindow::BuildMenus() {
   view->addSeparator();
   connect(AddEntry(view, "mnuZoomExtents", QStringLiteral("Zoom &Extents")), &QAction::triggered, this,
           [&s] { MenuZoomExtents(s); });
+  view->addSeparator();
+  QAction* textWindow = AddEntry(view, "mnuViewTextWindow", QStringLiteral("Text Window"));
+  textWindow->setCheckable(true);
+  connect(textWindow, &QAction::toggled, this, [this](bool on) { findChild<ReportForm*>()->setVisible(on); });
+  QAction* toolbox = AddEntry(view, "mnuViewToolbox", QStringLiteral("Tool Box"));
+  toolbox->setCheckable(true);
+  connect(toolbox, &QAction::toggled, this, [this](bool on) { findChild<ToolboxForm*>()->setVisible(on); });
 
   QMenu* command = menuBar()->addMenu(QStringLiteral("&Command"));
   command->setObjectName(QStringLiteral("mnuCommand"));
+  AddCommandRows(command);
 
   QMenu* tools = menuBar()->addMenu(QStringLiteral("&Tools"));
   tools->setObjectName(QStringLiteral("mnuTools"));
@@ -162,9 +203,23 @@ void ViewWindow::BuildMenus() {
   attributes->setObjectName(QStringLiteral("mnuAttributes"));
   connect(AddEntry(attributes, "mnuAttributesMoveCentroid", QStringLiteral("Move Parcel Location")),
           &QAction::triggered, this, [&s] { MoveCentroidCommand(s); });
+  attributes->addSeparator();
+  AddCommandRows(attributes);
+
+  QMenu* regions = menuBar()->addMenu(QStringLiteral("Re&gions"));
+  regions->setObjectName(QStringLiteral("mnuRegions"));
+  AddCommandRows(regions);
 
   QMenu* reports = menuBar()->addMenu(QStringLiteral("&Reports"));
   reports->setObjectName(QStringLiteral("mnuReports"));
+  for (const ReportRow& row : ReportTable()) {
+    if (row.name.empty()) continue;
+    connect(AddEntry(reports, row.name.c_str(), FromBytes(row.caption)), &QAction::triggered, this,
+            [&s, &row] { OpenReport(s, row); });
+  }
+  connect(AddEntry(reports, "mnuReportsProject", QStringLiteral("Project Reports")), &QAction::triggered, this,
+          [&s] { ProjectReports(s); });
+  AddEntry(reports, "mnuReportsOther", QStringLiteral("other report..."));
 }
 
 void ViewWindow::BuildPopup() {
@@ -300,17 +355,51 @@ void ViewWindow::BuildToolBar() {
     const QByteArray name = QStringLiteral("usr%1").arg(k).toLatin1();
     QAction* key = AddKey(name.constData(), QStringLiteral("U%1").arg(k), QString());
     key->setVisible(false);
-    connect(key, &QAction::triggered, this, [this, k] { RunUserTool(k); });
+    connect(key, &QAction::triggered, this, [&s, k] { ToolbarUserClick(s, k); });
+  }
+  connect(AddKey("bat", QStringLiteral("Bat"), QStringLiteral("Run the job's batch file")), &QAction::triggered, this,
+          [&s] { ToolbarBat(s); });
+}
+
+void ViewWindow::AddCommandRows(QMenu* menu) {
+  Session& s = *session_;
+  const QString name = menu->objectName();
+  for (const SubmenuRow& sub : SubmenuTable()) {
+    if (QString::fromStdString(sub.parent) != name) continue;
+    QMenu* child = menu->addMenu(FromBytes(sub.caption));
+    child->setObjectName(QString::fromStdString(sub.name));
+    AddCommandRows(child);
+  }
+  for (const CommandRow& row : CommandTable()) {
+    if (QString::fromStdString(row.menu) != name) continue;
+    QAction* action = AddEntry(menu, row.name.c_str(), FromBytes(row.caption));
+    connect(action, &QAction::triggered, this, [&s, &row] { RunCommand(s, row); });
   }
 }
 
-void ViewWindow::RunUserTool(int k) {
-  const ToolButtonEntry& entry = session_->config.ToolButton[static_cast<std::size_t>(k - 1)];
-  if (!QFileInfo(QString::fromLocal8Bit(entry.path.c_str())).isFile()) {
-    session_->user.Message("Setup toolbox/toolbar under Configuration Options");
-    return;
+void ViewWindow::Print() {
+  Session& s = *session_;
+  // Paper is white: a dark screen is printed dark on light.
+  if (s.config.BackgroundMode == 2) canvas_->SetColours(BackColour(1), ForeColour(1));
+  const bool toolbarShown = toolbar_->isVisible(), statusShown = statusBar()->isVisible();
+  toolbar_->hide();
+  statusBar()->hide();
+  showNormal();
+  Redraw(s);
+  QPainter painter;
+  if (painter.begin(&printer_)) {
+    const QImage picture = canvas_->Picture();
+    const QRect page = painter.viewport();
+    const QSize size = picture.size().scaled(page.size(), Qt::KeepAspectRatio);
+    painter.drawImage(QRect(page.topLeft(), size), picture);
+    painter.end();
   }
-  session_->processes.Spawn(entry.path, session_->CurrentFolder, ShowMode::Normal);
+  showMaximized();
+  toolbar_->setVisible(toolbarShown);
+  statusBar()->setVisible(statusShown);
+  if (s.config.BackgroundMode == 2) canvas_->SetColours(BackColour(2), ForeColour(2));
+  Redraw(s);
+  s.user.Message("Printing Complete.", Icon::Information);
 }
 
 void ViewWindow::BuildStatusBar() {

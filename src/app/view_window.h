@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QMainWindow>
+#include <QPrinter>
 #include <QToolBar>
 #include <array>
 #include <memory>
@@ -30,6 +31,10 @@ class ViewWindow : public QMainWindow {
 
   Session& session() { return *session_; }
   CanvasWidget& canvas() { return *canvas_; }
+  // The printer of "Print Setup" and "Print".
+  QPrinter& printer() { return printer_; }
+  // "Print": the canvas on paper, black on white.
+  void Print();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -46,7 +51,7 @@ class ViewWindow : public QMainWindow {
   QAction* AddCheck(QMenu* menu, const char* name, const QString& caption);
   void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
                  const std::vector<std::string>& hidden);
-  void RunUserTool(int k);
+  void AddCommandRows(QMenu* menu);
 
   std::array<QLabel*, 4> panels_{};
   CanvasWidget* canvas_ = nullptr;
@@ -57,6 +62,7 @@ class ViewWindow : public QMainWindow {
   std::unique_ptr<Session> session_;
   std::unique_ptr<Viewer> viewer_;
   DragState drag_;
+  QPrinter printer_{QPrinter::HighResolution};
   bool exited_ = false;
   bool shaping_ = false;
 };
