@@ -5,6 +5,7 @@
 #include "core/config.h"
 #include "core/identity.h"
 #include "core/paths.h"
+#include "parcels/centroids.h"
 #include "parcels/raw_polygons.h"
 #include "viewer/drawing.h"
 #include "viewer/picking.h"
@@ -269,7 +270,17 @@ void ToggleLayer(Session& s, const std::string& name) {
       if (e.toolbar) s.user.SetChecked(e.toolbar, false);
     }
   }
-  if (name == "mnuViewRPO" && on && s.DatasetExists(".RPO") && s.DatasetExists(".CRP")) ReadRawPolygons(s);
+  if (name == "mnuViewRPO" && on && s.DatasetExists(".RPO")) {
+    if (s.DatasetExists(".CRP")) {
+      ReadRawPolygons(s);
+    } else {
+      // The centroids are computed first when only the polygons are there.
+      s.user.SetPointer(Pointer::Hourglass);
+      ComputeCentroids(s);
+      ReadRawPolygons(s);
+      s.user.SetPointer(Pointer::Arrow);
+    }
+  }
   Redraw(s);
 }
 

@@ -8,6 +8,7 @@
 #include "parcels/centroids.h"
 #include "parcels/raw_polygons.h"
 #include "test_support.h"
+#include "viewer/tool_modes.h"
 
 namespace tessel::test {
 namespace {
@@ -41,6 +42,22 @@ class Centroids : public JobFixture {
     WriteJob("T1N2E.RPO", lines);
   }
 };
+
+TEST_F(Centroids, ShowingRawPolygonsComputesMissingCentroidsFirst) {
+  WriteRpo({"S 100100 100200 100300 100400 100100"}, "  1");
+  ToggleLayer(session, "mnuViewRPO");
+  EXPECT_TRUE(session.checks.mnuViewRPO);
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), Text({CrpRow("2098750.000", "476350.000")}));
+  ASSERT_EQ(session.polygons.RawPolygonCount, 1);
+  EXPECT_EQ(session.polygons.RawPolygonX.get(1), 2098750.0);
+  EXPECT_EQ(session.polygons.RawPolygonTag.get(1), "S");
+
+  // With both files there, showing them reads them as they stand.
+  WriteJob("T1N2E.CRP", {CrpRow("1.000", "2.000")});
+  ToggleLayer(session, "mnuViewRPO");
+  ToggleLayer(session, "mnuViewRPO");
+  EXPECT_EQ(session.polygons.RawPolygonX.get(1), 1.0);
+}
 
 TEST_F(Centroids, SquareTriangleAndALineInTheOrderOfTheFile) {
   WriteRpo({"S 100100 100200 100300 100400 100100", "I 200100 200200 200300 200100", "O 300100 300200 300300"},
