@@ -42,4 +42,16 @@ inline std::int16_t To16(double value) {
   return static_cast<std::int16_t>(rounded);
 }
 
+// Runs one step of a command whose failure ends that step only: the command goes on with the
+// next, as the suite's commands always have. Returns false when the step failed.
+template <typename F>
+bool StepOver(F&& step) {
+  try {
+    step();
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
 }  // namespace tessel

@@ -66,15 +66,6 @@ int ToLong(double value) {
   return static_cast<int>(rounded);
 }
 
-// Runs one statement of the .LXN reader; a fault is stepped over and the reader goes on.
-template <typename F>
-void StepOver(F&& statement) {
-  try {
-    statement();
-  } catch (const RuntimeFault&) {
-  }
-}
-
 }  // namespace
 
 void ReadLxn(Session& session) {

@@ -1,6 +1,7 @@
 #include "parcels/parcel_file.h"
 
 #include <cmath>
+#include <functional>
 #include <unordered_map>
 #include <vector>
 
@@ -99,40 +100,43 @@ void ReadParcels(Session& session) {
   FlagMultiple(store);
 }
 
+void RewriteParcelFile(Session& session, const std::function<void(const std::string&, std::vector<std::string>&)>& each) {
+  const std::string iid = session.DatasetPath(".IID");
+  const std::string backup = session.DatasetPath(".iib");
+  CopyFileReplacing(iid, backup);
+  LineReader in(backup);
+  std::vector<std::string> out;
+  // The title line always gives way to the marker.
+  in.ReadLine();
+  out.emplace_back(kEditedMarker);
+  std::string line;
+  while (!in.Eof()) {
+    in.ReadLine(line);
+    each(line, out);
+  }
+  WriteFileBytes(iid, JoinCrLf(out));
+}
+
 void WriteParcels(Session& session) {
   session.user.SetPointer(Pointer::Hourglass);
   ParcelStore& store = session.parcels;
   try {
-    const std::string iid = session.DatasetPath(".IID");
-    const std::string backup = session.DatasetPath(".iib");
-    CopyFileReplacing(iid, backup);
-    LineReader in(backup);
-    std::vector<std::string> out;
-    // The title line always gives way to the marker.
-    in.ReadLine();
-    out.emplace_back(kEditedMarker);
     int k = 0;
-    while (!in.Eof()) {
-      const std::string line = in.ReadLine();
+    RewriteParcelFile(session, [&](const std::string& line, std::vector<std::string>& out) {
       if (!StartsWith(line, "Sec_")) {
         out.push_back(line);
-        continue;
+        return;
       }
       ++k;
       if (!store.ParcelEdit.get(k).empty()) out.push_back("Tessel Edited: " + store.ParcelEdit.get(k));
       out.push_back(store.ParcelLine.get(k));
-    }
-    WriteFileBytes(iid, JoinCrLf(out));
+    });
     store.ParcelDirty = 0;
   } catch (const RuntimeFault&) {
     // Ends quietly; the edits stay unsaved.
   }
   session.user.SetPointer(Pointer::Arrow);
 }
-
-}  // namespace tessel
-
-namespace tessel {
 
 void MoveParcelLocation(Session& session, double x, double y) {
   session.user.SetPointer(Pointer::Hourglass);
@@ -146,13 +150,6 @@ void MoveParcelLocation(Session& session, double x, double y) {
       store.ParcelY.at(p) = RoundDecimals(y, 3);
       store.ParcelX.at(p) = RoundDecimals(x, 3);
     }
-    const std::string iid = session.DatasetPath(".IID");
-    const std::string backup = session.DatasetPath(".iib");
-    CopyFileReplacing(iid, backup);
-    LineReader in(backup);
-    std::vector<std::string> out;
-    in.ReadLine();
-    out.emplace_back(kEditedMarker);
     int k = 0;
     // The blanks before each number keep it in its columns for a text of 10 or 11 characters;
     // any other length takes the blanks of the line before.
@@ -162,21 +159,18 @@ void MoveParcelLocation(Session& session, double x, double y) {
       if (number.size() == 11) count = 5;
       return std::string(static_cast<std::size_t>(count), ' ');
     };
-    std::string line;
-    while (!in.Eof()) {
-      in.ReadLine(line);
+    RewriteParcelFile(session, [&](const std::string& line, std::vector<std::string>& out) {
       if (StartsWith(line, "Sec_")) ++k;
       if (!StartsWith(line, " PARCEL N,E") || moved.get(k) == 0) {
         out.push_back(line);
-        continue;
+        return;
       }
       const std::string north = Trim(FormatPicture(store.ParcelY.get(k), 3));
       const std::string east = Trim(FormatPicture(store.ParcelX.get(k), 3));
       const std::string wBlanks = blanks(north, w);
       const std::string vBlanks = blanks(east, v);
       out.push_back(" PARCEL N,E" + wBlanks + north + vBlanks + east + "  (Tessel moved)");
-    }
-    WriteFileBytes(iid, JoinCrLf(out));
+    });
     session.ToolMode = 4;
     session.SelectionCount = 0;
     sel.ParcelList.clear();

@@ -2,7 +2,9 @@
 // The parcel file .IID: reading it into the parcel store and saving attribute edits by copying
 // the file line by line, replacing only the attribute lines.
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "core/session.h"
 
@@ -15,6 +17,12 @@ bool IsRingLine(const std::string& line);
 
 // Faults (a parcel index past 9000) are not trapped here: they go to the caller.
 void ReadParcels(Session& session);
+// The frame of every rewrite of .IID: the file is copied to .iib, the copy is read, its title
+// line gives way to the edited marker, and `each` writes what stands for every further line.
+// Faults go to the caller.
+void RewriteParcelFile(Session& session,
+                       const std::function<void(const std::string& line, std::vector<std::string>& out)>& each);
+
 // File Save: .IID is copied to .iib and written back with the edited attribute lines.
 void WriteParcels(Session& session);
 // The parcels of the selection list take the location (x, y): their location lines in .IID are

@@ -23,16 +23,6 @@ using K = CommandKind;
 constexpr const char* kRecpadEntry = "mnuEditRecpad";
 constexpr const char* kSplitplanEntries[] = {"mnuEditSplitplan", "mnuCommandCadastralSplitplan"};
 
-// One statement run with its faults stepped over, as every command runs.
-template <typename F>
-void Over(F&& step) {
-  try {
-    step();
-  } catch (const std::exception&) {
-    // A missing tool or file does nothing visible; the command goes on.
-  }
-}
-
 // The Yes/No question of a row that would overwrite an earlier run's results; true to go on.
 bool Confirm(Session& session, const char* question) {
   return session.user.Message(question, Icon::None, Buttons::YesNo) == Answer::Yes;
@@ -40,20 +30,20 @@ bool Confirm(Session& session, const char* question) {
 
 // A side file the tool expects beside the job: copied in before the run.
 void CopySideFile(Session& session, const char* name) {
-  Over([&] { CopyFileReplacing(session.ToolFile(name), session.JobFile(name)); });
+  StepOver([&] { CopyFileReplacing(session.ToolFile(name), session.JobFile(name)); });
 }
 
 // ... and removed after it, unless the job lives in the program's folder, where the master stands.
 void RemoveSideFile(Session& session, const char* name) {
   if (session.JobInToolFolder()) return;
-  Over([&] { DeleteAnyCase(session.JobFile(name)); });
+  StepOver([&] { DeleteAnyCase(session.JobFile(name)); });
 }
 
 // A blocking run of the tool with the hourglass; `after` rereads what the tool changed.
 template <typename F>
 void BlockingRun(Session& session, const CommandRow& row, F&& after) {
   session.user.SetPointer(Pointer::Hourglass);
-  Over([&] { session.processes.Run(ToolCommandLine(session, row.tool), session.CurrentFolder); });
+  StepOver([&] { session.processes.Run(ToolCommandLine(session, row.tool), session.CurrentFolder); });
   after();
   session.user.SetPointer(Pointer::Default);
 }
@@ -62,7 +52,7 @@ void BlockingRun(Session& session, const CommandRow& row, F&& after) {
 void RunWithSideFiles(Session& session, const CommandRow& row, std::initializer_list<const char*> sideFiles) {
   for (const char* name : sideFiles) CopySideFile(session, name);
   session.user.SetPointer(Pointer::Hourglass);
-  Over([&] { session.processes.RunCode(ToolCommandLine(session, row.tool), session.CurrentFolder, ShowMode::Normal); });
+  StepOver([&] { session.processes.RunCode(ToolCommandLine(session, row.tool), session.CurrentFolder, ShowMode::Normal); });
   session.user.SetPointer(Pointer::Default);
   for (const char* name : sideFiles) RemoveSideFile(session, name);
 }
@@ -74,7 +64,7 @@ void EditObsFile(Session& session) {
   const auto choice = session.user.ChooseFile(request);
   if (!choice) return;
   const std::string commandLine = PlatformProgram(session.config.EditorPath) + " " + choice->fileName;
-  Over([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
+  StepOver([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
 }
 
 std::string LowerAscii(std::string_view text) {
@@ -216,36 +206,36 @@ void RunCommand(Session& session, const CommandRow& row) {
   const std::string& folder = session.CurrentFolder;
   switch (row.kind) {
     case K::Plain:
-      Over([&] { session.processes.Spawn(ToolCommandLine(session, row.tool), folder, ShowMode::Normal); });
+      StepOver([&] { session.processes.Spawn(ToolCommandLine(session, row.tool), folder, ShowMode::Normal); });
       break;
     case K::LeastSquares:
       // The reload redraws in the present view, so the same window shows the new coordinates.
       BlockingRun(session, row, [&] {
-        Over([&] { ReloadJob(session); });
-        Over([&] { Redraw(session); });
+        StepOver([&] { ReloadJob(session); });
+        StepOver([&] { Redraw(session); });
       });
       break;
     case K::LinkDescriptions:
       if (session.DatasetExists(".iid") && !Confirm(session, kAskRerunLld)) return;
       BlockingRun(session, row, [&] {
-        Over([&] { ReadParcels(session); });
-        Over([&] { Redraw(session); });
+        StepOver([&] { ReadParcels(session); });
+        StepOver([&] { Redraw(session); });
       });
       break;
     case K::ComputePolygons:
       if (session.DatasetExists(".RPO") && !Confirm(session, kAskRecomputePolygons)) return;
       BlockingRun(session, row, [&] {
-        Over([&] { ComputeCentroids(session); });
-        Over([&] { ReadRawPolygons(session); });
+        StepOver([&] { ComputeCentroids(session); });
+        StepOver([&] { ReadRawPolygons(session); });
       });
       break;
     case K::Centroids:
-      Over([&] { ComputeCentroids(session); });
+      StepOver([&] { ComputeCentroids(session); });
       break;
     case K::CheckPolygons:
       BlockingRun(session, row, [&] {
-        Over([&] { ReadParcels(session); });
-        Over([&] { Redraw(session); });
+        StepOver([&] { ReadParcels(session); });
+        StepOver([&] { Redraw(session); });
       });
       break;
     case K::RunOnly:
@@ -259,22 +249,22 @@ void RunCommand(Session& session, const CommandRow& row) {
       break;
     case K::RecordEditor:
       if (!JobGuard(session, kMsgOpenOrCreateJob)) return;
-      Over([&] { session.processes.Watch(ToolCommandLine(session, row.tool), folder, LockedEntries(row)); });
+      StepOver([&] { session.processes.Watch(ToolCommandLine(session, row.tool), folder, LockedEntries(row)); });
       break;
     case K::SubdivisionEditor:
       session.user.UnloadForm("frmADD");
-      Over([&] { session.processes.Watch(ToolCommandLine(session, row.tool), folder, LockedEntries(row)); });
+      StepOver([&] { session.processes.Watch(ToolCommandLine(session, row.tool), folder, LockedEntries(row)); });
       break;
     case K::EditObs:
       EditObsFile(session);
       break;
     case K::Lsa2Cor:
-      Over([&] { ReadLsaPoints(session); });
-      Over([&] { WriteCorFromStore(session); });
+      StepOver([&] { ReadLsaPoints(session); });
+      StepOver([&] { WriteCorFromStore(session); });
       break;
     case K::Shell:
       session.CurrentFolder = session.JobFolder;
-      Over([&] {
+      StepOver([&] {
         session.processes.Spawn(PlatformProgram("Command.com"), session.CurrentFolder, ShowMode::Normal);
       });
       break;

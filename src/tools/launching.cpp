@@ -13,15 +13,6 @@ namespace {
 constexpr const char* kBatchFile = "temp.bat";
 constexpr const char* kRecpadAnswers = "t1$.001";
 
-template <typename F>
-void Over(F&& step) {
-  try {
-    step();
-  } catch (const std::exception&) {
-    // The scripted run goes on whatever one step met.
-  }
-}
-
 // A bare name in the current folder.
 std::string InCurrentFolder(const Session& session, const std::string& name) {
   const std::string& folder = session.CurrentFolder;
@@ -58,15 +49,15 @@ void RunRecpadScript(Session& session) {
   if (!JobGuard(session, kMsgOpenOrCreateJob)) return;
   // The answer file's name carries its own separator, which doubles the one JobFolder ends with.
   const std::string answers = session.JobFile(std::string(1, PathSeparator()) + kRecpadAnswers);
-  Over([&] { WriteFileBytes(answers, "\r\n\r\n\r\n\r\n\r\n\r\n"); });
-  Over([&] {
+  StepOver([&] { WriteFileBytes(answers, "\r\n\r\n\r\n\r\n\r\n\r\n"); });
+  StepOver([&] {
     WriteFileBytes(InCurrentFolder(session, kBatchFile),
                    ScriptCommand(session, "recpad.exe", kRecpadAnswers) + "\r\nexit\r\n");
   });
-  Over([&] { session.processes.RunCode(kBatchFile, session.CurrentFolder, ShowMode::Hidden); });
-  Over([&] { DeleteAnyCase(InCurrentFolder(session, kBatchFile)); });
-  Over([&] { DeleteAnyCase(InCurrentFolder(session, kRecpadAnswers)); });
-  Over([&] { DeleteAnyCase(session.DatasetPath(".002")); });
+  StepOver([&] { session.processes.RunCode(kBatchFile, session.CurrentFolder, ShowMode::Hidden); });
+  StepOver([&] { DeleteAnyCase(InCurrentFolder(session, kBatchFile)); });
+  StepOver([&] { DeleteAnyCase(InCurrentFolder(session, kRecpadAnswers)); });
+  StepOver([&] { DeleteAnyCase(session.DatasetPath(".002")); });
 }
 
 std::optional<BatchCommand> ReadBatchCommand(const std::string& batchPath) {

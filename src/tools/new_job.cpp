@@ -20,15 +20,6 @@ constexpr const char* kNewJobMenus[] = {
     "mnuFilePrint", "mnuFileProperties", "mnuEdit", "mnuCommand", "mnuTools",
     "mnuReports", "mnuOptionsLinesLSA", "mnuOptionsControl", "mnuOptionsID"};
 
-template <typename F>
-void Over(F&& step) {
-  try {
-    step();
-  } catch (const std::exception&) {
-    // The step ends; the route goes on with the next.
-  }
-}
-
 }  // namespace
 
 bool NewJobNext(Session& session) {
@@ -43,8 +34,8 @@ bool NewJobNext(Session& session) {
   session.CurrentFolder = session.JobFolder;
   for (const char* name : kNewJobMenus) session.user.SetEnabled(name, true);
   session.user.SetEnabled("mnuFileOpen", false);
-  Over([&] { WriteSupportFiles(session); });
-  Over([&] { session.processes.Spawn(ToolCommandLine(session, "jobprops"), session.CurrentFolder, ShowMode::Normal); });
+  StepOver([&] { WriteSupportFiles(session); });
+  StepOver([&] { session.processes.Spawn(ToolCommandLine(session, "jobprops"), session.CurrentFolder, ShowMode::Normal); });
   session.user.ShowForm("frmWiz2");
   return true;
 }
@@ -64,17 +55,17 @@ bool ExistingJobRoute(Session& session) {
   // A support file already in the folder, in any case, is left as it is.
   for (const char* name : kSupportFiles) {
     if (FileExistsAnyCase(session.JobFile(name))) continue;
-    Over([&] { CopyFileReplacing(session.ToolFile(name), session.JobFile(name)); });
+    StepOver([&] { CopyFileReplacing(session.ToolFile(name), session.JobFile(name)); });
   }
-  Over([&] { ReadCor(session); });
+  StepOver([&] { ReadCor(session); });
   if (session.DatasetExists(".LSA")) {
-    Over([&] { ReadControl(session); });
-    Over([&] { ReadLsaLines(session); });
+    StepOver([&] { ReadControl(session); });
+    StepOver([&] { ReadLsaLines(session); });
   } else {
     session.user.Message("LSA file not found", Icon::Information);
   }
-  if (session.config.chkLXN == 1) Over([&] { ReadLxn(session); });
-  Over([&] {
+  if (session.config.chkLXN == 1) StepOver([&] { ReadLxn(session); });
+  StepOver([&] {
     if (session.display) session.display->RefreshViewAfterExtents();
   });
   session.user.SetPointer(Pointer::Default);

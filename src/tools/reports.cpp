@@ -8,15 +8,6 @@ namespace tessel {
 
 namespace {
 
-template <typename F>
-void Over(F&& step) {
-  try {
-    step();
-  } catch (const std::exception&) {
-    // An editor that cannot start shows nothing.
-  }
-}
-
 }  // namespace
 
 const std::vector<ReportRow>& ReportTable() {
@@ -42,7 +33,7 @@ void OpenReport(Session& session, const ReportRow& row) {
   }
   // The path goes unquoted: a job path with a blank reaches the editor as two arguments.
   const std::string commandLine = PlatformProgram(session.config.EditorPath) + " " + session.DatasetPath(row.extension);
-  Over([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
+  StepOver([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
 }
 
 void ProjectReports(Session& session) {
@@ -53,7 +44,7 @@ void ProjectReports(Session& session) {
   const auto choice = session.user.ChooseFile(request);
   if (!choice) return;
   const std::string commandLine = PlatformProgram(session.config.EditorPath) + " \"" + choice->fileName + "\"";
-  Over([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
+  StepOver([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
 }
 
 }  // namespace tessel

@@ -19,15 +19,6 @@ constexpr const char* kPointsForm = "frmSelectedPoints";
 constexpr const char* kParcelsForm = "frmTesting";
 constexpr const char* kLinesForm = "frmSelectedLines";
 
-// A step of a pick that fails (an index past a table's bound) is passed over.
-template <typename F>
-void Passing(F&& step) {
-  try {
-    step();
-  } catch (const RuntimeFault&) {
-  }
-}
-
 // The shortest text of a coordinate, as the point list shows it.
 std::string Number(double value) { return ShortestText(value); }
 
@@ -62,7 +53,7 @@ void PickPoint(Session& s, int i, bool report) {
   Selection& sel = s.selection;
   const std::string y = Number(s.points.PointY(i)), x = Number(s.points.PointX(i));
   sel.PointList.push_back(s.points.PointIds(i) + "    " + y + "     " + x);
-  Passing([&] { sel.SelectedPoints.at(s.SelectionCount) = i; });
+  StepOver([&] { sel.SelectedPoints.at(s.SelectionCount) = i; });
   if (report && sel.PointPickActive) sel.PickedPointId = s.points.PointIds(i);
   s.user.ListChanged(kPointsForm);
   RemoveDuplicatePoints(s);
@@ -86,7 +77,7 @@ void PickParcel(Session& s, int i) {
   s.user.SetEnabled("frmTesting/cmdRemoveItem", true);
   s.user.SetEnabled("frmTesting/cmdClearAll", true);
   s.user.ListChanged(kParcelsForm);
-  Passing([&] { sel.SelectedParcels.at(s.SelectionCount) = static_cast<std::int16_t>(i); });
+  StepOver([&] { sel.SelectedParcels.at(s.SelectionCount) = static_cast<std::int16_t>(i); });
   MarkDot(s, s.parcels.ParcelX.get(i), s.parcels.ParcelY.get(i), kRed);
   s.SelectionCount = Add16(s.SelectionCount, 1);
   s.user.Status(2, std::to_string(s.SelectionCount) + " Parcel(s) Selected");
@@ -114,7 +105,7 @@ void AddLine(Session& s, int j) {
   const std::string text = RawLineText(s.raw.RawLineFields.get(j));
   if (std::find(sel.LineList.begin(), sel.LineList.end(), text) != sel.LineList.end()) return;
   sel.LineList.push_back(text);
-  Passing([&] { sel.SelectedLines.at(static_cast<int>(sel.LineList.size()) - 1) = static_cast<std::int16_t>(j); });
+  StepOver([&] { sel.SelectedLines.at(static_cast<int>(sel.LineList.size()) - 1) = static_cast<std::int16_t>(j); });
   s.user.ListChanged(kLinesForm);
 }
 
@@ -122,7 +113,7 @@ void PickPointsByClick(Session& s, const HitWindow& hw, bool left, float x, floa
   s.user.Status(1, "Select a point to display coordinates");
   for (int i = 1; i <= s.points.PointCount(); ++i) {
     if (!hw.Hits(kPointTolerance, x, y, s.points.PointX(i), s.points.PointY(i))) continue;
-    Passing([&] { PickPoint(s, i, true); });
+    StepOver([&] { PickPoint(s, i, true); });
   }
   if (!left) {
     Redraw(s);
@@ -134,7 +125,7 @@ void PickPointsByWindow(Session& s, bool left, const Corners& c) {
   s.user.Status(1, "Select Points(window)");
   if (left) {
     for (int i = 1; i <= s.points.PointCount(); ++i) {
-      if (c.Inside(s.points.PointX(i), s.points.PointY(i))) Passing([&] { PickPoint(s, i, false); });
+      if (c.Inside(s.points.PointX(i), s.points.PointY(i))) StepOver([&] { PickPoint(s, i, false); });
     }
     s.user.SetPointer(Pointer::Arrow);
     s.user.Status(1, "Select Point(s)");
@@ -152,7 +143,7 @@ void PickParcelsByClick(Session& s, const HitWindow& hw, bool left, float x, flo
       s.user.SetEnabled("mnuPopupParcelMultiple", true);
       s.user.SetEnabled("mnuPopupParcelMoveCentroid", true);
       s.user.SetEnabled("mnuAttributesMoveCentroid", true);
-      Passing([&] { PickParcel(s, i); });
+      StepOver([&] { PickParcel(s, i); });
     }
   }
   CheckSameLocation(s, true);
@@ -162,7 +153,7 @@ void PickParcelsByWindow(Session& s, bool left, const Corners& c) {
   s.user.Status(1, "Select Parcels (window)");
   if (left) {
     for (int i = 1; i <= s.parcels.ParcelCount; ++i) {
-      if (c.Inside(s.parcels.ParcelX.get(i), s.parcels.ParcelY.get(i))) Passing([&] { PickParcel(s, i); });
+      if (c.Inside(s.parcels.ParcelX.get(i), s.parcels.ParcelY.get(i))) StepOver([&] { PickParcel(s, i); });
     }
     s.user.Status(1, "Select Parcel(s) for editing");
   }
@@ -182,7 +173,7 @@ void PickPolygons(Session& s, const HitWindow& hw, bool left, float x, float y) 
   const RawPolygonStore& polygons = s.polygons;
   for (int i = 1; i <= polygons.RawPolygonCount; ++i) {
     if (!hw.Hits(kPolygonTolerance, x, y, polygons.RawPolygonX.get(i), polygons.RawPolygonY.get(i))) continue;
-    Passing([&] {
+    StepOver([&] {
       MarkDot(s, polygons.RawPolygonX.get(i), polygons.RawPolygonY.get(i), kRed);
       s.selection.SelectedPolygons.at(s.SelectionCount) = static_cast<std::int16_t>(i);
       s.SelectionCount = Add16(s.SelectionCount, 1);
@@ -294,7 +285,7 @@ void PickMouseUp(Session& s, bool left, bool shift, float x0, float y0, float x,
       }
       break;
     case 7:
-      if (shift && !s.checks.mnuViewCama) Passing([&] { MoveParcelLocation(s, x, y); });
+      if (shift && !s.checks.mnuViewCama) StepOver([&] { MoveParcelLocation(s, x, y); });
       break;
     default: break;
   }
@@ -319,7 +310,7 @@ void RemoveDuplicatePoints(Session& s) {
 void RemapSelectedPoints(Session& s) {
   Selection& sel = s.selection;
   for (std::size_t p = 0; p < sel.PointList.size(); ++p) {
-    Passing([&] { sel.SelectedPoints.at(static_cast<int>(p)) = s.points.Find(Left(sel.PointList[p], 6)); });
+    StepOver([&] { sel.SelectedPoints.at(static_cast<int>(p)) = s.points.Find(Left(sel.PointList[p], 6)); });
   }
 }
 
