@@ -4,6 +4,7 @@
 
 #include "core/coordinate_files.h"
 #include "core/identity.h"
+#include "core/job_menus.h"
 #include "core/line_files.h"
 #include "core/load_sequence.h"
 #include "core/paths.h"
@@ -11,16 +12,6 @@
 #include "tools/command_table.h"
 
 namespace tessel {
-
-namespace {
-
-// The entries a new job brings to life; Open goes off.
-constexpr const char* kNewJobMenus[] = {
-    "mnuFileClose", "mnuFileReload", "mnuFileConvert", "mnuFileImport", "mnuFileExport",
-    "mnuFilePrint", "mnuFileProperties", "mnuEdit", "mnuCommand", "mnuTools",
-    "mnuReports", "mnuOptionsLinesLSA", "mnuOptionsControl", "mnuOptionsID"};
-
-}  // namespace
 
 bool NewJobNext(Session& session) {
   FileRequest request;
@@ -32,8 +23,8 @@ bool NewJobNext(Session& session) {
   NewIdentity(session, choice->fileName, choice->fileTitle);
   // The dialog leaves the current folder at the new job's folder.
   session.CurrentFolder = session.JobFolder;
-  for (const char* name : kNewJobMenus) session.user.SetEnabled(name, true);
-  session.user.SetEnabled("mnuFileOpen", false);
+  // A new job brings the job menus to life, all but the archive entries; Open goes off.
+  EnableJobMenus(session, false);
   StepOver([&] { WriteSupportFiles(session); });
   StepOver([&] { session.processes.Spawn(ToolCommandLine(session, "jobprops"), session.CurrentFolder, ShowMode::Normal); });
   session.user.ShowForm("frmWiz2");
