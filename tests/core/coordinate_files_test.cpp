@@ -11,53 +11,56 @@
 namespace tessel::test {
 namespace {
 
+using Strings = std::vector<std::string>;
+
 class CoordinateFiles : public JobFixture {
  protected:
   void SetUp() override { UseJob("T1N2E"); }
-  std::vector<std::string> Panel1() { return user.status[1]; }
+  // "id x y" of entries `first` to `last`, or to PointCount.
+  Strings Points(int first = 1) const { return Points(first, session.points.PointCount()); }
+  Strings Points(int first, int last) const {
+    Strings out;
+    for (int i = first; i <= last; ++i) {
+      out.push_back(session.points.PointIds(i) + " " + std::to_string(session.points.PointX(i)) + " " +
+                    std::to_string(session.points.PointY(i)));
+    }
+    return out;
+  }
+  // MinX, MaxX, MinY, MaxY.
+  std::string Extents() const {
+    const JobExtents& e = session.extents;
+    return std::to_string(e.MinX) + " " + std::to_string(e.MaxX) + " " + std::to_string(e.MinY) + " " +
+           std::to_string(e.MaxY);
+  }
+  void WriteLsaPoints(const Strings& points, Eol eol = Eol::CrLf) const {
+    WriteJob("T1N2E.LSA", LsaFile({ControlRow("S1", "1", "1")}, {LsaLineRow("S1", "S1")}, points), eol);
+  }
 };
 
 TEST_F(CoordinateFiles, ReadCorStoresFieldsAndExtentsThenVerifies) {
-  WriteJob("T1N2E.COR", {CorRow("100100", "1000.000", "2000.000"), CorRow("  A7", "1500.5", "1800.25"),
-                         CorRow("100300   ", "1200", "2500.125")},
+  // Column 1 is not read, and text behind column 45 is not part of Y.
+  std::string last = CorRow("100300   ", "1200", "2500.125") + "999";
+  last[0] = 'X';
+  WriteJob("T1N2E.COR", {CorRow("100100", "1000.000", "2000.000"), CorRow("  A7", "1500.5", "1800.25"), last},
            Eol::Lf);
   ReadCor(session);
-  ASSERT_EQ(session.points.PointCount(), 3);
-  EXPECT_EQ(session.points.PointIds(1), "100100");
-  EXPECT_EQ(session.points.PointIds(2), "  A7");  // right-trimmed, leading blanks kept
-  EXPECT_EQ(session.points.PointIds(3), "100300");
-  EXPECT_DOUBLE_EQ(session.points.PointX(2), 1500.5);
-  EXPECT_DOUBLE_EQ(session.points.PointY(2), 1800.25);
-  EXPECT_DOUBLE_EQ(session.points.PointY(3), 2500.125);
-  EXPECT_DOUBLE_EQ(session.extents.MinX, 1000.0);
-  EXPECT_DOUBLE_EQ(session.extents.MaxX, 1500.5);
-  EXPECT_DOUBLE_EQ(session.extents.MinY, 1800.25);
-  EXPECT_DOUBLE_EQ(session.extents.MaxY, 2500.125);
-  EXPECT_EQ(Panel1(), (std::vector<std::string>{"Reading Coordinates", "Verifying LSA Coordinates"}));
+  // Identifiers are right-trimmed, their leading blanks kept.
+  EXPECT_EQ(Points(), (Strings{"100100 1000.000000 2000.000000", "  A7 1500.500000 1800.250000",
+                               "100300 1200.000000 2500.125000"}));
+  EXPECT_EQ(Extents(), "1000.000000 1500.500000 1800.250000 2500.125000");
+  EXPECT_EQ(user.status[1], (Strings{"Reading Coordinates", "Verifying LSA Coordinates"}));
   EXPECT_TRUE(user.messages.empty());
 }
 
 TEST_F(CoordinateFiles, ReadCorExtentsStartFromTheirSentinelsAndZeroTakesPart) {
-  // Column 1 is not read, and text behind column 45 is not part of Y.
-  std::string line = CorRow("BIG", "60000000.000", "100.000");
-  line[0] = 'X';
-  line += "999";
-  WriteJob("T1N2E.COR", {line});
+  WriteJob("T1N2E.COR", {CorRow("BIG", "60000000.000", "100.000")});
   ReadCor(session);
-  EXPECT_EQ(session.points.PointIds(1), "BIG");
-  EXPECT_DOUBLE_EQ(session.points.PointY(1), 100.0);
-  EXPECT_DOUBLE_EQ(session.extents.MinX, 5.0e7);  // nothing below the sentinel
-  EXPECT_DOUBLE_EQ(session.extents.MaxX, 6.0e7);
-  EXPECT_DOUBLE_EQ(session.extents.MinY, 100.0);
+  EXPECT_EQ(Extents(), "50000000.000000 60000000.000000 100.000000 100.000000");  // nothing below the sentinel
 
   WriteJob("T1N2E.COR", {CorRow("ORIGIN", "0.000", "0.000"), CorRow("P", "10", "abc")});
   ReadCor(session);
-  EXPECT_EQ(session.points.PointCount(), 2);
-  EXPECT_DOUBLE_EQ(session.points.PointY(2), 0.0);
-  EXPECT_DOUBLE_EQ(session.extents.MinX, 0.0);
-  EXPECT_DOUBLE_EQ(session.extents.MinY, 0.0);
-  EXPECT_DOUBLE_EQ(session.extents.MaxX, 10.0);
-  EXPECT_DOUBLE_EQ(session.extents.MaxY, 0.0);
+  EXPECT_EQ(Points(), (Strings{"ORIGIN 0.000000 0.000000", "P 10.000000 0.000000"}));
+  EXPECT_EQ(Extents(), "0.000000 10.000000 0.000000 0.000000");
 }
 
 TEST_F(CoordinateFiles, EmptyCorGivesNoPointsAndMissingCorGivesMinusOne) {
@@ -66,24 +69,20 @@ TEST_F(CoordinateFiles, EmptyCorGivesNoPointsAndMissingCorGivesMinusOne) {
   EXPECT_EQ(session.points.PointCount(), 0);
 
   // With .LSA points to merge, the empty file's count of 0 lets them start at entry 1.
-  WriteJob("T1N2E.LSA", LsaFile({ControlRow("C1", "1", "1")}, {LsaLineRow("C1", "C1")},
-                                {LsaPointRow("L1", "11.0", "12.0"), LsaPointRow("L2", "21.0", "22.0")}));
+  WriteLsaPoints({LsaPointRow("L1", "11.0", "12.0"), LsaPointRow("L2", "21.0", "22.0")});
   session.points.Clear();
   ReadCor(session);
-  EXPECT_EQ(session.points.PointCount(), 2);
-  EXPECT_EQ(session.points.PointIds(1), "L1");
+  EXPECT_EQ(Points(), (Strings{"L1 11.000000 12.000000", "L2 21.000000 22.000000"}));
 
   // A missing .COR takes the same route from a count of 0: -1, so the first merged point goes
-  // to entry 0.
+  // to entry 0; the extents are left alone.
   std::filesystem::remove(jobPath / "T1N2E.COR");
   session.points.Clear();
   session.extents = JobExtents{1, 2, 3, 4};
   ReadCor(session);
   EXPECT_EQ(session.points.PointCount(), 1);
-  EXPECT_EQ(session.points.PointIds(0), "L1");
-  EXPECT_EQ(session.points.PointIds(1), "L2");
-  EXPECT_DOUBLE_EQ(session.extents.MinX, 1.0);  // untouched
-  EXPECT_DOUBLE_EQ(session.extents.MaxY, 4.0);
+  EXPECT_EQ(Points(0, 1), (Strings{"L1 11.000000 12.000000", "L2 21.000000 22.000000"}));
+  EXPECT_EQ(Extents(), "1.000000 2.000000 3.000000 4.000000");
 
   std::filesystem::remove(jobPath / "T1N2E.LSA");
   session.points.Clear();
@@ -91,51 +90,35 @@ TEST_F(CoordinateFiles, EmptyCorGivesNoPointsAndMissingCorGivesMinusOne) {
   EXPECT_EQ(session.points.PointCount(), -1);
 }
 
-TEST_F(CoordinateFiles, VerifyAppendsOnlyPointsThatLsaAloneKnows) {
+TEST_F(CoordinateFiles, VerifyAppendsOnlyPointsThatLsaAloneKnowsAndNoMoreThanTenThousand) {
   WriteJob("T1N2E.COR", {CorRow("A", "100", "100"), CorRow("B", "200", "200")});
-  WriteJob("T1N2E.LSA", LsaFile({ControlRow("A", "1", "1")}, {LsaLineRow("A", "B")},
-                                {LsaPointRow("B", "999.0", "999.0"), LsaPointRow("C", "300.0", "310.0"),
-                                 LsaPointRow("", "400.0", "400.0"), LsaPointRow("D", "90000.0", "91000.0")}));
+  WriteLsaPoints({LsaPointRow("B", "999.0", "999.0"), LsaPointRow("C", "300.0", "310.0"),
+                  LsaPointRow("", "400.0", "400.0"), LsaPointRow("D", "90000.0", "91000.0")});
   ReadCor(session);
-  ASSERT_EQ(session.points.PointCount(), 4);
-  EXPECT_EQ(session.points.PointIds(3), "C");
-  EXPECT_EQ(session.points.PointIds(4), "D");
-  EXPECT_DOUBLE_EQ(session.points.PointX(2), 200.0);  // .COR keeps its coordinates
-  EXPECT_DOUBLE_EQ(session.points.PointX(3), 300.0);
-  EXPECT_DOUBLE_EQ(session.points.PointY(3), 310.0);
-  EXPECT_DOUBLE_EQ(session.extents.MaxX, 200.0);  // the merge leaves the extents alone
-  EXPECT_DOUBLE_EQ(session.extents.MaxY, 200.0);
-}
+  // .COR keeps its coordinates, and the merge leaves the extents alone.
+  EXPECT_EQ(Points(2), (Strings{"B 200.000000 200.000000", "C 300.000000 310.000000", "D 90000.000000 91000.000000"}));
+  EXPECT_EQ(Extents(), "100.000000 200.000000 100.000000 200.000000");
 
-TEST_F(CoordinateFiles, VerifyMergesNoMoreThanTenThousandLsaPoints) {
-  std::vector<std::string> points;
+  Strings points;
   for (int i = 1; i <= 10005; ++i) points.push_back(LsaPointRow(std::string("P").append(std::to_string(i)), "1.0", "2.0"));
-  WriteJob("T1N2E.LSA", LsaFile({ControlRow("P1", "1", "1")}, {LsaLineRow("P1", "P2")}, points));
+  WriteLsaPoints(points);
   WriteJob("T1N2E.COR", {CorRow("P1", "1", "2")});
   ReadCor(session);
   ASSERT_EQ(session.points.PointCount(), 10000);
-  EXPECT_EQ(session.points.PointIds(2), "P2");
   EXPECT_EQ(session.points.PointIds(10000), "P10000");
   EXPECT_EQ(session.points.Find("P10001"), 0);
 }
 
 TEST_F(CoordinateFiles, ReadLsaPointsLeavesTheCountOneTooHigh) {
-  WriteJob("T1N2E.LSA",
-           LsaFile({ControlRow("S1", "5", "5")}, {LsaLineRow("S1", "P2")},
-                   {LsaPointRow("P1", "20000000.50", "2000.25"), LsaPointRow(" P2", "30000000.00", "1500.0"),
-                    LsaPointRow("P3", "25000000.00", "2500.0")}),
-           Eol::Lf);
+  WriteLsaPoints({LsaPointRow("P1", "20000000.50", "2000.25"), LsaPointRow(" P2", "30000000.00", "1500.0"),
+                  LsaPointRow("P3", "25000000.00", "2500.0")},
+                 Eol::Lf);
   ReadLsaPoints(session);
-  ASSERT_EQ(session.points.PointCount(), 4);
-  EXPECT_EQ(session.points.PointIds(2), " P2");
-  EXPECT_EQ(session.points.PointIds(4), "");
-  EXPECT_DOUBLE_EQ(session.points.PointX(1), 20000000.5);
-  EXPECT_DOUBLE_EQ(session.points.PointY(1), 2000.25);
-  EXPECT_DOUBLE_EQ(session.extents.MinX, 1.0e7);  // its own sentinel, not that of .COR
-  EXPECT_DOUBLE_EQ(session.extents.MaxX, 3.0e7);
-  EXPECT_DOUBLE_EQ(session.extents.MinY, 1500.0);
-  EXPECT_DOUBLE_EQ(session.extents.MaxY, 2500.0);
-  EXPECT_EQ(Panel1(), std::vector<std::string>{"Reading LSA Coordinates"});
+  EXPECT_EQ(Points(), (Strings{"P1 20000000.500000 2000.250000", " P2 30000000.000000 1500.000000",
+                               "P3 25000000.000000 2500.000000", " 0.000000 0.000000"}));
+  // Its own sentinel, not that of .COR.
+  EXPECT_EQ(Extents(), "10000000.000000 30000000.000000 1500.000000 2500.000000");
+  EXPECT_EQ(user.status[1], Strings{"Reading LSA Coordinates"});
 }
 
 TEST_F(CoordinateFiles, ReadControlCountsNextFreeAndAppendsUnknownStations) {
@@ -144,23 +127,18 @@ TEST_F(CoordinateFiles, ReadControlCountsNextFreeAndAppendsUnknownStations) {
                                  ControlRow("S3", "-50", "-60")},
                                 {LsaLineRow("S1", "S2")}, {LsaPointRow("P9", "1", "1")}));
   ReadCor(session);
-  const JobExtents before = session.extents;
+  const std::string before = Extents();
   user.status.clear();
   ReadControl(session);
   ASSERT_EQ(session.control.ControlCount, 4);
-  EXPECT_EQ(session.control.Control.get(1).id, "S1");
+  const ControlStation& s1 = session.control.Control.get(1);
+  EXPECT_EQ(s1.id + " " + std::to_string(s1.x) + " " + std::to_string(s1.y), "S1 111.500000 112.500000");
   EXPECT_EQ(session.control.Control.get(2).id, "S2");  // trimmed on both sides
-  EXPECT_DOUBLE_EQ(session.control.Control.get(1).x, 111.5);
-  EXPECT_DOUBLE_EQ(session.control.Control.get(1).y, 112.5);
-  ASSERT_EQ(session.points.PointCount(), 4);
-  EXPECT_EQ(session.points.PointIds(3), "S2");
-  EXPECT_EQ(session.points.PointIds(4), "S3");
-  EXPECT_DOUBLE_EQ(session.points.PointX(3), 5000.0);
-  EXPECT_DOUBLE_EQ(session.points.PointY(4), -60.0);
-  EXPECT_DOUBLE_EQ(session.points.PointX(1), 100.0);  // S1 keeps its .COR coordinates
-  EXPECT_DOUBLE_EQ(session.extents.MaxX, before.MaxX);
-  EXPECT_DOUBLE_EQ(session.extents.MinY, before.MinY);
-  EXPECT_EQ(Panel1(), std::vector<std::string>{"Reading Control Coordinates"});
+  // S1 keeps its .COR coordinates; the others are appended, the extents left alone.
+  EXPECT_EQ(Points(), (Strings{"S1 100.000000 100.000000", "P9 300.000000 300.000000", "S2 5000.000000 6000.000000",
+                               "S3 -50.000000 -60.000000"}));
+  EXPECT_EQ(Extents(), before);
+  EXPECT_EQ(user.status[1], Strings{"Reading Control Coordinates"});
 
   std::filesystem::remove(jobPath / "T1N2E.LSA");
   session.control.Clear();
@@ -169,8 +147,8 @@ TEST_F(CoordinateFiles, ReadControlCountsNextFreeAndAppendsUnknownStations) {
 }
 
 TEST_F(CoordinateFiles, NonDigitLastCharacterBeforeThePointsStopsEveryLsaReader) {
-  std::vector<std::string> lsa = LsaFile({ControlRow("S1", "1", "1"), ControlRow("S2", "2", "2")},
-                                         {LsaLineRow("S1", "S2")}, {LsaPointRow("P1", "10", "10")});
+  Strings lsa = LsaFile({ControlRow("S1", "1", "1"), ControlRow("S2", "2", "2")}, {LsaLineRow("S1", "S2")},
+                        {LsaPointRow("P1", "10", "10")});
   lsa[1].back() = 'x';  // the second station, which would close section 1
   WriteJob("T1N2E.LSA", lsa);
   WriteJob("T1N2E.COR", {CorRow("A", "1", "1")});
@@ -187,29 +165,20 @@ TEST_F(CoordinateFiles, NonDigitLastCharacterBeforeThePointsStopsEveryLsaReader)
   session.extents = JobExtents{1, 2, 3, 4};
   ReadLsaPoints(session);
   EXPECT_EQ(session.points.PointCount(), 0);
-  EXPECT_DOUBLE_EQ(session.extents.MinX, 1.0);
+  EXPECT_EQ(Extents(), "1.000000 2.000000 3.000000 4.000000");
 }
 
 TEST_F(CoordinateFiles, WriterPutsColumnsTwoTwentyOneThirtySixAndDropsZeroCoordinates) {
-  SetPoints({{"100100", 1000.12345, 2000.5},
-             {"XZERO", 0.0004, 55.0},
-             {"YZERO", 12.0, 0.0},
-             {"TINY", 0.00049, -7.25},
-             {"NORTH", 1234567.8915, 7654321.129},
-             {"", 0.0, 0.0}});
+  SetPoints({{"100100", 1000.12345, 2000.5}, {"XZERO", 0.0004, 55.0}, {"YZERO", 12.0, 0.0},
+             {"TINY", 0.00049, -7.25}, {"NORTH", 1234567.8915, 7654321.129}, {"", 0.0, 0.0}});
   WriteCorFromStore(session);
   EXPECT_EQ(ReadJob("T1N2E.COR"), Text({Row({{2, "100100"}, {21, "1000.123"}, {36, "2000.500"}}),
                                         Row({{2, "TINY"}, {21, "0.001"}, {36, "-7.250"}}),
                                         Row({{2, "NORTH"}, {21, "1234567.892"}, {36, "7654321.129"}})}));
-
   // Read back, Y stops at column 45: the last digit of a seven-digit Y is not seen.
   ReadCor(session);
-  ASSERT_EQ(session.points.PointCount(), 3);
-  EXPECT_EQ(session.points.PointIds(3), "NORTH");
-  EXPECT_DOUBLE_EQ(session.points.PointX(3), 1234567.892);
-  EXPECT_DOUBLE_EQ(session.points.PointY(3), 7654321.12);
-  EXPECT_DOUBLE_EQ(session.points.PointY(1), 2000.5);
-  EXPECT_DOUBLE_EQ(session.points.PointX(2), 0.001);
+  EXPECT_EQ(Points(), (Strings{"100100 1000.123000 2000.500000", "TINY 0.001000 -7.250000",
+                               "NORTH 1234567.892000 7654321.120000"}));
 }
 
 }  // namespace

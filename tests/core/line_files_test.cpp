@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/fault.h"
@@ -13,12 +14,25 @@
 namespace tessel::test {
 namespace {
 
+using Strings = std::vector<std::string>;
+using Pairs = std::vector<std::pair<int, int>>;
+const std::string kRaw = "Reading RAW Lines";
+const std::string kComputing = "Computing temporary coordinates for unknown points";
+
+// The from and to ends of lines 1 to n.
+template <typename Ends>
+Pairs EndsOf(const Ends& ends, int n) {
+  Pairs out;
+  for (int i = 1; i <= n; ++i) out.emplace_back(ends.get(i).from, ends.get(i).to);
+  return out;
+}
+
 class LineFiles : public JobFixture {
  protected:
   void SetUp() override { UseJob("T1N2E"); }
 
-  // A job in feet (unit code 2) or metres (1), with the given surveys and record lines.
-  void RawJob(int unitCode, const std::vector<std::string>& sid, const std::vector<std::string>& records) {
+  // A job in feet (unit code 2) or metres (1), with the given surveys and record lines, read.
+  void ReadRawJob(int unitCode, const Strings& sid, const Strings& records) {
     WriteJob("T1N2E.def", DefFile(unitCode));
     if (!sid.empty()) {
       WriteJob("T1N2E.sid", sid);
@@ -26,45 +40,37 @@ class LineFiles : public JobFixture {
     }
     WriteJob("T1N2E.raw", RawFile(records));
     user.status.clear();
+    ReadRaw(session);
   }
-
-  void ExpectPoint(int i, const std::string& id, double x, double y) {
-    EXPECT_EQ(session.points.PointIds(i), id) << "entry " << i;
-    EXPECT_DOUBLE_EQ(session.points.PointX(i), x) << id;
-    EXPECT_DOUBLE_EQ(session.points.PointY(i), y) << id;
-  }
-
-  void ExpectEnds(int line, int from, int to) {
-    EXPECT_EQ(session.raw.RawLineEnds.get(line).from, from) << "line " << line;
-    EXPECT_EQ(session.raw.RawLineEnds.get(line).to, to) << "line " << line;
+  // "id x y" of the points from entry `first` to the last.
+  Strings PointsFrom(int first) const {
+    Strings out;
+    for (int i = first; i <= session.points.PointCount(); ++i) {
+      out.push_back(session.points.PointIds(i) + " " + std::to_string(session.points.PointX(i)) + " " +
+                    std::to_string(session.points.PointY(i)));
+    }
+    return out;
   }
 };
 
 TEST_F(LineFiles, LsaLinesMatchBothEndsWithTheLastEntryAndZeroForUnknown) {
   SetPoints({{"A", 0, 0}, {"B", 0, 0}, {"C", 0, 0}, {"A", 1, 1}});
-  WriteJob("T1N2E.LSA", LsaFile({ControlRow("A", "1", "1")},
-                                {LsaLineRow("A", "B"), LsaLineRow("  B", "X"), LsaLineRow("C", "  A  ")},
-                                {LsaPointRow("A", "1", "1")}));
+  Strings lsa = LsaFile({ControlRow("A", "1", "1")},
+                        {LsaLineRow("A", "B"), LsaLineRow("  B", "X"), LsaLineRow("C", "  A  ")},
+                        {LsaPointRow("A", "1", "1")});
+  WriteJob("T1N2E.LSA", lsa);
   ReadLsaLines(session);
   ASSERT_EQ(session.lsa.LsaLineCount, 4);
-  const std::pair<int, int> expected[] = {{4, 2}, {2, 0}, {3, 4}};
-  for (int i = 1; i <= 3; ++i) {
-    EXPECT_EQ(session.lsa.LsaLineEnds.get(i).from, expected[i - 1].first) << "line " << i;
-    EXPECT_EQ(session.lsa.LsaLineEnds.get(i).to, expected[i - 1].second) << "line " << i;
-  }
-  EXPECT_EQ(user.status[1], std::vector<std::string>{"Reading LSA Lines"});
+  EXPECT_EQ(EndsOf(session.lsa.LsaLineEnds, 3), (Pairs{{4, 2}, {2, 0}, {3, 4}}));
+  EXPECT_EQ(user.status[1], Strings{"Reading LSA Lines"});
 
   // A line without a digit at its end stops the read; what came before stays.
-  std::vector<std::string> lsa = LsaFile({ControlRow("A", "1", "1")}, {LsaLineRow("A", "B"), LsaLineRow("B", "C"),
-                                                                       LsaLineRow("C", "A")},
-                                         {LsaPointRow("A", "1", "1")});
   lsa[2].back() = '-';
   WriteJob("T1N2E.LSA", lsa);
   session.lsa.Clear();
   ReadLsaLines(session);
   EXPECT_EQ(session.lsa.LsaLineCount, 2);
-  EXPECT_EQ(session.lsa.LsaLineEnds.get(1).from, 4);
-  EXPECT_EQ(session.lsa.LsaLineEnds.get(2).from, 0);
+  EXPECT_EQ(EndsOf(session.lsa.LsaLineEnds, 2), (Pairs{{4, 2}, {0, 0}}));
 }
 
 TEST_F(LineFiles, LxnChainsGiveSegmentsAndSkipThoseEndingOnZero) {
@@ -78,52 +84,41 @@ TEST_F(LineFiles, LxnChainsGiveSegmentsAndSkipThoseEndingOnZero) {
   ReadLxn(session);
   EXPECT_EQ(session.lxn.LxnRecordCount, 5);
   ASSERT_EQ(session.lxn.LxnSegmentCount, 7);
-  const std::pair<int, int> expected[] = {{1, 2}, {2, 3}, {0, 0}, {7, 8}, {8, 9}, {4, 5}, {10, 11}};
-  for (int s = 1; s <= 7; ++s) {
-    EXPECT_EQ(session.lxn.LxnLineEnds.get(s).from, expected[s - 1].first) << "segment " << s;
-    EXPECT_EQ(session.lxn.LxnLineEnds.get(s).to, expected[s - 1].second) << "segment " << s;
-  }
-  EXPECT_EQ(user.status[1], std::vector<std::string>{"Reading LXN Lines"});
+  EXPECT_EQ(EndsOf(session.lxn.LxnLineEnds, 7), (Pairs{{1, 2}, {2, 3}, {0, 0}, {7, 8}, {8, 9}, {4, 5}, {10, 11}}));
+  EXPECT_EQ(user.status[1], Strings{"Reading LXN Lines"});
 
   // Without the file nothing changes.
   std::filesystem::remove(jobPath / "T1N2E.LXN");
   session.lxn.Clear();
   ReadLxn(session);
-  EXPECT_EQ(session.lxn.LxnRecordCount, 0);
-  EXPECT_EQ(session.lxn.LxnSegmentCount, 0);
+  EXPECT_EQ(session.lxn.LxnRecordCount + session.lxn.LxnSegmentCount, 0);
 }
 
 TEST(Bearings, PackedDegreesMinutesSecondsByTheLengthOfTheirText) {
   const double degree = std::atan(1.0) / 45.0;
-  const struct {
-    double packed;
-    double degrees;
-  } cases[] = {
+  const std::pair<double, double> cases[] = {
       {51530, 51 + 53 / 60.0 + 30 / 3600.0},  // five characters overlap: 51 53 30
-      {453000, 45 + 30 / 60.0},
-      {900000, 90},
-      {4530, 45 / 60.0 + 30 / 3600.0},
-      {530, 53 / 60.0 + 30 / 3600.0},
-      {100, 10 / 60.0},
-      {45, 45 / 3600.0},
-      {5, 5 / 3600.0},
-      {0, 0},
-      {1234567, 0},   // longer than six
-      {451530.5, 0},  // seconds with decimals
+      {453000, 45 + 30 / 60.0},        {900000, 90},
+      {4530, 45 / 60.0 + 30 / 3600.0}, {530, 53 / 60.0 + 30 / 3600.0},
+      {100, 10 / 60.0},                {45, 45 / 3600.0},
+      {5, 5 / 3600.0},                 {0, 0},
+      {1234567, 0},                    {451530.5, 0},  // longer than six
       {12.5, 12 / 60.0 + 0.5 / 3600.0},
   };
-  for (const auto& c : cases) EXPECT_NEAR(DmsToRadians(c.packed), c.degrees * degree, 1e-12) << c.packed;
+  for (const auto& [packed, degrees] : cases) EXPECT_NEAR(DmsToRadians(packed), degrees * degree, 1e-12) << packed;
 }
 
 TEST_F(LineFiles, RawFieldsAreCutFromTheLineAndFromTheTrimmedLine) {
   SetPoints({{"100100", 0, 0}, {"100200", 0, 0}, {"  1001", 0, 0}});
-  std::vector<std::string> records = {RawRow("100100", "100200", "12.5", "2", "45.3000", "SURV1"),
-                                      RawRow("  1001", "100200", "12.50000", "1", "45.3000", "SURV1"),
-                                      RawRow("100200", "100100", "3", "4", "900000", "SURV2")};
-  RawJob(2, {"SSURV1", "SSURV2", Row({{1, "SSURV2"}, {20, "1.000"}})}, records);
-  std::vector<std::string> file = RawFile(records);
+  WriteJob("T1N2E.def", DefFile(2));
+  WriteJob("T1N2E.sid", {"SSURV1", "SSURV2", Row({{1, "SSURV2"}, {20, "1.000"}})});
+  ReadSurveys(session);
+  Strings file = RawFile({RawRow("100100", "100200", "12.5", "2", "45.3000", "SURV1"),
+                          RawRow("  1001", "100200", "12.50000", "1", "45.3000", "SURV1"),
+                          RawRow("100200", "100100", "3", "4", "900000", "SURV2")});
   file.push_back(RawRow("999", "999", "1", "1", "1", "SURV1"));  // behind 999998: not read
   WriteJob("T1N2E.raw", file, Eol::Lf);
+  user.status.clear();
   ReadRaw(session);
 
   ASSERT_EQ(session.raw.RawLineCount, 3);
@@ -132,104 +127,81 @@ TEST_F(LineFiles, RawFieldsAreCutFromTheLineAndFromTheTrimmedLine) {
   // The leading blank shifts the two fields taken from the trimmed line, and only those.
   EXPECT_EQ(session.raw.RawLineFields.get(2), (F{"", "  1001", "100200", ".50000  ", "1", "45.3000 ", "RV1"}));
   EXPECT_EQ(session.raw.RawLineFields.get(3), (F{"", "100200", "100100", "3       ", "4", "900000  ", "SURV2"}));
-  ExpectEnds(1, 1, 2);
-  ExpectEnds(2, 3, 2);
-  ExpectEnds(3, 2, 1);
-  EXPECT_EQ(session.raw.RawLineEnds.get(1).survey, 1);
-  EXPECT_EQ(session.raw.RawLineEnds.get(2).survey, 0);
-  EXPECT_EQ(session.raw.RawLineEnds.get(3).survey, 3);  // the last survey of the name
+  EXPECT_EQ(EndsOf(session.raw.RawLineEnds, 3), (Pairs{{1, 2}, {3, 2}, {2, 1}}));
+  // The survey of the line by its name, the last survey of a name winning; none for "RV1".
+  const std::vector<int> surveys = {session.raw.RawLineEnds.get(1).survey, session.raw.RawLineEnds.get(2).survey,
+                                    session.raw.RawLineEnds.get(3).survey};
+  EXPECT_EQ(surveys, (std::vector<int>{1, 0, 3}));
   EXPECT_EQ(session.points.PointCount(), 3);
-  EXPECT_EQ(user.status[1], std::vector<std::string>(4, "Reading RAW Lines"));
+  EXPECT_EQ(user.status[1], Strings(4, kRaw));
 }
 
 TEST_F(LineFiles, TemporaryPointsTakeTheQuadrantSignsForwardAndBack) {
   SetPoints({{"100000", 1000, 1000}});
   session.extents = JobExtents{1, 2, 3, 4};
-  std::vector<std::string> records;
-  for (int q = 1; q <= 4; ++q) records.push_back(RawRow("100000", "90000" + std::to_string(q), "1", std::to_string(q), "300000", "NONE"));
-  for (int q = 1; q <= 4; ++q) records.push_back(RawRow("90001" + std::to_string(q), "100000", "1", std::to_string(q), "300000", "NONE"));
-  RawJob(2, {}, records);
-  ReadRaw(session);
+  Strings forward, back;
+  for (const std::string q : {"1", "2", "3", "4"}) {
+    forward.push_back(RawRow("100000", "90000" + q, "1", q, "300000", "NONE"));
+    back.push_back(RawRow("90001" + q, "100000", "1", q, "300000", "NONE"));
+  }
+  forward.insert(forward.end(), back.begin(), back.end());
+  ReadRawJob(2, {}, forward);
 
   // Feet, distance in chains, no unit caption: 66 x 1 x sin 30 = 33 east, 66 x cos 30 north,
   // through "######0.000".
-  ASSERT_EQ(session.points.PointCount(), 9);
-  ExpectPoint(2, "900001", 1033.0, 1057.158);
-  ExpectPoint(3, "900002", 1033.0, 942.842);
-  ExpectPoint(4, "900003", 967.0, 942.842);
-  ExpectPoint(5, "900004", 967.0, 1057.158);
-  ExpectPoint(6, "900011", 967.0, 942.842);
-  ExpectPoint(7, "900012", 967.0, 1057.158);
-  ExpectPoint(8, "900013", 1033.0, 1057.158);
-  ExpectPoint(9, "900014", 1033.0, 942.842);
-  for (int i = 1; i <= 4; ++i) ExpectEnds(i, 1, i + 1);
-  for (int i = 5; i <= 8; ++i) ExpectEnds(i, i + 1, 1);
+  EXPECT_EQ(PointsFrom(2), (Strings{"900001 1033.000000 1057.158000", "900002 1033.000000 942.842000",
+                                    "900003 967.000000 942.842000", "900004 967.000000 1057.158000",
+                                    "900011 967.000000 942.842000", "900012 967.000000 1057.158000",
+                                    "900013 1033.000000 1057.158000", "900014 1033.000000 942.842000"}));
+  EXPECT_EQ(EndsOf(session.raw.RawLineEnds, 8), (Pairs{{1, 2}, {1, 3}, {1, 4}, {1, 5}, {6, 1}, {7, 1}, {8, 1}, {9, 1}}));
   EXPECT_DOUBLE_EQ(session.extents.MinX, 1.0);
   EXPECT_DOUBLE_EQ(session.extents.MaxY, 4.0);
   ASSERT_GE(user.status[1].size(), 4u);
-  EXPECT_EQ(std::vector<std::string>(user.status[1].begin(), user.status[1].begin() + 4),
-            (std::vector<std::string>{"Reading RAW Lines", "Reading RAW Lines",
-                                      "Computing temporary coordinates for unknown points", "Reading RAW Lines"}));
+  EXPECT_EQ(Strings(user.status[1].begin(), user.status[1].begin() + 4), (Strings{kRaw, kRaw, kComputing, kRaw}));
 }
 
-TEST_F(LineFiles, DistanceUnitOfASurveyCarriesToTheLinesOfSurveysWithout) {
+TEST_F(LineFiles, DistanceUnitCarriesForwardToSurveysWithoutAndIsIgnoredBackward) {
   SetPoints({{"100000", 1000, 1000}});
-  RawJob(1, {"SMETRIC", "C DU:M     <DISTANCE UNITS ARE METERS>", "SPLAIN", "C a plain comment"},
-         {RawRow("100000", "900000", "1", "1", "900000", "PLAIN"),
-          RawRow("100000", "900001", "100", "1", "900000", "METRIC"),
-          RawRow("100000", "900002", "50", "1", "900000", "PLAIN")});
-  ReadRaw(session);
+  ReadRawJob(1, {"SMETRIC", "C DU:M     <DISTANCE UNITS ARE METERS>", "SPLAIN", "C a plain comment"},
+             {RawRow("100000", "900000", "1", "1", "900000", "PLAIN"),
+              RawRow("100000", "900001", "100", "1", "900000", "METRIC"),
+              RawRow("100000", "900002", "50", "1", "900000", "PLAIN"),
+              RawRow("900003", "100000", "2", "1", "900000", "METRIC")});
   EXPECT_FLOAT_EQ(session.UnitsPerChain, static_cast<float>(66 / 3.2808333333));
-  // The first line has no unit yet: chains, so one chain of 20.1168 metres.
-  ExpectPoint(2, "900000", 1020.117, 1000.0);
-  ExpectPoint(3, "900001", 1100.0, 1000.0);
-  // Its survey has no unit caption: the metres of the line before stay.
-  ExpectPoint(4, "900002", 1050.0, 1000.0);
-}
-
-TEST_F(LineFiles, BackwardPlacementIgnoresTheDistanceUnit) {
-  SetPoints({{"100000", 1000, 1000}});
-  RawJob(2, {"SFEET", "C DU:F     <DISTANCE UNITS ARE US SURVEY FEET>"},
-         {RawRow("100000", "900001", "132", "1", "900000", "FEET"),
-          RawRow("900002", "100000", "2", "1", "900000", "FEET")});
-  ReadRaw(session);
-  ExpectPoint(2, "900001", 1132.0, 1000.0);  // 66 x 132 / 66
-  ExpectPoint(3, "900002", 868.0, 1000.0);   // 66 x 2, not divided
-  ExpectEnds(2, 3, 1);
+  // The first line has no unit yet: chains, so one chain of 20.1168 metres. The third line's
+  // survey has no unit caption: the metres of the line before stay. The last is placed back
+  // from its to end in chains, the unit left aside.
+  EXPECT_EQ(PointsFrom(2), (Strings{"900000 1020.117000 1000.000000", "900001 1100.000000 1000.000000",
+                                    "900002 1050.000000 1000.000000", "900003 959.766000 1000.000000"}));
+  EXPECT_EQ(session.raw.RawLineEnds.get(4).from, 5);
 }
 
 TEST_F(LineFiles, RecordWithBothEndsUnknownPlacesBothAndLaterLinesUseThem) {
   SetPoints({{"100000", 1000, 1000}});
-  RawJob(2, {"SFEET", "C DU:F     <DISTANCE UNITS ARE US SURVEY FEET>"},
-         {RawRow("900001", "900002", "1", "1", "300000", "FEET"),
-          RawRow("900002", "900003", "66", "2", "900000", "FEET")});
-  ReadRaw(session);
-  ASSERT_EQ(session.points.PointCount(), 4);
-  ExpectPoint(2, "900002", 0.5, 0.866);        // from the origin, in feet
-  ExpectPoint(3, "900001", -32.5, -56.292);    // back from it, without the unit
-  ExpectPoint(4, "900003", 66.5, 0.866);       // from the temporary point
-  ExpectEnds(1, 3, 2);
-  ExpectEnds(2, 2, 4);
-  const std::string computing = "Computing temporary coordinates for unknown points";
-  EXPECT_EQ(user.status[1], (std::vector<std::string>{"Reading RAW Lines", "Reading RAW Lines", computing, computing,
-                                                      "Reading RAW Lines", computing}));
+  ReadRawJob(2, {"SFEET", "C DU:F     <DISTANCE UNITS ARE US SURVEY FEET>"},
+             {RawRow("900001", "900002", "1", "1", "300000", "FEET"),
+              RawRow("900002", "900003", "66", "2", "900000", "FEET")});
+  // From the origin in feet, back from it without the unit, then from the temporary point.
+  EXPECT_EQ(PointsFrom(2), (Strings{"900002 0.500000 0.866000", "900001 -32.500000 -56.292000",
+                                    "900003 66.500000 0.866000"}));
+  EXPECT_EQ(EndsOf(session.raw.RawLineEnds, 2), (Pairs{{3, 2}, {2, 4}}));
+  EXPECT_EQ(user.status[1], (Strings{kRaw, kRaw, kComputing, kComputing, kRaw, kComputing}));
 }
 
 TEST_F(LineFiles, RawSentinelsBoundTheRecords) {
   SetPoints({{"100000", 1000, 1000}});
   WriteJob("T1N2E.def", DefFile(2));
-  WriteJob("T1N2E.raw", {"HEAD", "999999", "999998", RawRow("100000", "900001", "1", "1", "1", "X")});
+  const std::string record = RawRow("100000", "900001", "1", "1", "1", "X");
+  WriteJob("T1N2E.raw", {"HEAD", "999999", "999998", record});
   ReadRaw(session);
   EXPECT_EQ(session.raw.RawLineCount, 0);
   EXPECT_EQ(session.points.PointCount(), 1);
 
-  WriteJob("T1N2E.raw", {"999999", RawRow("100000", "900001", "1", "1", "1", "X")});
-  EXPECT_THROW(ReadRaw(session), RuntimeFault);
-  EXPECT_EQ(session.raw.RawLineCount, 0);
-
-  WriteJob("T1N2E.raw", {RawRow("100000", "900001", "1", "1", "1", "X"), "999998"});
-  EXPECT_THROW(ReadRaw(session), RuntimeFault);
-  EXPECT_EQ(session.raw.RawLineCount, 0);
+  for (const Strings& broken : {Strings{"999999", record}, Strings{record, "999998"}}) {
+    WriteJob("T1N2E.raw", broken);
+    EXPECT_THROW(ReadRaw(session), RuntimeFault);
+    EXPECT_EQ(session.raw.RawLineCount, 0);
+  }
 
   std::filesystem::remove(jobPath / "T1N2E.raw");
   user.status.clear();

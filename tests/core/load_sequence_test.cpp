@@ -19,7 +19,10 @@ namespace fs = std::filesystem;
 namespace tessel::test {
 namespace {
 
+using Strings = std::vector<std::string>;
+using Ints = std::vector<int>;
 const std::string kComputing = "Computing temporary coordinates for unknown points";
+const std::string kRaw = "Reading RAW Lines";
 
 class LoadSequence : public JobFixture {
  protected:
@@ -27,8 +30,8 @@ class LoadSequence : public JobFixture {
 
   // A job T1N2E with every dataset; `cor` and `lsa` say whether those two are there.
   static void WriteJobFiles(const fs::path& folder, bool cor = true, bool lsa = true) {
-    const auto put = [&](const std::string& name, const std::vector<std::string>& lines) {
-      WriteLines(folder / ("T1N2E" + name), lines);
+    const auto put = [&](const std::string& ext, const std::vector<std::string>& lines) {
+      WriteLines(folder / ("T1N2E" + ext), lines);
     };
     put(".def", DefFile(2));
     if (cor) put(".COR", {CorRow("100100", "1000", "1000"), CorRow("100200", "2000", "1000"), CorRow("100300", "2000", "2000")});
@@ -48,15 +51,27 @@ class LoadSequence : public JobFixture {
                  Row({{1, " PARCEL N,E"}, {17, "   1333.333"}, {33, "   1666.667"}})});
     put(".not", {"     0", "     1", "100100 100200"});
   }
-
   void Open(const std::string& folder) { OpenJob(session, folder + "T1N2E.def", "T1N2E.def"); }
   void Open() { Open(JobDir()); }
 
-  bool SupportFilesIn(const fs::path& folder) const {
-    for (const char* name : kSupportFiles) {
-      if (!fs::exists(folder / name)) return false;
-    }
-    return true;
+  static long SupportFilesIn(const fs::path& folder) {
+    return std::count_if(kSupportFiles.begin(), kSupportFiles.end(), [&](const char* f) { return fs::exists(folder / f); });
+  }
+  // Points, control stations, .LSA lines, .LXN segments, surveys, record lines, raw polygons,
+  // parcels, note lines.
+  static Ints Counts(const Session& s) {
+    return {s.points.PointCount(),   s.control.ControlCount,    s.lsa.LsaLineCount,
+            s.lxn.LxnSegmentCount,   s.surveys.SurveyCount,     s.raw.RawLineCount,
+            s.polygons.RawPolygonCount, s.parcels.ParcelCount, s.notes.NoteLineCount};
+  }
+  // The menus as a job open, a job closed (Reload and Import stay on) and the start leave them.
+  static std::map<std::string, bool> Menus(bool jobOpen, bool reloadAndImport) {
+    std::map<std::string, bool> m;
+    for (const char* name : kJobMenus) m[name] = jobOpen;
+    for (const char* name : kArchiveMenus) m[name] = jobOpen;
+    for (const char* name : kJobMenusKeptAfterClose) m[name] = reloadAndImport;
+    m["mnuFileOpen"] = !jobOpen;
+    return m;
   }
 
   RecordingDisplay display;
@@ -68,86 +83,61 @@ TEST_F(LoadSequence, MainFormLoadSetsStatusToolButtonsViewAndMenus) {
   config.ToolButton[11] = {"none", "Never"};
   config.chkLinesRAW = 1;
   config.chkLinesLSA = 2;  // only 1 counts as on
-  config.chkParcels = 1;
   WriteConfig((toolPath / "Tessel.cfg").string(), config);
   MainFormLoad(session);
   EXPECT_EQ(session.ToolMode, 2);
-  EXPECT_EQ(user.status[1], std::vector<std::string>{"Open a job or create a new one"});
-  EXPECT_EQ(user.statusNow[2], "");
-  EXPECT_EQ(user.statusNow[3], "");
-  EXPECT_EQ(session.config, config);
+  EXPECT_EQ(user.status, (std::map<int, Strings>{{1, {"Open a job or create a new one"}}, {2, {""}}, {3, {""}}}));
   EXPECT_EQ(user.toolButtons, (std::map<int, std::string>{{1, "Run X"}}));
-  EXPECT_TRUE(user.checked["Raw"]);
-  EXPECT_TRUE(user.checked["mnuViewLinesRaw"]);
-  EXPECT_FALSE(user.checked["Lsa"]);
-  EXPECT_FALSE(session.checks.mnuOptionsLinesLSA);
-  EXPECT_TRUE(user.checked["parcel"]);
-  EXPECT_TRUE(session.checks.mnuViewPoints);
-  EXPECT_TRUE(user.enabled["mnuFileOpen"]);
-  for (const char* name : {"mnuFileClose", "mnuFileReload", "mnuFileImport", "mnuEdit", "mnuLzhSaveAs"}) {
-    EXPECT_FALSE(user.enabled.at(name)) << name;
-  }
+  EXPECT_TRUE(user.checked["Raw"] && user.checked["mnuViewLinesRaw"]);
+  EXPECT_FALSE(user.checked["Lsa"] || session.checks.mnuOptionsLinesLSA);
+  EXPECT_EQ(user.enabled, Menus(false, false));
 }
 
 TEST_F(LoadSequence, OpenReadsEveryDatasetInOrderAndEndsOnTheJobName) {
   WriteJobFiles(jobPath);
   Open();
-  EXPECT_EQ(user.status[1],
-            (std::vector<std::string>{"Reading Coordinates", "Verifying LSA Coordinates", "Reading Control Coordinates",
-                                      "Reading LSA Lines", "Reading LXN Lines", "Reading Survey Identifiers",
-                                      "Reading RAW Lines", "Reading RAW Lines", "Reading RAW Lines", kComputing,
-                                      "Reading raw polygons", "Reading parcels", "Preparing for display", "T1N2E"}));
+  EXPECT_EQ(user.status[1], (Strings{"Reading Coordinates", "Verifying LSA Coordinates", "Reading Control Coordinates",
+                                     "Reading LSA Lines", "Reading LXN Lines", "Reading Survey Identifiers", kRaw, kRaw,
+                                     kRaw, kComputing, "Reading raw polygons", "Reading parcels",
+                                     "Preparing for display", "T1N2E"}));
   EXPECT_TRUE(user.messages.empty());
   EXPECT_EQ(user.pointers.front(), Pointer::Hourglass);
   EXPECT_EQ(user.pointers.back(), Pointer::Default);
-  EXPECT_EQ(display.calls, std::vector<std::string>{"RefreshViewAfterExtents"});
+  EXPECT_EQ(display.calls, Strings{"RefreshViewAfterExtents"});
   EXPECT_EQ(user.title, "Tessel " + JobDir() + "T1N2E");
   EXPECT_EQ(ReadJob("TEMP.JOB"), "T1N2E\r\n");
-  EXPECT_TRUE(SupportFilesIn(jobPath));
+  EXPECT_EQ(SupportFilesIn(jobPath), 4);
+  EXPECT_EQ(user.enabled, Menus(true, true));
 
-  // .COR, the .LSA-only point, the appended station, then the temporary point of the record.
-  ASSERT_EQ(session.points.PointCount(), 6);
-  EXPECT_EQ(session.points.PointIds(4), "LSAONLY");
-  EXPECT_EQ(session.points.PointIds(5), "CTRL9");
-  EXPECT_EQ(session.points.PointIds(6), "900001");
-  EXPECT_DOUBLE_EQ(session.points.PointY(6), 2066.0);
-  EXPECT_EQ(session.control.ControlCount, 3);
-  EXPECT_EQ(session.lsa.LsaLineCount, 3);
-  EXPECT_EQ(session.lsa.LsaLineEnds.get(2).to, 5);  // a line may end on an appended station
-  EXPECT_EQ(session.notes.NoteLineCount, 1);
-  EXPECT_EQ(session.lxn.LxnSegmentCount, 2);
-  EXPECT_EQ(session.surveys.SurveyCount, 1);
-  EXPECT_EQ(session.raw.RawLineCount, 2);
+  // .COR, the .LSA-only point, the appended station, then the temporary point of the record;
+  // a line may end on the appended station.
+  EXPECT_EQ(Counts(session), (Ints{6, 3, 3, 2, 1, 2, 1, 1, 1}));
+  EXPECT_EQ((Strings{session.points.PointIds(4), session.points.PointIds(5), session.points.PointIds(6)}),
+            (Strings{"LSAONLY", "CTRL9", "900001"}));
+  EXPECT_EQ(session.lsa.LsaLineEnds.get(2).to, 5);
   EXPECT_EQ(session.raw.RawLineEnds.get(1).survey, 1);
-  EXPECT_EQ(session.polygons.RawPolygonCount, 1);
-  EXPECT_EQ(session.parcels.ParcelCount, 1);
-
-  for (const char* name : kJobMenus) EXPECT_TRUE(user.enabled.at(name)) << name;
-  EXPECT_TRUE(user.enabled.at("mnuFileReload"));
-  EXPECT_TRUE(user.enabled.at("mnuFileImport"));
-  EXPECT_FALSE(user.enabled.at("mnuFileOpen"));
 }
 
 TEST_F(LoadSequence, EachCaseOfTheLoadTableGivesItsBoxesAndReaders) {
   const struct {
     const char* name;
     bool cor, lsa, lsaBroken;
-    std::vector<std::string> messages;
-    int lsaLines, lxnSegments, parcels;
+    Strings messages;
+    Ints counts;
   } cases[] = {
-      {"both", true, true, false, {}, 3, 2, 1},
-      {"cor", true, false, false, {"LSA file not found"}, 0, 2, 1},
-      {"lsa", false, true, false, {"Viewing LSA coordinates"}, 3, 0, 0},
-      {"brokenlsa", false, true, true, {}, 0, 0, 0},
-      {"neither", false, false, false, {"LSA file not found", "graphics are not yet available"}, 0, 2, 1},
+      {"cor", true, false, false, {"LSA file not found"}, {4, 0, 0, 2, 1, 2, 1, 1, 0}},
+      {"lsa", false, true, false, {"Viewing LSA coordinates"}, {7, 3, 3, 0, 1, 2, 0, 0, 0}},
+      {"brokenlsa", false, true, true, {}, {4, 1, 0, 0, 1, 2, 0, 0, 0}},
+      {"neither", false, false, false, {"LSA file not found", "graphics are not yet available"},
+       {3, 0, 0, 2, 1, 2, 1, 1, 0}},
   };
   for (const auto& c : cases) {
     const fs::path folder = root / c.name;
     fs::create_directory(folder);
     WriteJobFiles(folder, c.cor, c.lsa);
     if (c.lsaBroken) {
-      std::vector<std::string> lsa = LsaFile({ControlRow("100100", "1", "1")}, {LsaLineRow("100100", "100200")},
-                                             {LsaPointRow("100100", "1", "1")});
+      Strings lsa = LsaFile({ControlRow("100100", "1", "1")}, {LsaLineRow("100100", "100200")},
+                            {LsaPointRow("100100", "1", "1")});
       lsa[0].back() = 'X';
       WriteLines(folder / "T1N2E.LSA", lsa);
     }
@@ -160,30 +150,16 @@ TEST_F(LoadSequence, EachCaseOfTheLoadTableGivesItsBoxesAndReaders) {
     // The job stays open whatever was missing, and the status ends on its name.
     EXPECT_EQ(s.JobName, "T1N2E") << c.name;
     EXPECT_EQ(u.statusNow[1], "T1N2E") << c.name;
-    EXPECT_EQ(s.lsa.LsaLineCount, c.lsaLines) << c.name;
-    EXPECT_EQ(s.lxn.LxnSegmentCount, c.lxnSegments) << c.name;
-    EXPECT_EQ(s.parcels.ParcelCount, c.parcels) << c.name;
-    EXPECT_EQ(s.raw.RawLineCount, 2) << c.name;
+    EXPECT_EQ(Counts(s), c.counts) << c.name;
   }
 }
 
-TEST_F(LoadSequence, LsaWithoutCorReadsNoChainsPolygonsOrParcels) {
+TEST_F(LoadSequence, LsaWithoutCorReadsOnlyTheNetworkAndTheRecords) {
   WriteJobFiles(jobPath, false, true);
   Open();
-  EXPECT_EQ(user.status[1],
-            (std::vector<std::string>{"Reading LSA Coordinates", "Reading Control Coordinates", "Reading LSA Lines",
-                                      "Reading Survey Identifiers", "Reading RAW Lines", "Reading RAW Lines",
-                                      "Reading RAW Lines", kComputing, "Preparing for display", "T1N2E"}));
-  // Four points and the empty entry, the appended station, the temporary point.
-  ASSERT_EQ(session.points.PointCount(), 7);
-  EXPECT_EQ(session.points.PointIds(5), "");
-  EXPECT_EQ(session.points.PointIds(6), "CTRL9");
-  EXPECT_DOUBLE_EQ(session.extents.MinX, 1000.0);
-  EXPECT_EQ(session.parcels.ParcelCount, 0);
-  EXPECT_EQ(session.lxn.LxnSegmentCount, 0);
-  EXPECT_EQ(session.polygons.RawPolygonCount, 0);
-  EXPECT_EQ(session.notes.NoteLineCount, 0);
-  EXPECT_EQ(session.raw.RawLineCount, 2);
+  EXPECT_EQ(user.status[1], (Strings{"Reading LSA Coordinates", "Reading Control Coordinates", "Reading LSA Lines",
+                                     "Reading Survey Identifiers", kRaw, kRaw, kRaw, kComputing,
+                                     "Preparing for display", "T1N2E"}));
 }
 
 TEST_F(LoadSequence, ReloadClearsAndReadsAgainKeepingTheView) {
@@ -195,24 +171,14 @@ TEST_F(LoadSequence, ReloadClearsAndReadsAgainKeepingTheView) {
   fs::remove(jobPath / "T1N2E.iid");
   session.view.ViewLeft = 900.0f;
   session.config.chkLXN = 0;  // chains are not loaded
-  user.status.clear();
-  user.title.clear();
+  user = RecordingUserPort{};
   ReloadJob(session);
-  EXPECT_EQ(session.points.PointCount(), 6);  // four from .COR, LSAONLY, CTRL9; no temporary point
-  EXPECT_EQ(session.points.Find("900001"), 0);
-  EXPECT_EQ(session.control.ControlCount, 3);
-  EXPECT_EQ(session.lsa.LsaLineCount, 3);
-  EXPECT_EQ(session.lxn.LxnSegmentCount, 0);
-  EXPECT_EQ(session.lxn.LxnRecordCount, 0);
-  EXPECT_EQ(session.raw.RawLineCount, 0);
-  EXPECT_EQ(session.parcels.ParcelCount, 0);
-  EXPECT_EQ(session.surveys.SurveyCount, 1);
-  EXPECT_DOUBLE_EQ(session.extents.MaxX, 3000.0);
+  // Four from .COR, LSAONLY, CTRL9 and no temporary point; the notes are left as they were.
+  EXPECT_EQ(Counts(session), (Ints{6, 3, 3, 0, 1, 0, 1, 0, 1}));
   EXPECT_EQ(user.title, "Tessel " + JobDir() + "T1N2E");
-  EXPECT_EQ(std::count(user.status[1].begin(), user.status[1].end(), "Reading LXN Lines"), 0);
   EXPECT_EQ(user.status[1].back(), "T1N2E");
-  EXPECT_EQ(user.pointers.back(), Pointer::Default);
-  EXPECT_EQ(display.calls, (std::vector<std::string>{"RefreshViewAfterExtents", "RefreshView"}));
+  EXPECT_EQ(user.pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Default}));
+  EXPECT_EQ(display.calls, (Strings{"RefreshViewAfterExtents", "RefreshView"}));
 
   session.view.ViewLeft = 0.0f;
   ReloadJob(session);
@@ -221,79 +187,66 @@ TEST_F(LoadSequence, ReloadClearsAndReadsAgainKeepingTheView) {
 
   // .LSA alone is not redrawn by a reload, and its box comes again.
   fs::remove(jobPath / "T1N2E.COR");
-  const std::size_t drawn = display.calls.size();
+  display.calls.clear();
   ReloadJob(session);
-  EXPECT_EQ(display.calls.size(), drawn);
-  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"Viewing LSA coordinates"});
+  EXPECT_TRUE(display.calls.empty());
+  EXPECT_EQ(user.MessageTexts(), Strings{"Viewing LSA coordinates"});
 }
 
-TEST_F(LoadSequence, CloseRemembersTheFolderEmptiesEverythingAndRemovesSupportFiles) {
+TEST_F(LoadSequence, CloseEmptiesEverythingAndTurnsTheMenusBack) {
   WriteJobFiles(jobPath);
   Open();
   session.view.ViewLeft = 5.0f;
-  session.view.ViewTop = 6.0f;
   FileClose(session);
-  EXPECT_EQ(ReadTool("Tessel.hst"), JobDir() + "\r\n");
-  for (const char* name : kSupportFiles) EXPECT_FALSE(fs::exists(jobPath / name)) << name;
-  EXPECT_TRUE(JobHas("T1N2E.COR"));
-  EXPECT_TRUE(JobHas("TEMP.JOB"));
-  EXPECT_EQ(session.JobBase, "");
-  EXPECT_EQ(session.JobName, "");
-  EXPECT_EQ(session.JobFolder, "");
+  EXPECT_EQ(session.JobBase + session.JobName + session.JobFolder, "");
   EXPECT_EQ(user.title, "Tessel");
   EXPECT_TRUE(user.messages.empty());
-
-  const std::vector<int> counts = {session.points.PointCount(),      session.points.Find("100100"),
-                                   session.control.ControlCount,      session.lsa.LsaLineCount,
-                                   session.lxn.LxnSegmentCount,       session.lxn.LxnRecordCount,
-                                   session.raw.RawLineCount,          session.surveys.SurveyCount,
-                                   session.parcels.ParcelCount,       session.polygons.RawPolygonCount,
-                                   session.notes.NoteLineCount};
-  EXPECT_EQ(counts, std::vector<int>(counts.size(), 0));
+  EXPECT_EQ(Counts(session), Ints(9, 0));
   EXPECT_FALSE(session.view.EverSet());
-
-  for (const char* name : kJobMenus) EXPECT_FALSE(user.enabled.at(name)) << name;
-  EXPECT_TRUE(user.enabled.at("mnuFileReload"));
-  EXPECT_TRUE(user.enabled.at("mnuFileImport"));
-  EXPECT_TRUE(user.enabled.at("mnuFileOpen"));
-
-  EXPECT_EQ(user.status[1].back(), "Open a project or start a new one");
-  EXPECT_EQ(user.status[2], std::vector<std::string>{""});
-  EXPECT_EQ(user.status[3], std::vector<std::string>{""});
+  EXPECT_EQ(user.enabled, Menus(false, true));
+  EXPECT_EQ(user.statusNow, (std::map<int, std::string>{{1, "Open a project or start a new one"}, {2, ""}, {3, ""}}));
   EXPECT_EQ(display.calls.back(), "ClearCanvas");
   for (const char* form : {"frmParcelLocator", "frmAttributes", "frmQuickEdit", "frmQuickEditList", "frmListSurveys",
                            "frmADD", "frmIRR"}) {
     EXPECT_NE(std::find(user.unloaded.begin(), user.unloaded.end(), form), user.unloaded.end()) << form;
   }
-
   // A Reload Current after the close looks for the bare extensions and finds nothing.
-  user.messages.clear();
   ReloadJob(session);
-  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"LSA file not found"});
+  EXPECT_EQ(user.MessageTexts(), Strings{"LSA file not found"});
   EXPECT_EQ(user.title, "Tessel ");
+}
 
-  // Closing with no job open leaves Tessel.hst alone.
+TEST_F(LoadSequence, CloseAndExitRememberTheFolderAndRemoveSupportFilesButNotTheMasters) {
+  for (const fs::path& folder : {jobPath, toolPath}) {
+    const std::string dir = folder.string() + PathSeparator();
+    WriteJobFiles(folder);
+    for (const bool exiting : {false, true}) {
+      Open(dir);
+      WriteLines(folder / "temp.bat", {"recpad < t1$.001"});
+      WriteLines(folder / "T1$.001", {"1"});
+      exiting ? FileExit(session) : FileClose(session);
+      EXPECT_EQ(ReadTool("Tessel.hst"), dir + "\r\n");
+      EXPECT_EQ(SupportFilesIn(folder), folder == toolPath ? 4 : 0) << dir;
+      EXPECT_TRUE(fs::exists(folder / "T1N2E.COR") && fs::exists(folder / "TEMP.JOB"));
+      // Only Exit removes the script files.
+      EXPECT_EQ(fs::exists(folder / "temp.bat") || fs::exists(folder / "T1$.001"), !exiting) << exiting;
+    }
+  }
+  EXPECT_NE(std::find(user.unloaded.begin(), user.unloaded.end(), "frmToolbox"), user.unloaded.end());
+
+  // With no job open neither writes Tessel.hst, and Exit removes nothing.
+  FileClose(session);
   WriteTool("Tessel.hst", {"/elsewhere/"});
+  WriteJob("temp.bat", {"x"});
+  session.CurrentFolder = JobDir();
   FileClose(session);
-  EXPECT_EQ(ReadTool("Tessel.hst"), "/elsewhere/\r\n");
-}
-
-TEST_F(LoadSequence, JobInTheToolFolderKeepsItsSupportFiles) {
-  WriteJobFiles(toolPath);
-  Open(ToolDir() + PathSeparator());
-  ASSERT_TRUE(SupportFilesIn(toolPath));
-  FileClose(session);
-  EXPECT_TRUE(SupportFilesIn(toolPath));
-  EXPECT_EQ(session.JobFolder, "");
-
-  Open(ToolDir() + PathSeparator());
   FileExit(session);
-  EXPECT_TRUE(SupportFilesIn(toolPath));
+  EXPECT_EQ(ReadTool("Tessel.hst"), "/elsewhere/\r\n");
+  EXPECT_TRUE(JobHas("temp.bat"));
 }
 
-TEST_F(LoadSequence, UnsavedParcelEditsAreOfferedForSavingAtClose) {
-  const std::string question = "Parcel attribute edits have not been saved.";
-  const std::string offer = "Would you like to save file now?";
+TEST_F(LoadSequence, UnsavedParcelEditsAreOfferedForSavingAtCloseAndExit) {
+  const std::string kDirty = "Parcel attribute edits have not been saved.", kSave = "Would you like to save file now?";
   for (const Answer answer : {Answer::No, Answer::Yes}) {
     WriteJobFiles(jobPath);
     fs::remove(jobPath / "T1N2E.iib");
@@ -301,53 +254,24 @@ TEST_F(LoadSequence, UnsavedParcelEditsAreOfferedForSavingAtClose) {
     session.parcels.ParcelDirty = -1;
     user.messages.clear();
     user.answers = {answer};
-    FileClose(session);
+    answer == Answer::No ? FileClose(session) : FileExit(session);
     ASSERT_EQ(user.messages.size(), 1u);
     const std::string& text = user.messages[0].text;
-    EXPECT_TRUE(text == question + "\r\n" + offer || text == question + "\n" + offer) << text;
+    EXPECT_TRUE(text == kDirty + "\r\n" + kSave || text == kDirty + "\n" + kSave) << text;
     EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
     const std::string iid = ReadJob("T1N2E.iid");
-    if (answer == Answer::Yes) {
-      EXPECT_EQ(iid.substr(0, iid.find('\r')), "  * * * This file has been edited by Tessel  * * *  ");
-      EXPECT_TRUE(JobHas("T1N2E.iib"));
-    } else {
-      EXPECT_EQ(iid.substr(0, 7), "TITLE\r\n");
-      EXPECT_FALSE(JobHas("T1N2E.iib"));
-    }
+    EXPECT_EQ(iid.substr(0, iid.find('\r')),
+              answer == Answer::Yes ? "  * * * This file has been edited by Tessel  * * *  " : "TITLE");
+    EXPECT_EQ(JobHas("T1N2E.iib"), answer == Answer::Yes);
   }
   // Not dirty: no question.
   Open();
   user.messages.clear();
-  FileExit(session);
+  FileClose(session);
   EXPECT_TRUE(user.messages.empty());
 }
 
-TEST_F(LoadSequence, ExitRemovesSupportAndScriptFiles) {
-  WriteJobFiles(jobPath);
-  Open();
-  WriteJob("temp.bat", {"recpad < t1$.001"});
-  WriteJob("T1$.001", {"1"});
-  FileExit(session);
-  EXPECT_EQ(ReadTool("Tessel.hst"), JobDir() + "\r\n");
-  EXPECT_FALSE(JobHas("temp.bat"));
-  EXPECT_FALSE(JobHas("T1$.001"));
-  for (const char* name : kSupportFiles) EXPECT_FALSE(fs::exists(jobPath / name)) << name;
-  EXPECT_TRUE(JobHas("T1N2E.COR"));
-  EXPECT_NE(std::find(user.unloaded.begin(), user.unloaded.end(), "frmToolbox"), user.unloaded.end());
-
-  // With no job, Exit writes and removes nothing.
-  RecordingUserPort u;
-  Session idle(u, canvas, processes);
-  idle.ToolFolder = ToolDir();
-  fs::remove(toolPath / "Tessel.hst");
-  WriteJob("temp.bat", {"x"});
-  idle.CurrentFolder = JobDir();
-  FileExit(idle);
-  EXPECT_FALSE(fs::exists(toolPath / "Tessel.hst"));
-  EXPECT_TRUE(JobHas("temp.bat"));
-}
-
-TEST_F(LoadSequence, OpenDialogStartsInTheRememberedFolderAndCancelChangesNothing) {
+TEST_F(LoadSequence, OpenDialogStartsInTheRememberedFolderAndTheToolbarAsksFirst) {
   WriteJobFiles(jobPath);
   WriteTool("Tessel.hst", {JobDir()});
   EXPECT_FALSE(FileOpen(session));
@@ -365,7 +289,7 @@ TEST_F(LoadSequence, OpenDialogStartsInTheRememberedFolderAndCancelChangesNothin
 
   // The toolbar's Open asks first; Cancel keeps the job, OK closes it before the dialog.
   user.messages.clear();
-  user.answers = {Answer::Cancel};
+  user.answers = {Answer::Cancel, Answer::Ok};
   ToolbarOpen(session);
   ASSERT_EQ(user.messages.size(), 1u);
   EXPECT_EQ(user.messages[0].text, "Close current job and open new one?");
@@ -374,8 +298,6 @@ TEST_F(LoadSequence, OpenDialogStartsInTheRememberedFolderAndCancelChangesNothin
   EXPECT_EQ(user.messages[0].title, "Open Project");
   EXPECT_EQ(session.JobName, "T1N2E");
   EXPECT_EQ(user.fileRequests.size(), 2u);
-
-  user.answers = {Answer::Ok};
   ToolbarOpen(session);
   EXPECT_EQ(session.JobName, "");
   ASSERT_EQ(user.fileRequests.size(), 3u);

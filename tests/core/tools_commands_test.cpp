@@ -1,347 +1,233 @@
 // The menu commands that start the suite's tools: the table of rows, the command lines and
 // folders of the launches, the confirmations, the side files, the rereading after a run.
 
-#include <algorithm>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "core/coordinate_files.h"
-#include "core/identity.h"
 #include "core/paths.h"
 #include "core/text.h"
-#include "parcels/parcel_file.h"
 #include "process_probe.h"
 #include "test_support.h"
 #include "tools/command_table.h"
-#include "viewer/drawing.h"
 
 namespace tessel::test {
 namespace {
+
+using Strings = std::vector<std::string>;
 
 class Commands : public JobFixture {
  protected:
   void SetUp() override {
     UseJob();
     s.ToolFolder = session.ToolFolder;
-    s.JobFolder = session.JobFolder;
+    s.JobFolder = s.CurrentFolder = JobDir();
     s.JobBase = session.JobBase;
     s.JobName = session.JobName;
-    s.CurrentFolder = session.CurrentFolder;
     s.display = &display;
   }
-
   std::string Tool(const std::string& name) const { return ToolDir() + PathSeparator() + name + ".exe"; }
-
+  // A launch as Launched() lists it; in the job folder unless told otherwise.
+  std::string Launch(const std::string& kind, const std::string& command, std::string folder = {}) const {
+    return kind + " " + command + " in " + (folder.empty() ? JobDir() : folder);
+  }
+  Strings Launched() const {
+    Strings out;
+    for (const RecordedLaunch& l : probe.launches) out.push_back(l.kind + " " + l.commandLine + " in " + l.folder);
+    return out;
+  }
+  void Forget() {
+    probe = ProcessProbe{};
+    user = RecordingUserPort{};
+    display.calls.clear();
+  }
+  std::vector<Pointer> FirstAndLastPointer() const {
+    const std::vector<Pointer>& p = user.pointers;
+    return p.empty() ? p : std::vector<Pointer>{p.front(), p.back()};
+  }
   void Run(const std::string& name) {
     const CommandRow* row = FindCommand(name);
     ASSERT_NE(row, nullptr) << name;
     RunCommand(s, *row);
   }
-
-  void Points(const std::vector<std::tuple<std::string, double, double>>& points) {
-    int i = 0;
-    for (const auto& [id, x, y] : points) s.points.Set(++i, id, x, y);
-    s.points.SetCount(static_cast<std::int16_t>(i));
-  }
-
   void WriteIid() const {
     WriteJob("T1N2E.iid", {"TITLE", "Sec_001  A T_W  1", " 100100 100200 100300 100100",
                            Row({{1, " PARCEL N,E"}, {17, "   1333.333"}, {33, "   1666.667"}})});
   }
+  void WriteRpo() const { WriteJob("T1N2E.RPO", {"  1 POLYGONS FOUND", "", "S 100100 100200 100300 100100"}); }
 
   ProcessProbe probe;
   Session s{user, canvas, probe};
   RecordingDisplay display;
 };
 
-bool SameLaunch(const RecordedLaunch& a, const RecordedLaunch& b) {
-  return a.kind == b.kind && a.commandLine == b.commandLine && a.folder == b.folder;
-}
-
-#define EXPECT_LAUNCHES(...)                                                              \
-  do {                                                                                    \
-    const std::vector<RecordedLaunch> wanted = {__VA_ARGS__};                             \
-    ASSERT_EQ(probe.launches.size(), wanted.size());                                      \
-    for (std::size_t i = 0; i < wanted.size(); ++i) {                                     \
-      EXPECT_TRUE(SameLaunch(probe.launches[i], wanted[i]))                               \
-          << probe.launches[i].kind << " " << probe.launches[i].commandLine << " in "     \
-          << probe.launches[i].folder;                                                    \
-    }                                                                                     \
-  } while (0)
-
 TEST_F(Commands, TableHoldsEveryRowUnderAKnownMenuWithUniqueNames) {
-  const std::vector<SubmenuRow>& subs = SubmenuTable();
-  ASSERT_EQ(subs.size(), 5u);
-  const std::map<std::string, std::pair<std::string, std::string>> expected = {
-      {"mnuFileImport", {"mnuFile", "&Import"}},
-      {"mnuFileExport", {"mnuFile", "&Export"}},
-      {"mnuCommandCadastral", {"mnuCommand", "Cadastral Tools"}},
-      {"mnuCommandUtilities", {"mnuCommand", "Utilities"}},
-      {"mnuCommandQuality", {"mnuCommand", "Data Quality Tools"}}};
-  for (const SubmenuRow& sub : subs) {
-    ASSERT_TRUE(expected.count(sub.name)) << sub.name;
-    EXPECT_EQ(sub.parent, expected.at(sub.name).first);
-    EXPECT_EQ(sub.caption, expected.at(sub.name).second);
-  }
-
-  std::set<std::string> menus = {"mnuFile", "mnuEdit", "mnuCommand", "mnuAttributes", "mnuReports", "mnuRegions"};
-  for (const SubmenuRow& sub : subs) menus.insert(sub.name);
   std::set<std::string> names;
+  std::set<std::string> menus = {"mnuFile", "mnuEdit", "mnuCommand", "mnuAttributes", "mnuReports", "mnuRegions"};
+  for (const SubmenuRow& sub : SubmenuTable()) {
+    EXPECT_EQ(sub.name.rfind(sub.parent, 0), 0u) << sub.name << " is not named after " << sub.parent;
+    menus.insert(sub.name);
+  }
+  EXPECT_EQ(menus.size(), 11u);
   int plain = 0;
   for (const CommandRow& row : CommandTable()) {
     EXPECT_TRUE(menus.count(row.menu)) << row.name;
     EXPECT_TRUE(names.insert(row.name).second) << "twice: " << row.name;
     EXPECT_EQ(row.name.rfind(row.menu, 0), 0u) << row.name << " is not named after " << row.menu;
-    if (row.kind == CommandKind::Plain) {
-      ++plain;
-      EXPECT_FALSE(row.tool.empty()) << row.name;
-    }
+    plain += row.kind == CommandKind::Plain;
   }
-  // 3 File, 6 Import, 4 Export, 5 Edit, 5 Command, 5 Cadastral, 5 Utilities, 6 Quality,
-  // 3 Attributes, 5 Regions.
   EXPECT_EQ(plain, 47);
   EXPECT_EQ(CommandTable().size(), 63u);
-}
-
-TEST_F(Commands, NamedEntriesKeepTheirNamesCaptionsAndKinds) {
-  struct Want {
-    const char* name;
-    const char* caption;
-    const char* tool;
-    CommandKind kind;
-  };
-  const Want wants[] = {
-      {"mnuAttributesRaw", "Compute Raw Polygons (RINGFORM)", "ringform", CommandKind::ComputePolygons},
-      {"mnuAttributesCRPO", "Compute Raw Polygon Centroids", "", CommandKind::Centroids},
-      {"mnuFileProperties", "&Properties (JOBPROPS)", "jobprops", CommandKind::Plain},
-      {"mnuFileConvert", "Convert FF to OBS", "freeobs", CommandKind::Plain},
-      {"mnuCommandFit386", "&Least Squares Analysis (FIT386)", "", CommandKind::NoAction},
-      {"mnuCommandFitmain", "&Least Squares Analysis (FITMAIN)", "fitmain", CommandKind::LeastSquares},
-      {"mnuFileImportUniqpts", "&MERIDA dataset (UNIQPTS)", "uniqpts", CommandKind::Plain},
-      {"mnuAttributesDescin", "Convert MERIDA .an to .iid (DESCIN)", "descin", CommandKind::Plain},
-      {"mnuCommandCadastralLinesplit", "Proportioning  (LINESPLIT)", "linesplit", CommandKind::Plain},
-      {"mnuRegionsRingcheck", "Check Polygons (RINGCHECK)", "ringcheck", CommandKind::Plain},
-      {"mnuAttributesRingcheck", "Check Polygons (RINGCHECK)", "ringcheck", CommandKind::CheckPolygons},
-      {"mnuEditRecpad", "Input / Edit &Record data (RECPAD)", "recpad", CommandKind::RecordEditor},
-  };
-  for (const Want& w : wants) {
-    const CommandRow* row = FindCommand(w.name);
-    ASSERT_NE(row, nullptr) << w.name;
-    EXPECT_EQ(row->caption, w.caption);
-    EXPECT_EQ(row->tool, w.tool);
-    EXPECT_EQ(row->kind, w.kind) << w.name;
-  }
   EXPECT_EQ(FindCommand("mnuCommandNothing"), nullptr);
 }
 
-TEST_F(Commands, PlainRowsSpawnTheirToolInTheJobFolderAndLeaveThePicture) {
-  for (const CommandRow& row : CommandTable()) {
-    if (row.kind != CommandKind::Plain) continue;
-    probe.launches.clear();
-    probe.modes.clear();
-    RunCommand(s, row);
-    EXPECT_LAUNCHES({"Spawn", Tool(row.tool), JobDir()});
-    EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal});
-  }
-  EXPECT_TRUE(display.calls.empty());
-  EXPECT_TRUE(user.messages.empty());
-  EXPECT_TRUE(user.pointers.empty());
-}
-
-TEST_F(Commands, ToolIsFoundInTheToolFolderWhateverItsCase) {
+TEST_F(Commands, PlainRowsSpawnTheirToolFoundInAnyCaseAndLeaveThePicture) {
   WriteTool("SeedXY.EXE", {"x"});
   WriteTool("netsort", {"x"});
-  Run("mnuCommandSeedxy");
-  Run("mnuFileNetsort");
-  Run("mnuCommandPtshift");  // not there: the name as built
-  EXPECT_LAUNCHES({"Spawn", ToolDir() + PathSeparator() + "SeedXY.EXE", JobDir()},
-                  {"Spawn", ToolDir() + PathSeparator() + "netsort", JobDir()},
-                  {"Spawn", Tool("ptshift"), JobDir()});
+  const std::string dir = ToolDir() + PathSeparator();
+  const std::map<std::string, std::string> found = {{"seedxy", dir + "SeedXY.EXE"}, {"netsort", dir + "netsort"}};
+  for (const CommandRow& row : CommandTable()) {
+    if (row.kind != CommandKind::Plain) continue;
+    Forget();
+    ASSERT_FALSE(row.tool.empty()) << row.name;
+    RunCommand(s, row);
+    EXPECT_EQ(Launched(), Strings{Launch("Spawn", found.count(row.tool) ? found.at(row.tool) : Tool(row.tool))});
+    EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal});
+    EXPECT_TRUE(display.calls.empty() && user.messages.empty() && user.pointers.empty()) << row.name;
+  }
 }
 
-TEST_F(Commands, ALaunchThatFailsIsSteppedOver) {
-  probe.fail = true;
-  WriteJob("T1N2E.COR", {CorRow("100100", "1000", "1000")});
-  EXPECT_NO_THROW(Run("mnuCommandQualityRingclose"));
-  EXPECT_NO_THROW(Run("mnuCommandFitmain"));
-  // The files are read as if the tool had run.
-  EXPECT_EQ(s.points.PointCount(), 1);
-  EXPECT_EQ(user.pointers.back(), Pointer::Default);
+TEST_F(Commands, EachSpecialRowLaunchesItsOwnWayAndAsksNothingWithoutCause) {
+  const Strings both = {"mnuEditSplitplan", "mnuCommandCadastralSplitplan"};
+  const std::vector<Pointer> hourglass = {Pointer::Hourglass, Pointer::Default};
+  const std::tuple<const char*, std::string, Strings> cases[] = {
+      {"mnuCommandFitmain", Launch("Run", Tool("fitmain")), {}},
+      {"mnuAttributesDesclink", Launch("Run", Tool("desclink")), {}},
+      {"mnuAttributesRaw", Launch("Run", Tool("ringform")), {}},
+      {"mnuAttributesRingcheck", Launch("Run", Tool("ringcheck")), {}},
+      {"mnuAttributesDescget", Launch("Run", Tool("descget")), {}},
+      {"mnuAttributesDescget2", Launch("Run", Tool("descget2")), {}},
+      {"mnuCommandCogopad", Launch("RunCode", Tool("cogopad")), {}},
+      {"mnuCommandShift27", Launch("RunCode", Tool("shift27")), {}},
+      {"mnuEditRecpad", Launch("Watch", Tool("recpad")), {"mnuEditRecpad"}},
+      {"mnuEditSplitplan", Launch("Watch", Tool("splitplan")), both},
+      {"mnuCommandCadastralSplitplan", Launch("Watch", Tool("splitplan")), both},
+      {"mnuCommandUtilitiesShell", Launch("Spawn", PlatformProgram("Command.com")), {}},
+  };
+  for (const auto& [entry, launch, locked] : cases) {
+    Forget();
+    Strings unloadedBefore;
+    probe.during = [&] { unloadedBefore = user.unloaded; };
+    const bool blocking = launch.rfind("Run", 0) == 0;
+    probe.fail = blocking;  // a failed launch is stepped over
+    EXPECT_NO_THROW(Run(entry));
+    EXPECT_EQ(Launched(), Strings{launch}) << entry;
+    EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal}) << entry;
+    EXPECT_EQ(probe.locked, std::vector<Strings>{locked}) << entry;
+    EXPECT_EQ(unloadedBefore, locked == both ? Strings{"frmADD"} : Strings{}) << entry;
+    EXPECT_EQ(FirstAndLastPointer(), blocking ? hourglass : std::vector<Pointer>{}) << entry;
+    for (const RecordedMessage& m : user.messages) EXPECT_NE(m.buttons, Buttons::YesNo) << entry << m.text;
+  }
+  s.CurrentFolder = root.string();
+  Run("mnuCommandUtilitiesShell");
+  EXPECT_EQ(s.CurrentFolder, JobDir());
+
+  // The entries of no tool start nothing, and Fit386 does nothing at all; Lsa2Cor copies the
+  // points of .LSA into .COR.
+  Forget();
+  WriteJob("T1N2E.LSA", LsaFile({ControlRow("100100", "1000", "1000")}, {LsaLineRow("100100", "100200")},
+                                {LsaPointRow("100100", "1000", "1000"), LsaPointRow("100200", "2000", "1500.5")}));
+  for (const char* entry : {"mnuAttributesCRPO", "mnuCommandUtilitiesLsa2cor", "mnuCommandFit386"}) Run(entry);
+  EXPECT_TRUE(probe.launches.empty() && user.messages.empty() && user.pointers.empty());
+  EXPECT_TRUE(user.fileRequests.empty() && display.calls.empty());
+  EXPECT_EQ(ReadJob("T1N2E.COR"), Text({CorLine("100100", 1000, 1000), CorLine("100200", 2000, 1500.5)}));
+  // Nor does the record editor without a job, but tell so.
+  s.JobBase.clear();
+  Run("mnuEditRecpad");
+  EXPECT_EQ(user.MessageTexts(), Strings{"You must first Open or Create a job."});
+  EXPECT_TRUE(probe.launches.empty());
 }
 
-TEST_F(Commands, LeastSquaresReloadsAndRedrawsInTheSameView) {
-  Viewer viewer(s);
-  s.display = &viewer;
-  WriteJob("T1N2E.COR", {CorRow("100100", "1000", "1000"), CorRow("100200", "2000", "1500")});
+TEST_F(Commands, BlockingRunsRereadWhatTheirToolChanged) {
+  WriteJob("T1N2E.COR", {CorRow("100100", "0", "0"), CorRow("100200", "30", "0"), CorRow("100300", "0", "30"),
+                         CorRow("100400", "40", "40")});
   s.view.ViewLeft = 1200.0f;
-  s.view.ViewTop = 1400.0f;
-  s.view.ViewRight = 1300.0f;
-  s.view.ViewBottom = 1300.0f;
-  s.view.ScaleLeft = 1200.0f;
-  s.view.ScaleTop = 1400.0f;
+  Run("mnuCommandFitmain");  // reloads, then redraws in the same view
+  EXPECT_EQ(s.points.PointCount(), 4);
+  EXPECT_EQ(display.calls, (Strings{"RefreshView", "RefreshView"}));
+  s.view = ViewState{};  // a job never drawn is fitted to its extents
   Run("mnuCommandFitmain");
-  EXPECT_LAUNCHES({"Run", Tool("fitmain"), JobDir()});
-  EXPECT_EQ(s.points.PointCount(), 2);
-  EXPECT_EQ(s.points.PointIds(2), "100200");
-  EXPECT_EQ(s.view.ViewLeft, 1200.0f);
-  EXPECT_EQ(s.view.ViewTop, 1400.0f);
-  EXPECT_EQ(s.view.ViewBottom, 1300.0f);
-  EXPECT_EQ(s.view.ScaleLeft, 1200.0f);
-  EXPECT_EQ(user.pointers.front(), Pointer::Hourglass);
-  EXPECT_EQ(user.pointers.back(), Pointer::Default);
+  EXPECT_EQ(display.calls, (Strings{"RefreshView", "RefreshView", "RefreshViewAfterExtents", "RefreshView"}));
 
-  // A job never drawn is fitted to its extents instead.
-  s.view = ViewState{};
-  Run("mnuCommandFitmain");
-  EXPECT_LT(s.view.ViewLeft, 1000.0f);
-  EXPECT_GT(s.view.ViewTop, 1500.0f);
-}
-
-TEST_F(Commands, LinkDescriptionsAsksBeforeOverwritingAndReadsParcels) {
   WriteIid();
-  user.answers.push_back(Answer::No);
-  Run("mnuAttributesDesclink");
-  ASSERT_EQ(user.messages.size(), 1u);
-  EXPECT_EQ(user.messages[0].text, "You already have run LLD, Are you sure you want to continue? ");
-  EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
-  EXPECT_TRUE(probe.launches.empty());
-  EXPECT_EQ(s.parcels.ParcelCount, 0);
-  EXPECT_TRUE(display.calls.empty());
+  const std::pair<const char*, int> parcelReads[] = {{"mnuAttributesDesclink", 1}, {"mnuAttributesRingcheck", 1},
+                                                     {"mnuAttributesDescget", 0}, {"mnuAttributesDescget2", 0}};
+  for (const auto& [entry, parcels] : parcelReads) {
+    display.calls.clear();
+    s.parcels.ParcelCount = 0;
+    Run(entry);  // the question is answered Yes when no answer is prepared
+    EXPECT_EQ(s.parcels.ParcelCount, parcels) << entry;
+    EXPECT_EQ(display.calls, parcels ? Strings{"RefreshView"} : Strings{}) << entry;
+  }
 
-  user.answers.push_back(Answer::Yes);
-  Run("mnuAttributesDesclink");
-  EXPECT_LAUNCHES({"Run", Tool("desclink"), JobDir()});
-  EXPECT_EQ(s.parcels.ParcelCount, 1);
-  EXPECT_EQ(display.calls, std::vector<std::string>{"RefreshView"});
-  EXPECT_EQ(user.pointers.front(), Pointer::Hourglass);
-  EXPECT_EQ(user.pointers.back(), Pointer::Default);
-}
-
-TEST_F(Commands, LinkDescriptionsWithoutParcelsAsksNothing) {
-  Run("mnuAttributesDesclink");
-  EXPECT_LAUNCHES({"Run", Tool("desclink"), JobDir()});
-  for (const auto& m : user.messages) EXPECT_NE(m.buttons, Buttons::YesNo) << m.text;
-}
-
-TEST_F(Commands, ComputeRawPolygonsAnsweredNoRunsAndReadsNothing) {
-  Points({{"100100", 0, 0}, {"100200", 30, 0}, {"100300", 0, 30}});
-  WriteJob("T1N2E.RPO", {"  1 POLYGONS FOUND", "", "S 100100 100200 100300 100100"});
-  user.answers.push_back(Answer::No);
-  Run("mnuAttributesRaw");
-  ASSERT_EQ(user.messages.size(), 1u);
-  EXPECT_EQ(user.messages[0].text, "You have already computed Raw Polygons. Are you sure you want to continue? ");
-  EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
-  EXPECT_TRUE(probe.launches.empty());
-  EXPECT_FALSE(JobHas("T1N2E.CRP"));
+  // The centroid entry writes .CRP without reading it; Compute Raw Polygons computes and reads.
+  WriteRpo();
+  Run("mnuAttributesCRPO");
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), PadLeft("10.000", 15) + PadLeft("10.000", 15) + "\r\n");
   EXPECT_EQ(s.polygons.RawPolygonCount, 0);
-
-  Run("mnuAttributesRaw");  // answered Yes
-  EXPECT_LAUNCHES({"Run", Tool("ringform"), JobDir()});
-  EXPECT_TRUE(JobHas("T1N2E.CRP"));
+  std::filesystem::remove(jobPath / "T1N2E.CRP");
+  Run("mnuAttributesRaw");
   ASSERT_EQ(s.polygons.RawPolygonCount, 1);
   EXPECT_EQ(s.polygons.RawPolygonTag.get(1), "S");
   EXPECT_DOUBLE_EQ(s.polygons.RawPolygonX.get(1), 10.0);
   EXPECT_DOUBLE_EQ(s.polygons.RawPolygonY.get(1), 10.0);
 }
 
-TEST_F(Commands, CentroidEntryComputesWithoutRunningATool) {
-  Points({{"A", 0, 0}, {"B", 4, 0}, {"C", 4, 4}, {"D", 0, 4}});
-  WriteJob("T1N2E.RPO", {"  1 POLYGONS FOUND", "", "S A      B      C      D"});
-  Run("mnuAttributesCRPO");
-  EXPECT_TRUE(probe.launches.empty());
-  EXPECT_EQ(ReadJob("T1N2E.CRP"), PadLeft("2.000", 15) + PadLeft("2.000", 15) + "\r\n");
-  // The store is read by the View entry, not here.
-  EXPECT_EQ(s.polygons.RawPolygonCount, 0);
-}
-
-TEST_F(Commands, CheckPolygonsFromAttributesRunsAndReadsParcels) {
+TEST_F(Commands, QuestionBeforeOverwritingAnsweredNoStopsEverything) {
+  WriteRpo();
   WriteIid();
-  Run("mnuAttributesRingcheck");
-  EXPECT_LAUNCHES({"Run", Tool("ringcheck"), JobDir()});
-  EXPECT_EQ(s.parcels.ParcelCount, 1);
-  EXPECT_EQ(display.calls, std::vector<std::string>{"RefreshView"});
-}
-
-TEST_F(Commands, LldImportsRunBlockingAndReadNothing) {
-  WriteIid();
-  Run("mnuAttributesDescget");
-  Run("mnuAttributesDescget2");
-  EXPECT_LAUNCHES({"Run", Tool("descget"), JobDir()}, {"Run", Tool("descget2"), JobDir()});
-  EXPECT_EQ(user.pointers,
-            (std::vector<Pointer>{Pointer::Hourglass, Pointer::Default, Pointer::Hourglass, Pointer::Default}));
-  EXPECT_EQ(s.parcels.ParcelCount, 0);
-  EXPECT_TRUE(display.calls.empty());
-}
-
-TEST_F(Commands, CogopadHasItsHelpBesideTheJobOnlyWhileItRuns) {
-  WriteTool("cogopad.hlp", {"HELP"});
-  std::string during;
-  probe.during = [&] { during = ReadJob("cogopad.hlp"); };
-  Run("mnuCommandCogopad");
-  EXPECT_LAUNCHES({"RunCode", Tool("cogopad"), JobDir()});
-  EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal});
-  EXPECT_EQ(during, "HELP\r\n");
-  EXPECT_FALSE(JobHas("cogopad.hlp"));
-  EXPECT_EQ(ReadTool("cogopad.hlp"), "HELP\r\n");
-}
-
-TEST_F(Commands, CogopadFromAJobInTheToolFolderKeepsTheMaster) {
-  WriteTool("cogopad.hlp", {"HELP"});
-  s.JobFolder = ToolDir() + PathSeparator();
-  s.JobBase = s.JobFolder + "T1N2E";
-  s.CurrentFolder = s.JobFolder;
-  Run("mnuCommandCogopad");
-  EXPECT_LAUNCHES({"RunCode", Tool("cogopad"), s.JobFolder});
-  EXPECT_EQ(ReadTool("cogopad.hlp"), "HELP\r\n");
-}
-
-TEST_F(Commands, CogopadRunsWithoutItsHelp) {
-  Run("mnuCommandCogopad");
-  EXPECT_LAUNCHES({"RunCode", Tool("cogopad"), JobDir()});
-  EXPECT_FALSE(JobHas("cogopad.hlp"));
-}
-
-TEST_F(Commands, Shift27HasBothGridFilesWhileItRuns) {
-  WriteTool("conus.las", {"LAS"});
-  WriteTool("conus.los", {"LOS"});
-  bool both = false;
-  probe.during = [&] { both = ReadJob("conus.las") == "LAS\r\n" && ReadJob("conus.los") == "LOS\r\n"; };
-  Run("mnuCommandShift27");
-  EXPECT_LAUNCHES({"RunCode", Tool("shift27"), JobDir()});
-  EXPECT_TRUE(both);
-  EXPECT_FALSE(JobHas("conus.las"));
-  EXPECT_FALSE(JobHas("conus.los"));
-  EXPECT_EQ(ReadTool("conus.los"), "LOS\r\n");
-}
-
-TEST_F(Commands, RecordEditorNeedsAJobAndLocksItsOwnEntry) {
-  s.JobBase.clear();
-  Run("mnuEditRecpad");
-  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"You must first Open or Create a job."});
-  EXPECT_TRUE(probe.launches.empty());
-
-  s.JobBase = JobDir() + "T1N2E";
-  Run("mnuEditRecpad");
-  EXPECT_LAUNCHES({"Watch", Tool("recpad"), JobDir()});
-  EXPECT_EQ(probe.locked, std::vector<std::vector<std::string>>{{"mnuEditRecpad"}});
-  EXPECT_EQ(user.messages.size(), 1u);
-}
-
-TEST_F(Commands, SubdivisionEditorUnloadsTheCalculationsFormAndLocksBothEntries) {
-  const std::vector<std::string> both = {"mnuEditSplitplan", "mnuCommandCadastralSplitplan"};
-  std::vector<std::string> unloadedBefore;
-  probe.during = [&] { unloadedBefore = user.unloaded; };
-  for (const std::string& entry : both) {
-    probe.launches.clear();
-    probe.locked.clear();
-    user.unloaded.clear();
+  const std::pair<const char*, const char*> cases[] = {
+      {"mnuAttributesDesclink", "You already have run LLD, Are you sure you want to continue? "},
+      {"mnuAttributesRaw", "You have already computed Raw Polygons. Are you sure you want to continue? "}};
+  for (const auto& [entry, question] : cases) {
+    Forget();
+    user.answers = {Answer::No};
     Run(entry);
-    EXPECT_LAUNCHES({"Watch", Tool("splitplan"), JobDir()});
-    EXPECT_EQ(unloadedBefore, std::vector<std::string>{"frmADD"});
-    EXPECT_EQ(probe.locked, std::vector<std::vector<std::string>>{both});
+    ASSERT_EQ(user.messages.size(), 1u);
+    EXPECT_EQ(user.messages[0].text, question);
+    EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
+    EXPECT_TRUE(probe.launches.empty() && display.calls.empty()) << entry;
   }
+  EXPECT_EQ(s.parcels.ParcelCount, 0);
+  EXPECT_EQ(s.polygons.RawPolygonCount, 0);
+  EXPECT_FALSE(JobHas("T1N2E.CRP"));
+}
+
+TEST_F(Commands, SideFilesStandBesideTheJobOnlyWhileTheToolRuns) {
+  const std::pair<const char*, Strings> cases[] = {{"mnuCommandCogopad", {"cogopad.hlp"}},
+                                                    {"mnuCommandShift27", {"conus.las", "conus.los"}}};
+  for (const auto& [entry, files] : cases) {
+    for (const std::string& f : files) WriteTool(f, {f});
+    Strings during;  // the side files found beside the job with the master's bytes
+    probe.during = [&] {
+      for (const std::string& f : files) during.push_back(ReadJob(f) == f + "\r\n" ? f : "not " + f);
+    };
+    Run(entry);
+    probe.during = nullptr;
+    EXPECT_EQ(during, files);
+    for (const std::string& f : files) EXPECT_TRUE(!JobHas(f) && ReadTool(f) == f + "\r\n") << f;
+  }
+  // A job in the tool folder keeps the master.
+  s.JobFolder = s.CurrentFolder = ToolDir() + PathSeparator();
+  s.JobBase = s.JobFolder + "T1N2E";
+  Run("mnuCommandCogopad");
+  EXPECT_EQ(Launched().back(), Launch("RunCode", Tool("cogopad"), s.JobFolder));
+  EXPECT_EQ(ReadTool("cogopad.hlp"), "cogopad.hlp\r\n");
 }
 
 TEST_F(Commands, EditObsOpensTheChosenFileInTheEditor) {
@@ -352,45 +238,16 @@ TEST_F(Commands, EditObsOpensTheChosenFileInTheEditor) {
 
   user.files.push_back(FileChoice{JobDir() + "T1N2E.OBS", "T1N2E.OBS"});
   Run("mnuEditObs");
-  EXPECT_LAUNCHES({"Spawn", PlatformProgram("Notepad.exe") + " " + JobDir() + "T1N2E.OBS", JobDir()});
+  EXPECT_EQ(Launched(), Strings{Launch("Spawn", PlatformProgram("Notepad.exe") + " " + JobDir() + "T1N2E.OBS")});
   EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal});
 }
 
-TEST_F(Commands, Lsa2CorWritesTheLsaPointsAsCor) {
-  WriteJob("T1N2E.LSA", LsaFile({ControlRow("100100", "1000", "1000")}, {LsaLineRow("100100", "100200")},
-                                {LsaPointRow("100100", "1000", "1000"), LsaPointRow("100200", "2000", "1500.5")}));
-  Run("mnuCommandUtilitiesLsa2cor");
-  EXPECT_TRUE(probe.launches.empty());
-  EXPECT_EQ(ReadJob("T1N2E.COR"), Text({CorLine("100100", 1000, 1000), CorLine("100200", 2000, 1500.5)}));
-}
-
-TEST_F(Commands, ShellStartsTheCommandWindowInTheJobFolder) {
-  s.CurrentFolder = root.string();
-  Run("mnuCommandUtilitiesShell");
-  EXPECT_EQ(s.CurrentFolder, JobDir());
-  EXPECT_LAUNCHES({"Spawn", PlatformProgram("Command.com"), JobDir()});
-}
-
-TEST_F(Commands, NoActionEntryDoesNothing) {
-  Run("mnuCommandFit386");
-  EXPECT_TRUE(probe.launches.empty());
-  EXPECT_TRUE(user.messages.empty());
-  EXPECT_TRUE(user.pointers.empty());
-  EXPECT_TRUE(user.fileRequests.empty());
-  EXPECT_TRUE(display.calls.empty());
-}
-
 TEST(PlatformProgram, WindowsNamesHaveStandInsWhateverTheirCase) {
-#ifdef _WIN32
-  EXPECT_EQ(PlatformProgram("Notepad.exe"), "Notepad.exe");
-  EXPECT_EQ(PlatformProgram("Command.com"), "Command.com");
-#else
-  EXPECT_EQ(PlatformProgram("Notepad.exe"), "xdg-open");
+#ifndef _WIN32
   EXPECT_EQ(PlatformProgram("NOTEPAD.EXE"), "xdg-open");
   EXPECT_EQ(PlatformProgram("command.COM"), "x-terminal-emulator");
   EXPECT_EQ(PlatformProgram("msinfo32.exe"), "hardinfo");
 #endif
-  EXPECT_EQ(PlatformProgram("/usr/bin/gedit"), "/usr/bin/gedit");
   EXPECT_EQ(PlatformProgram("C:\\Windows\\Notepad.exe"), "C:\\Windows\\Notepad.exe");
 }
 
