@@ -1,6 +1,7 @@
 // frmConfig on the offscreen platform: its texts and lists, the fields filled from the settings,
-// Save writing Tessel.cfg that the next start reads back, OK changing only the running settings,
-// Restore Defaults on No and on Yes, and the "load LXN lines" check that takes effect at once.
+// Save writing Tessel.cfg that the next start reads back, OK changing only the running settings
+// (programs chosen through Browse included), Restore Defaults on No and on Yes, and the "load LXN
+// lines" check that takes effect at once.
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -135,7 +136,11 @@ class ConfigDialogTest : public QObject {
     d.Fill(odd);
     QCOMPARE(d.Collect(), odd);
     QCOMPARE(b.session.config.chkLXN, std::int16_t{0});
-    // Each check, under its caption, shows and gives its own setting.
+  }
+
+  void eachCheckShowsAndGivesItsOwnSetting() {
+    Bench b;
+    ConfigDialog d(b.session);
     const struct { const char* name; const char* caption; std::int16_t Config::*member; } checks[] = {
         {"chkLXN", "load LXN lines", &Config::chkLXN},         {"chkLinesLSA", "LSA Lines", &Config::chkLinesLSA},
         {"chkLinesLXN", "LXN Lines", &Config::chkLinesLXN},    {"chkLinesRAW", "RAW Lines", &Config::chkLinesRAW},

@@ -69,11 +69,15 @@ class Commands : public JobFixture {
 TEST_F(Commands, TableHoldsEveryRowUnderAKnownMenuWithUniqueNames) {
   std::set<std::string> names;
   std::set<std::string> menus = {"mnuFile", "mnuEdit", "mnuCommand", "mnuAttributes", "mnuReports", "mnuRegions"};
+  std::set<std::string> subs;
   for (const SubmenuRow& sub : SubmenuTable()) {
-    EXPECT_EQ(sub.name.rfind(sub.parent, 0), 0u) << sub.name << " is not named after " << sub.parent;
+    subs.insert(sub.parent + ">" + sub.name + ">" + sub.caption);
     menus.insert(sub.name);
   }
-  EXPECT_EQ(menus.size(), 11u);
+  EXPECT_EQ(subs, (std::set<std::string>{"mnuFile>mnuFileImport>&Import", "mnuFile>mnuFileExport>&Export",
+                                         "mnuCommand>mnuCommandCadastral>Cadastral Tools",
+                                         "mnuCommand>mnuCommandUtilities>Utilities",
+                                         "mnuCommand>mnuCommandQuality>Data Quality Tools"}));
   int plain = 0;
   for (const CommandRow& row : CommandTable()) {
     EXPECT_TRUE(menus.count(row.menu)) << row.name;
@@ -84,6 +88,16 @@ TEST_F(Commands, TableHoldsEveryRowUnderAKnownMenuWithUniqueNames) {
   EXPECT_EQ(plain, 47);
   EXPECT_EQ(CommandTable().size(), 63u);
   EXPECT_EQ(FindCommand("mnuCommandNothing"), nullptr);
+  // Entries whose caption or tool are easily mistyped.
+  for (const std::string want : {"mnuFileConvert>Convert FF to OBS>freeobs",
+                                 "mnuFileProperties>&Properties (JOBPROPS)>jobprops",
+                                 "mnuFileImportUniqpts>&MERIDA dataset (UNIQPTS)>uniqpts",
+                                 "mnuCommandCadastralLinesplit>Proportioning  (LINESPLIT)>linesplit",
+                                 "mnuAttributesDescin>Convert MERIDA .an to .iid (DESCIN)>descin"}) {
+    const CommandRow* row = FindCommand(want.substr(0, want.find('>')));
+    ASSERT_NE(row, nullptr) << want;
+    EXPECT_EQ(row->name + ">" + row->caption + ">" + row->tool, want);
+  }
 }
 
 TEST_F(Commands, PlainRowsSpawnTheirToolFoundInAnyCaseAndLeaveThePicture) {
@@ -157,8 +171,10 @@ TEST_F(Commands, BlockingRunsRereadWhatTheirToolChanged) {
   WriteJob("T1N2E.COR", {CorRow("100100", "0", "0"), CorRow("100200", "30", "0"), CorRow("100300", "0", "30"),
                          CorRow("100400", "40", "40")});
   s.view.ViewLeft = 1200.0f;
-  Run("mnuCommandFitmain");  // reloads, then redraws in the same view
+  Run("mnuCommandFitmain");  // reloads under the hourglass, then redraws in the same view
   EXPECT_EQ(s.points.PointCount(), 4);
+  EXPECT_EQ(user.pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Hourglass, Pointer::Default,
+                                                 Pointer::Default}));
   EXPECT_EQ(display.calls, (Strings{"RefreshView", "RefreshView"}));
   s.view = ViewState{};  // a job never drawn is fitted to its extents
   Run("mnuCommandFitmain");

@@ -175,14 +175,14 @@ TEST_F(ViewTransform, GoToPointCentresOnTheLastMatchAndKeepsThePreviousViewEvenW
   s.points.Set(3, "100100", 5000, 6000);
   s.points.SetCount(3);
   s.view.SpanX = 500, s.view.SpanY = 1000;
-  s.config.PtSizeCor = 5;
+  s.config.PtSizeCor = 4;
   View({0, 9000, 9000, 0});
   user.inputs.push_back(std::string("  100100  "));
   GoToPoint(s);
   EXPECT_EQ(user.prompts, Texts{"Enter Point Name: (case sensitive)"});
   ExpectWindow({4950, 6100, 5050, 5900});  // 10 % of the spans each way from the later point
   ASSERT_EQ(Ops(), (Texts{"Scale", "Redraw", "PenWidth", "Dot", "PenWidth"}));
-  EXPECT_EQ(canvas.calls[2].args, std::vector<double>{15});
+  EXPECT_EQ(canvas.calls[2].args, std::vector<double>{12});
   EXPECT_EQ(canvas.calls[3].args, (std::vector<double>{5000, 6000}));
   EXPECT_EQ(canvas.calls[3].colour, 0xFF00FFu);
   EXPECT_EQ(canvas.calls[4].args, std::vector<double>{1});
