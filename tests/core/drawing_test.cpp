@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "core/recording_ports.h"
@@ -182,9 +183,8 @@ TEST_F(Drawing, AnUnknownEndStepsFromTheKnownOneByQuadrantAndIsDotted) {
   // The signs of the step with the from end known; with the to end known they turn over.
   Calls lines, dots;
   for (const auto& [quadrant, sx, sy] : {std::tuple{"1", 1, 1}, {"2", 1, -1}, {"3", -1, -1}, {"4", -1, 1}}) {
-    AddRaw(1, 0, 1, quadrant);
-    AddRaw(0, 1, 1, quadrant);
-    AddRaw(0, 0, 1, quadrant);  // both unknown: both steps, from the origin
+    // The from end known, the to end known, and neither: both steps, from the origin.
+    for (const auto& [from, to] : {std::pair{1, 0}, {0, 1}, {0, 0}}) AddRaw(from, to, 1, quadrant);
     for (const auto& [x, y, sign] : {std::tuple{10000, 20000, 1}, {10000, 20000, -1}, {0, 0, 1}, {0, 0, -1}}) {
       const double ex = x + sign * sx * dx, ey = y + sign * sy * dy;
       lines.push_back(Show({"Line", {double(x), double(y), ex, ey}, 0x000080, {}}));
