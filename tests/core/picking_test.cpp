@@ -147,11 +147,14 @@ TEST_F(PickLines, TheBoxIsWidenedByOneInSinglePrecision) {
   EXPECT_EQ(PickRawLine(s, 100000.3f, 4998.9f), 0);
 }
 
-TEST_F(PickLines, VerticalLinesTakeTheSubstituteDxAndTheNearerWins) {
+TEST_F(PickLines, VerticalAndHorizontalLinesTakeTheSubstitutes) {
   Points({{"100001", 100.0, 0.0}, {"100002", 100.0, 100.0}, {"100003", 101.0, 0.0}, {"100004", 101.0, 100.0}});
   Lines({{"100001", "100002"}, {"100003", "100004"}});
   EXPECT_EQ(PickRawLine(s, 100.3f, 50.0f), 1);
-  EXPECT_EQ(PickRawLine(s, 100.8f, 50.0f), 2);
+  EXPECT_EQ(PickRawLine(s, 100.8f, 50.0f), 2);  // the later line is nearer
+  // A click on the first end of a horizontal line measures 0 by the substitute dy.
+  Points({{"100001", 0.05, -5.0}, {"100002", 0.05, 5.0}, {"100003", 0.0, 0.0}, {"100004", 100.0, 0.0}});
+  EXPECT_EQ(PickRawLine(s, 0.0f, 0.0f), 2);
 }
 
 TEST_F(PickLines, TheDifferenceOfTheSquaresRanksAndANegativeRootKeepsThePreviousDistance) {
@@ -213,6 +216,7 @@ TEST_F(Picking, WindowsTakeWhatLiesStrictlyInsideInEveryToolAndDragDirection) {
     PointsClear(s);  // back to point picking
     Drag(x0, y0, x1, y1);
     EXPECT_EQ(sel.PointList, (Strings{"100001    150     150", "100005    100.01     199.99"}));
+    EXPECT_EQ(user.statusNow[3], "");  // a window reports no point
     ToolbarLines(s);
     sel.LineList.clear();
     Drag(x0, y0, x1, y1);
@@ -295,7 +299,8 @@ TEST_F(Picking, ParcelLocationCommandsWorkOnlyOnOneLocation) {
                              user.enabled.at("mnuAttributesMoveCentroid")};
   };
   const std::vector<bool> on(3, true), off(3, false);
-  Parcels({{"Sec_001 A", 1000.0, 1000.0}, {"Sec_002 B", 1000.0, 1000.0}, {"Sec_003 C", 3000.0, 3000.0}});
+  Parcels({{"Sec_001 A", 1000.0, 1000.0}, {"Sec_002 B", 1000.0, 1000.0}, {"Sec_003 C", 3000.0, 1000.0},
+           {"Sec_004 D", 1000.0, 3000.0}});
   s.ToolMode = 4;
   Click(kLeft, 1000.0f, 1000.0f);  // no parcel display mark: nothing is picked
   EXPECT_TRUE(sel.ParcelList.empty());
@@ -303,14 +308,16 @@ TEST_F(Picking, ParcelLocationCommandsWorkOnlyOnOneLocation) {
   Click(kLeft, 1003.0f, 998.0f);
   EXPECT_EQ(sel.ParcelList, (Strings{"Sec_001 A", "Sec_002 B"}));
   EXPECT_EQ(enabled(), on);
-  Click(kLeft, 3000.0f, 3000.0f);
+  Click(kLeft, 3000.0f, 1000.0f);  // another easting
   EXPECT_EQ(enabled(), off);
-  Click(kLeft, 1000.0f, 1000.0f);  // compared with the first pick, not the last
+  Click(kLeft, 1000.0f, 1000.0f);  // the whole selection is compared, not the last pick
   EXPECT_EQ(enabled(), off);
   PopupParcelCancel(s);
   EXPECT_TRUE(sel.ParcelList.empty());
   Click(kLeft, 1000.0f, 1000.0f);
   EXPECT_EQ(enabled(), on);
+  Click(kLeft, 1000.0f, 3000.0f);  // another northing
+  EXPECT_EQ(enabled(), off);
 }
 
 TEST_F(SelectionLists, ParcelRemoveItemClosesTheGapAndCountsPolygons) {
@@ -347,7 +354,7 @@ TEST_F(SelectionLists, PointRemoveItemRemapsAndClosingLeavesTheTool) {
   PointsRemoveItem(s, 0);
   EXPECT_FALSE(user.enabled.at("frmSelectedPoints/cmdRemoveItem"));
   Click(kLeft, 300.0f, 300.0f);
-  PointsClosed(s);  // leaves it for the zoom tool
+  PointsClosed(s);  // closing the window leaves point picking for the zoom tool
   EXPECT_TRUE(sel.PointList.empty());
   EXPECT_EQ(s.ToolMode, 2);
 }
@@ -398,8 +405,6 @@ TEST_F(ParcelLocationMove, AShiftClickRewritesTheSelectionsLocationLinesAndKeeps
   expected[3] = expected[10] = " PARCEL N,E      123456.125     1234567.250  (Tessel moved)";
   EXPECT_EQ(ReadJob("T1N2E.iid"), Text(expected));
   EXPECT_EQ(ReadJob("T1N2E.iib"), Text(original));
-  // The parcels are read again from the new file and the selection is emptied.
-  EXPECT_DOUBLE_EQ(s.parcels.ParcelY.get(1), 123456.125);
   EXPECT_TRUE(sel.ParcelList.empty());
   EXPECT_EQ(Refreshes(), 1);
   // A second move of the same two, backed up from the first. 12345678.000 is neither 10 nor 11
@@ -423,6 +428,7 @@ TEST_F(ParcelLocationMove, AGroupMovesByItsLastMemberOnly) {
   Strings expected = group;
   expected[0] = kEditedMarker;
   EXPECT_EQ(ReadJob("T1N2E.iid"), Text(expected));
+  EXPECT_DOUBLE_EQ(s.parcels.ParcelY.get(1), 1000.0);  // read again from the file
   sel.ParcelList = {kAttr2};
   sel.SelectedParcels.at(0) = 2;
   MoveParcelLocation(s, 700000.0, 800000.0);

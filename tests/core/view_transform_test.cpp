@@ -157,6 +157,7 @@ TEST_F(ViewTransform, PansStepByPanPercentOfTheSpansWhateverTheZoom) {
   s.config.PanPercent = 25;
   Pan(s, PanDirection::Up);
   ExpectWindow({2100, 4770, 2130, 4750});
+  ExpectPrevious({0, 0, 0, 0});  // no pan keeps a previous view
 }
 
 TEST_F(ViewTransform, DragPanMovesScaleAndNominalWindowTogether) {
