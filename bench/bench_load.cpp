@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "core/load_sequence.h"
-#include "core/recording_ports.h"
-#include "core/text_file.h"
+#include "job/load_sequence.h"
+#include "model/recording_ports.h"
+#include "model/text_file.h"
 
 namespace fs = std::filesystem;
 

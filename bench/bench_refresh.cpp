@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "paint/painter_canvas.h"
-#include "core/load_sequence.h"
-#include "core/recording_ports.h"
+#include "job/load_sequence.h"
+#include "model/recording_ports.h"
 #include "viewer/drawing.h"
 
 namespace fs = std::filesystem;

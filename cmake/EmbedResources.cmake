@@ -1,7 +1,7 @@
 # Turns the support texts under resources/ into a C++ source holding their bytes unchanged,
 # so the program carries them inside itself and writes them out byte for byte.
 function(tessel_embed_resources out_cpp)
-  set(body "// Generated from resources/; do not edit.\n#include \"core/resources.h\"\n\nnamespace tessel {\nnamespace {\n")
+  set(body "// Generated from resources/; do not edit.\n#include \"model/resources.h\"\n\nnamespace tessel {\nnamespace {\n")
   set(table "")
   set(index 0)
   foreach(name IN LISTS ARGN)

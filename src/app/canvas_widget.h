@@ -7,7 +7,7 @@
 #include <functional>
 
 #include "paint/painter_canvas.h"
-#include "core/ports.h"
+#include "model/ports.h"
 
 namespace tessel {
 

@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <QProcess>
 
-#include "core/paths.h"
+#include "model/paths.h"
 #include "tools/launching.h"
 
 namespace tessel {

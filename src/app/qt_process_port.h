@@ -6,7 +6,7 @@
 
 #include <QMainWindow>
 
-#include "core/ports.h"
+#include "model/ports.h"
 
 namespace tessel {
 

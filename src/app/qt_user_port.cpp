@@ -14,17 +14,6 @@
 
 namespace tessel {
 
-QString QtFilter(const std::string& filter) {
-  const QStringList parts = FromBytes(filter).split('|');
-  QStringList entries;
-  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    QString patterns = parts[i + 1];
-    patterns.replace(';', ' ');
-    entries << QStringLiteral("%1 (%2)").arg(parts[i], patterns);
-  }
-  return entries.join(QStringLiteral(";;"));
-}
-
 QtUserPort::QtUserPort(QMainWindow& window, std::array<QLabel*, 4> panels) : window_(window), panels_(panels) {}
 
 Answer QtUserPort::Message(const std::string& text, Icon icon, Buttons buttons, const std::string& title) {

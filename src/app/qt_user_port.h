@@ -7,7 +7,7 @@
 #include <array>
 #include <functional>
 
-#include "core/ports.h"
+#include "model/ports.h"
 #include "paint/qt_text.h"
 
 namespace tessel {
@@ -48,8 +48,5 @@ class QtUserPort : public UserPort {
   std::array<QLabel*, 4> panels_;
   bool overridden_ = false;
 };
-
-// "Description|*.ext|Description|*.ext" as Qt's ";;"-separated filter list.
-QString QtFilter(const std::string& filter);
 
 }  // namespace tessel

@@ -13,17 +13,17 @@
 #include <QPrintDialog>
 #include <QStatusBar>
 
-#include "app/config_dialog.h"
-#include "app/reset_view_form.h"
-#include "app/job_forms.h"
-#include "app/selection_forms.h"
-#include "core/job_menus.h"
-#include "tools/command_table.h"
+#include "job/ui/config_dialog.h"
+#include "viewer/ui/reset_view_form.h"
+#include "job/ui/job_forms.h"
+#include "viewer/ui/selection_forms.h"
+#include "job/job_menus.h"
+#include "job/command_table.h"
 #include "tools/export_points.h"
-#include "tools/reports.h"
+#include "job/reports.h"
 #include "tools/user_tools.h"
 #include "viewer/picking.h"
-#include "core/load_sequence.h"
+#include "job/load_sequence.h"
 #include "viewer/view_transform.h"
 
 namespace tessel {

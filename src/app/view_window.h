@@ -12,7 +12,7 @@
 #include "app/canvas_widget.h"
 #include "app/qt_process_port.h"
 #include "app/qt_user_port.h"
-#include "core/session.h"
+#include "model/session.h"
 #include "viewer/drawing.h"
 #include "viewer/tool_modes.h"
 

@@ -1,6 +1,6 @@
 #include "batch/batch_session.h"
 
-#include "core/load_sequence.h"
+#include "job/load_sequence.h"
 
 namespace tessel {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "core/recording_ports.h"
-#include "core/session.h"
+#include "model/recording_ports.h"
+#include "model/session.h"
 #include "viewer/drawing.h"
 
 namespace tessel {

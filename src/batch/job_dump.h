@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "batch/batch_session.h"
-#include "core/job_menus.h"
+#include "job/job_menus.h"
 #include "paint/painter_canvas.h"
 #include "viewer/tool_modes.h"
 

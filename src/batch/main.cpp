@@ -17,7 +17,7 @@
 
 #include "batch/batch_session.h"
 #include "batch/job_dump.h"
-#include "core/paths.h"
+#include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
 #include "batch/job_render.h"
 #endif

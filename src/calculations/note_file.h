@@ -1,7 +1,7 @@
 #pragma once
 // The hidden line segments of .not, resolved to point indexes at load.
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

@@ -17,7 +17,7 @@
 #include <memory>
 
 #include "paint/raster_stamps.h"
-#include "core/ports.h"
+#include "model/ports.h"
 
 namespace tessel {
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "core/fault.h"
-#include "core/paths.h"
-#include "core/text.h"
-#include "core/text_file.h"
+#include "model/fault.h"
+#include "model/paths.h"
+#include "model/text.h"
+#include "model/text_file.h"
 
 namespace tessel {
 

@@ -3,7 +3,7 @@
 // ring of point identifiers (the mean of its vertices when the ring has no area), written to
 // .CRP as two 15-character fields.
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

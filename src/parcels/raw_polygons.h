@@ -1,7 +1,7 @@
 #pragma once
 // Raw polygons: the tagged rings of .RPO and their centroids in .CRP.
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

@@ -1,8 +1,8 @@
 #include "surveys/survey_file.h"
 
-#include "core/fault.h"
-#include "core/text.h"
-#include "core/text_file.h"
+#include "model/fault.h"
+#include "model/text.h"
+#include "model/text_file.h"
 
 namespace tessel {
 

@@ -1,7 +1,7 @@
 #pragma once
 // Reading the survey identifier file .sid into the survey store.
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

@@ -3,9 +3,9 @@
 #include <exception>
 #include <vector>
 
-#include "core/paths.h"
-#include "core/text.h"
-#include "core/text_file.h"
+#include "model/paths.h"
+#include "model/text.h"
+#include "model/text_file.h"
 
 namespace tessel {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

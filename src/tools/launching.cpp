@@ -2,9 +2,9 @@
 
 #include <exception>
 
-#include "core/identity.h"
-#include "core/paths.h"
-#include "core/text_file.h"
+#include "datasets/identity.h"
+#include "model/paths.h"
+#include "model/text_file.h"
 
 namespace tessel {
 

@@ -3,7 +3,7 @@
 #include <exception>
 #include <filesystem>
 
-#include "core/paths.h"
+#include "model/paths.h"
 
 namespace tessel {
 

@@ -1,7 +1,7 @@
 #pragma once
 // The user's own programs: the twelve toolbox buttons, the toolbar keys usr1 to usr10 and bat.
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

@@ -3,11 +3,10 @@
 #include <cmath>
 #include <optional>
 
-#include "core/fault.h"
-#include "core/identity.h"
-#include "core/job_menus.h"
-#include "core/line_files.h"
-#include "core/text.h"
+#include "model/fault.h"
+#include "datasets/identity.h"
+#include "datasets/line_files.h"
+#include "model/text.h"
 #include "viewer/view_transform.h"
 
 namespace tessel {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/config.h"
-#include "core/fault.h"
-#include "core/text.h"
+#include "model/config.h"
+#include "model/fault.h"
+#include "model/text.h"
 #include "parcels/parcel_file.h"
 #include "viewer/drawing.h"
 #include "viewer/tool_modes.h"

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "core/config.h"
-#include "core/identity.h"
-#include "core/paths.h"
+#include "model/config.h"
+#include "datasets/identity.h"
+#include "model/paths.h"
 #include "parcels/centroids.h"
 #include "parcels/raw_polygons.h"
 #include "viewer/drawing.h"

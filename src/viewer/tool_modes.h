@@ -2,7 +2,7 @@
 // The canvas's tools and what its mouse events, keys and view commands do with them. Events
 // arrive in world coordinates of single precision.
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

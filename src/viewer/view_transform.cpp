@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "core/text.h"
+#include "model/text.h"
 
 namespace tessel {
 

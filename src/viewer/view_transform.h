@@ -3,7 +3,7 @@
 // that sets a window ends in the aspect rule, which makes the effective width 1.33333 times the
 // height whatever width was asked for.
 
-#include "core/session.h"
+#include "model/session.h"
 
 namespace tessel {
 

@@ -14,11 +14,11 @@
 #include <utility>
 #include <vector>
 
-#include "app/config_dialog.h"
-#include "core/config.h"
-#include "core/load_sequence.h"
-#include "core/recording_ports.h"
-#include "core/session.h"
+#include "job/ui/config_dialog.h"
+#include "model/config.h"
+#include "job/load_sequence.h"
+#include "model/recording_ports.h"
+#include "model/session.h"
 
 namespace tessel {
 namespace {

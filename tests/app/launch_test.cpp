@@ -19,10 +19,10 @@
 #include <string>
 
 #include "app/qt_process_port.h"
-#include "core/load_sequence.h"
-#include "core/recording_ports.h"
-#include "core/session.h"
-#include "tools/command_table.h"
+#include "job/load_sequence.h"
+#include "model/recording_ports.h"
+#include "model/session.h"
+#include "job/command_table.h"
 #include "tools/launching.h"
 
 namespace tessel {

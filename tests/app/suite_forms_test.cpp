@@ -15,7 +15,7 @@
 #include <functional>
 
 #include "app/view_window.h"
-#include "core/load_sequence.h"
+#include "job/load_sequence.h"
 
 namespace tessel {
 

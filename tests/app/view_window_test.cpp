@@ -14,7 +14,7 @@
 #include <QtTest>
 
 #include "app/view_window.h"
-#include "core/load_sequence.h"
+#include "job/load_sequence.h"
 
 namespace tessel {
 namespace {

@@ -11,9 +11,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include "core/config.h"
-#include "core/load_sequence.h"
-#include "core/recording_ports.h"
+#include "model/config.h"
+#include "job/load_sequence.h"
+#include "model/recording_ports.h"
 #include "viewer/drawing.h"
 
 namespace tessel {

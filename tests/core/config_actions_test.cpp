@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/config.h"
-#include "core/config_actions.h"
+#include "model/config.h"
+#include "job/config_actions.h"
 #include "test_support.h"
 
 namespace fs = std::filesystem;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/config.h"
+#include "model/config.h"
 #include "test_support.h"
 
 namespace tessel::test {

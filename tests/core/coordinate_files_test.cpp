@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "core/coordinate_files.h"
-#include "core/text.h"
+#include "datasets/coordinate_files.h"
+#include "model/text.h"
 #include "test_support.h"
 
 namespace tessel::test {

@@ -1,6 +1,6 @@
 // Window places in ts$002.cfg and the find box of the calculation lists.
 
-#include "core/dialog_memory.h"
+#include "model/dialog_memory.h"
 #include "test_support.h"
 
 namespace tessel::test {

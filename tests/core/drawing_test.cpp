@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/recording_ports.h"
+#include "model/recording_ports.h"
 #include "viewer/drawing.h"
 #include "test_support.h"
 

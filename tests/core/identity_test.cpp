@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <string>
 
-#include "core/identity.h"
-#include "core/paths.h"
-#include "core/text.h"
+#include "datasets/identity.h"
+#include "model/paths.h"
+#include "model/text.h"
 #include "test_support.h"
 
 namespace tessel::test {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/paths.h"
+#include "model/paths.h"
 #include "process_probe.h"
 #include "test_support.h"
 #include "tools/launching.h"

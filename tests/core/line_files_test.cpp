@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/fault.h"
-#include "core/line_files.h"
+#include "model/fault.h"
+#include "datasets/line_files.h"
 #include "surveys/survey_file.h"
 #include "test_support.h"
 

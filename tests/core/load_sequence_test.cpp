@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "core/config.h"
-#include "core/job_menus.h"
-#include "core/load_sequence.h"
-#include "core/paths.h"
-#include "core/support_files.h"
+#include "model/config.h"
+#include "job/job_menus.h"
+#include "job/load_sequence.h"
+#include "model/paths.h"
+#include "datasets/support_files.h"
 #include "test_support.h"
 
 namespace fs = std::filesystem;

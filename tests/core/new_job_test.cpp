@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "core/job_menus.h"
-#include "core/paths.h"
-#include "core/support_files.h"
-#include "core/text.h"
+#include "job/job_menus.h"
+#include "model/paths.h"
+#include "datasets/support_files.h"
+#include "model/text.h"
 #include "test_support.h"
-#include "tools/new_job.h"
+#include "job/new_job.h"
 
 namespace fs = std::filesystem;
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/text.h"
+#include "model/text.h"
 #include "parcels/parcel_file.h"
 #include "parcels/raw_polygons.h"
 #include "test_support.h"

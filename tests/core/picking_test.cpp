@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/recording_ports.h"
-#include "core/text.h"
+#include "model/recording_ports.h"
+#include "model/text.h"
 #include "parcels/parcel_file.h"
 #include "viewer/picking.h"
 #include "viewer/tool_modes.h"

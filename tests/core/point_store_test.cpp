@@ -1,7 +1,7 @@
 // The point store: lookups give the answer of a full walk over entries 1..PointCount, in which
 // the last match wins and no match gives 0, however the entries were written.
 
-#include "core/point_store.h"
+#include "model/point_store.h"
 #include "test_support.h"
 
 namespace tessel::test {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/recording_ports.h"
+#include "model/recording_ports.h"
 
 namespace tessel::test {
 

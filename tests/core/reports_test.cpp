@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "core/paths.h"
+#include "model/paths.h"
 #include "test_support.h"
-#include "tools/command_table.h"
-#include "tools/reports.h"
+#include "job/command_table.h"
+#include "job/reports.h"
 
 namespace tessel::test {
 namespace {

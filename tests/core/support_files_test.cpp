@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <string>
 
-#include "core/paths.h"
-#include "core/support_files.h"
+#include "model/paths.h"
+#include "datasets/support_files.h"
 #include "test_support.h"
 
 namespace fs = std::filesystem;

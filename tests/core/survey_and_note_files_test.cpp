@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "calculations/note_file.h"
-#include "core/fault.h"
-#include "core/text.h"
+#include "model/fault.h"
+#include "model/text.h"
 #include "surveys/survey_file.h"
 #include "test_support.h"
 

@@ -5,8 +5,8 @@
 #include <sstream>
 #include <tuple>
 
-#include "core/paths.h"
-#include "core/text.h"
+#include "model/paths.h"
+#include "model/text.h"
 
 namespace fs = std::filesystem;
 

@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "core/display.h"
-#include "core/fault.h"
-#include "core/recording_ports.h"
-#include "core/session.h"
+#include "model/display.h"
+#include "model/fault.h"
+#include "model/recording_ports.h"
+#include "model/session.h"
 
 namespace tessel::test {
 

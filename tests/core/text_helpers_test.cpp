@@ -1,9 +1,9 @@
 // The column, number and picture helpers every reader and writer of the job files rests on.
 
-#include "core/fault.h"
-#include "core/field_reader.h"
-#include "core/text.h"
-#include "core/text_file.h"
+#include "model/fault.h"
+#include "model/field_reader.h"
+#include "model/text.h"
+#include "model/text_file.h"
 #include "test_support.h"
 
 namespace tessel::test {

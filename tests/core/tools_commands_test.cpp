@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "core/coordinate_files.h"
-#include "core/paths.h"
-#include "core/text.h"
+#include "datasets/coordinate_files.h"
+#include "model/paths.h"
+#include "model/text.h"
 #include "process_probe.h"
 #include "test_support.h"
-#include "tools/command_table.h"
+#include "job/command_table.h"
 
 namespace tessel::test {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/paths.h"
+#include "model/paths.h"
 #include "test_support.h"
 #include "tools/user_tools.h"
 

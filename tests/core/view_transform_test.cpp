@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/recording_ports.h"
-#include "core/session.h"
+#include "model/recording_ports.h"
+#include "model/session.h"
 #include "viewer/view_transform.h"
 #include "test_support.h"
 

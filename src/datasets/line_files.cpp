@@ -1,0 +1,125 @@
+#include "datasets/line_files.h"
+
+#include <cmath>
+#include <vector>
+
+#include "datasets/coordinate_files.h"
+#include "model/fault.h"
+#include "model/field_reader.h"
+#include "model/paths.h"
+#include "model/text.h"
+#include "model/text_file.h"
+
+namespace tessel {
+
+double DmsToRadians(double packed) {
+  const std::string s = ShortestText(packed);
+  const int length = static_cast<int>(s.size());
+  double degrees = 0.0, minutes = 0.0, seconds = 0.0;
+  if (length == 5 || length == 6) {
+    degrees = Val(Left(s, 2));
+    minutes = Val(Mid(s, 3, 2));
+    seconds = Val(Right(s, 2));
+  } else if (length == 3 || length == 4) {
+    minutes = Val(Left(s, 2));
+    seconds = Val(Right(s, 2));
+  } else if (length == 1 || length == 2) {
+    seconds = Val(s);
+  }
+  const double pi = 4.0 * std::atan(1.0);
+  return pi * (degrees + minutes / 60.0 + seconds / 3600.0) / 180.0;
+}
+
+void ReadLsaLines(Session& session) {
+  session.user.Status(1, "Reading LSA Lines");
+  LsaLineStore& store = session.lsa;
+  try {
+    LineReader lsa(session.DatasetPath(".LSA"));
+    PassLsaSections(lsa, 1);
+    store.LsaLineCount = 1;
+    std::string line;
+    for (;;) {
+      lsa.ReadLine(line);
+      const int flag = LastCharAsInt(line);
+      LineEnds& ends = store.LsaLineEnds.at(store.LsaLineCount);
+      ends.from = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 2, 16))));
+      ends.to = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 28, 16))));
+      store.LsaLineCount = Add16(store.LsaLineCount, 1);
+      if (flag == 1) break;
+    }
+  } catch (const RuntimeFault&) {
+    // Keep what was read.
+  }
+}
+
+namespace {
+
+struct LxnRecord {
+  int count = 0;
+  std::string text;
+};
+
+// A count is a 32-bit integer: rounded half to even, out of range an overflow.
+int ToLong(double value) {
+  const double rounded = std::nearbyint(value);
+  if (!(rounded > INT32_MIN && rounded <= INT32_MAX)) throw RuntimeFault(FaultKind::Overflow, "Overflow");
+  return static_cast<int>(rounded);
+}
+
+}  // namespace
+
+void ReadLxn(Session& session) {
+  session.user.Status(1, "Reading LXN Lines");
+  const std::string path = session.DatasetPath(".LXN");
+  if (!FileExistsAnyCase(path)) return;
+  LxnLineStore& store = session.lxn;
+  std::string bytes;
+  if (!ReadFileBytes(path, bytes)) return;
+  FieldReader in(std::move(bytes));
+  StepOver([&] { in.ReadLine(); });
+  StepOver([&] { in.ReadLine(); });
+  store.LxnRecordCount = 1;
+
+  // Records: a count, then a line of identifiers. A count of 999999 marks a record whose count
+  // follows; the file ends with such a marker.
+  std::vector<LxnRecord> records(1);
+  int count = 0;
+  std::string text;
+  while (!in.Eof()) {
+    StepOver([&] { count = ToLong(in.ReadNumber()); });
+    if (count == 999999) {
+      if (in.Eof()) break;
+      StepOver([&] { count = ToLong(in.ReadNumber()); });
+    }
+    StepOver([&] { text = in.ReadLine(); });
+    const int index = store.LxnRecordCount;
+    if (index <= LxnLineStore::kRecordBound) {
+      records.resize(static_cast<std::size_t>(index) + 1);
+      records[static_cast<std::size_t>(index)].count = count;
+      if (index <= LxnLineStore::kTextBound) records[static_cast<std::size_t>(index)].text = text;
+    }
+    StepOver([&] { store.LxnRecordCount = Add16(store.LxnRecordCount, 1); });
+    if (store.LxnRecordCount == index) break;  // the record counter is full
+  }
+
+  for (std::size_t r = 1; r < records.size(); ++r) {
+    StepOver([&] { store.LxnSegmentCount = Add16(store.LxnSegmentCount, records[r].count - 1); });
+  }
+
+  // Segments past the table are stepped over, so the walk can stop there.
+  int segment = 0;
+  for (std::size_t r = 1; r < records.size() && segment < LxnLineStore::kSegmentBound; ++r) {
+    const LxnRecord& record = records[r];
+    for (int k = 1; k <= record.count - 1 && segment < LxnLineStore::kSegmentBound; ++k) {
+      ++segment;
+      const std::string from = Mid(record.text, 6 * (k - 1) + 1, 6);
+      const std::string to = Mid(record.text, 6 * k + 1, 6);
+      if (Val(to) == 0.0) continue;
+      LineEnds& ends = store.LxnLineEnds.at(segment);
+      if (const int f = session.points.Find(from)) ends.from = static_cast<std::int16_t>(f);
+      if (const int t = session.points.Find(to)) ends.to = static_cast<std::int16_t>(t);
+    }
+  }
+}
+
+}  // namespace tessel

@@ -1,0 +1,21 @@
+#pragma once
+// Readers of the line stores: network lines of .LSA section 2, display chains of .LXN, and the
+// record lines of .raw with the temporary points of stations that have no coordinates.
+
+#include <string>
+
+#include "model/session.h"
+
+namespace tessel {
+
+void ReadLsaLines(Session& session);
+void ReadLxn(Session& session);
+// Faults are not trapped here: they end the read and go to the caller.
+void ReadRaw(Session& session);
+
+// Packed degrees, minutes and seconds to radians, by the length of the number's shortest text:
+// 5 or 6 characters are DD MM SS (overlapping at 5), 3 or 4 are MM SS, 1 or 2 are SS, any other
+// length gives 0.
+double DmsToRadians(double packed);
+
+}  // namespace tessel

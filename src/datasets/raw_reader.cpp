@@ -1,0 +1,189 @@
+// The display reading of .raw: record lines linked to points and surveys, and temporary points
+// for records that end on a station without coordinates.
+
+#include <cmath>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "model/fault.h"
+#include "datasets/identity.h"
+#include "datasets/line_files.h"
+#include "model/paths.h"
+#include "model/text.h"
+#include "model/text_file.h"
+
+namespace tessel {
+
+namespace {
+
+const std::string kReadingRaw = "Reading RAW Lines";
+const std::string kComputingTemporary = "Computing temporary coordinates for unknown points";
+constexpr float kChainFeet = 66.0f;
+constexpr float kChainMetres = 20.11684f;
+
+// Fields 3 and 6 are cut from the trimmed line, the others from the line as it stands.
+void CutRawFields(std::string_view line, RawFields& f) {
+  const std::string_view trimmed = TrimView(line);
+  f[1] = MidView(line, 1, 6);
+  f[2] = MidView(line, 10, 6);
+  f[3] = MidView(trimmed, 17, 8);
+  f[4] = MidView(line, 27, 1);
+  f[5] = MidView(line, 31, 8);
+  f[6] = MidView(trimmed, 40, 18);
+}
+
+// Which lines name each still unknown station at either end. Adding a point can only change
+// the lines that name its identifier, and a temporary point is only ever made for a station the
+// first linking did not find, so these lines are all that a relink has to look at.
+class EndIndex {
+ public:
+  explicit EndIndex(const RawLineStore& raw) {
+    for (int i = 1; i <= raw.RawLineCount; ++i) {
+      const RawEnds& e = raw.RawLineEnds.get(i);
+      const RawFields& f = raw.RawLineFields.get(i);
+      if (e.from == 0) from_[f[1]].push_back(i);
+      if (e.to == 0) to_[f[2]].push_back(i);
+    }
+  }
+  void Relink(Session& session, const std::string& id) const {
+    const int p = session.points.Find(id);
+    if (p == 0) return;
+    if (const auto it = from_.find(id); it != from_.end()) {
+      for (int i : it->second) session.raw.RawLineEnds.at(i).from = static_cast<std::int16_t>(p);
+    }
+    if (const auto it = to_.find(id); it != to_.end()) {
+      for (int i : it->second) session.raw.RawLineEnds.at(i).to = static_cast<std::int16_t>(p);
+    }
+  }
+
+ private:
+  std::unordered_map<std::string, std::vector<int>> from_;
+  std::unordered_map<std::string, std::vector<int>> to_;
+};
+
+// Every line against the point store and the survey table; the last survey of a name wins.
+void LinkAll(Session& session) {
+  std::unordered_map<std::string, int> surveyByName;
+  for (int s = 1; s <= session.surveys.SurveyCount; ++s) {
+    surveyByName[SurveyName(session.surveys.SurveyTable.get(s))] = s;
+  }
+  RawLineStore& raw = session.raw;
+  for (int i = 1; i <= raw.RawLineCount; ++i) {
+    const RawFields& f = raw.RawLineFields.get(i);
+    RawEnds& ends = raw.RawLineEnds.at(i);
+    if (const int a = session.points.Find(f[1])) ends.from = static_cast<std::int16_t>(a);
+    if (const int b = session.points.Find(f[2])) ends.to = static_cast<std::int16_t>(b);
+    if (const auto it = surveyByName.find(f[6]); it != surveyByName.end()) {
+      ends.survey = static_cast<std::int16_t>(it->second);
+    }
+  }
+}
+
+// The distance unit of a survey from its "DU:F" or "DU:M" caption, 0 when it has none. Surveys
+// are found by the prefix "S" and the record's survey field, so one field may reach several.
+class ScaleFinder {
+ public:
+  explicit ScaleFinder(const SurveyStore& surveys) : surveys_(surveys) {}
+
+  float Find(const std::string& surveyField) {
+    if (const auto it = memo_.find(surveyField); it != memo_.end()) return it->second;
+    const std::string key = "S" + surveyField;
+    float scale = 0.0f;
+    for (int s = 1; s <= surveys_.SurveyCount; ++s) {
+      const SurveyEntry& survey = surveys_.SurveyTable.get(s);
+      if (!StartsWith(survey.sLine, key)) continue;
+      for (int c = survey.first; c <= survey.last; ++c) {
+        const std::string unit = Mid(surveys_.SurveyCaptions.get(c), 3, 4);
+        if (unit == "DU:F") scale = kChainFeet;
+        if (unit == "DU:M") scale = kChainMetres;
+      }
+    }
+    memo_.emplace(surveyField, scale);
+    return scale;
+  }
+
+ private:
+  const SurveyStore& surveys_;
+  std::unordered_map<std::string, float> memo_;
+};
+
+// A temporary point carries three decimals, as its coordinates pass through "######0.000".
+int AddTemporaryPoint(Session& session, const std::string& id, double x, double y) {
+  return session.points.Append(id, Val(FormatPicture(x, 3)), Val(FormatPicture(y, 3)));
+}
+
+}  // namespace
+
+void ReadRaw(Session& session) {
+  const std::string path = session.DatasetPath(".raw");
+  if (!FileExistsAnyCase(path)) return;
+  session.user.Status(1, kReadingRaw);
+  RawLineStore& raw = session.raw;
+
+  LineReader in(path);
+  std::string line;
+  do {
+    in.ReadLine(line);
+  } while (TrimView(line) != "999999");
+  // The record number is kept as decimal text, as the count of the file's records.
+  std::string lineNumber = "1";
+  for (;;) {
+    in.ReadLine(line);
+    if (line == "999998") break;
+    const int n = static_cast<int>(Val(lineNumber));
+    CutRawFields(line, raw.RawLineFields.at(n));
+    lineNumber = ShortestText(n + 1);
+  }
+  raw.RawLineCount = Add16(To16(Val(lineNumber)), -1);
+  for (int i = 1; i <= raw.RawLineCount; ++i) raw.RawLineEnds.at(i) = RawEnds{};
+
+  LinkAll(session);
+  ReadUnitCode(session);
+
+  const EndIndex endIndex(raw);
+
+  ScaleFinder scales(session.surveys);
+  float scale = 0.0f;  // carried from line to line, never reset within the read
+  PointStore& points = session.points;
+  for (int i = 1; i <= raw.RawLineCount; ++i) {
+    session.user.Status(1, kReadingRaw);
+    const RawEnds& ends = raw.RawLineEnds.get(i);
+    if (ends.from != 0 && ends.to != 0) continue;
+    const RawFields& f = raw.RawLineFields.get(i);
+    const double a = DmsToRadians(Val(f[5]));
+    const double d = Val(f[3]);
+    const double q = Val(f[4]);
+    const double units = session.UnitsPerChain;
+
+    if (ends.to == 0) {
+      if (const float found = scales.Find(f[6]); found != 0.0f) scale = found;
+      if (scale == 0.0f) scale = 1.0f;
+      double dE = units * d / scale * std::sin(a);
+      double dN = units * d / scale * std::cos(a);
+      if (q == 2) dN = -dN;
+      if (q == 3) { dN = -dN; dE = -dE; }
+      if (q == 4) dE = -dE;
+      const int from = ends.from;
+      AddTemporaryPoint(session, f[2], points.PointX(from) + dE, points.PointY(from) + dN);
+      session.user.Status(1, kComputingTemporary);
+      endIndex.Relink(session, f[2]);
+    }
+    if (ends.from == 0) {
+      // Placed back from the to end, without the distance unit.
+      double dE = units * d * std::sin(a);
+      double dN = units * d * std::cos(a);
+      if (q == 2) dE = -dE;
+      if (q == 1) { dN = -dN; dE = -dE; }
+      if (q == 4) dN = -dN;
+      const int to = ends.to;
+      AddTemporaryPoint(session, f[1], points.PointX(to) + dE, points.PointY(to) + dN);
+      session.user.Status(1, kComputingTemporary);
+      endIndex.Relink(session, f[1]);
+    }
+  }
+  // The final linking of every line finds what the relinks have already set: each line's ends
+  // are the last points of their identifiers and the surveys have not changed.
+}
+
+}  // namespace tessel

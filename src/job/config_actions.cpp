@@ -1,0 +1,46 @@
+#include "job/config_actions.h"
+
+#include <cstddef>
+
+#include "model/fault.h"
+#include "job/job_menus.h"
+#include "model/paths.h"
+#include "model/text.h"
+#include "viewer/view_transform.h"
+
+namespace tessel {
+
+void ApplyToolButtons(Session& session) {
+  for (int k = 1; k <= static_cast<int>(session.config.ToolButton.size()); ++k) {
+    const ToolButtonEntry& entry = session.config.ToolButton[static_cast<std::size_t>(k - 1)];
+    if (Trim(entry.path) != "none") session.user.SetToolButton(k, entry.caption);
+  }
+}
+
+void ApplyConfig(Session& session, const Config& config) {
+  session.config = config;
+  ApplyToolButtons(session);
+  ApplyViewOptions(session);
+  Redraw(session);
+}
+
+bool SaveConfig(Session& session, const Config& config) {
+  ApplyConfig(session, config);
+  try {
+    WriteConfig(session.ToolFile(kConfigFileName), session.config);
+  } catch (const RuntimeFault&) {
+    return false;
+  }
+  return true;
+}
+
+bool RestoreDefaults(Session& session) {
+  if (session.user.Message(kRestoreQuestion, Icon::None, Buttons::YesNo) != Answer::Yes) return false;
+  DeleteAnyCase(session.ToolFile(kConfigFileName));
+  session.config = Config{};
+  return true;
+}
+
+void SetLoadLxn(Session& session, bool checked) { session.config.chkLXN = checked ? 1 : 0; }
+
+}  // namespace tessel

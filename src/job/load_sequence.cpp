@@ -1,0 +1,200 @@
+#include "job/load_sequence.h"
+
+#include "calculations/note_file.h"
+#include "job/config_actions.h"
+#include "datasets/coordinate_files.h"
+#include "model/fault.h"
+#include "datasets/identity.h"
+#include "job/job_menus.h"
+#include "datasets/line_files.h"
+#include "model/paths.h"
+#include "datasets/support_files.h"
+#include "model/text.h"
+#include "parcels/parcel_file.h"
+#include "parcels/raw_polygons.h"
+#include "surveys/survey_file.h"
+
+namespace tessel {
+
+namespace {
+
+constexpr const char* kToolForms[] = {"frmParcelLocator", "frmAttributes", "frmTesting", "frmQuickEdit",
+                                      "frmQuickEditList", "frmListSurveys", "frmADD", "frmIRR"};
+
+// One step of a load: a fault ends the step, the pointer goes back to the default and the
+// sequence carries on with the next step.
+template <typename F>
+void Step(Session& session, F&& step) {
+  try {
+    step();
+  } catch (const RuntimeFault&) {
+    session.user.SetPointer(Pointer::Default);
+  }
+}
+
+void FirstDrawing(Session& session) {
+  if (session.display) session.display->RefreshViewAfterExtents();
+}
+
+// Close's step 1, shared with Exit.
+void AskToSaveParcels(Session& session) {
+  if (session.parcels.ParcelDirty == 0) return;
+  const Answer answer = session.user.Message(
+      "Parcel attribute edits have not been saved.\r\nWould you like to save file now?", Icon::None, Buttons::YesNo);
+  if (answer == Answer::Yes) WriteParcels(session);
+}
+
+void UnloadToolForms(Session& session) {
+  for (const char* form : kToolForms) session.user.UnloadForm(form);
+}
+
+}  // namespace
+
+void MainFormLoad(Session& session) {
+  session.ToolMode = 2;
+  session.user.Status(1, kStatusStart);
+  session.user.Status(2, "");
+  session.user.Status(3, "");
+  session.config = ReadConfig(session.ToolFile("Tessel.cfg"));
+  ApplyToolButtons(session);
+  ApplyViewOptions(session);
+  InitialMenus(session);
+}
+
+bool FileOpen(Session& session) {
+  FileRequest request;
+  request.title = kJobDialogTitle;
+  request.filter = kJobFilter;
+  request.initialFolder = session.JobFolder.empty() ? RecallFolder(session) : session.JobFolder;
+  const auto choice = session.user.ChooseFile(request);
+  if (!choice) {
+    session.user.SetPointer(Pointer::Default);
+    return false;
+  }
+  OpenJob(session, choice->fileName, choice->fileTitle);
+  return true;
+}
+
+void OpenJob(Session& session, const std::string& fileName, const std::string& fileTitle) {
+  session.user.SetPointer(Pointer::Hourglass);
+  Step(session, [&] {
+    OpenIdentity(session, fileName, fileTitle);
+  });
+  // The job dialog leaves the current folder at the job's folder.
+  session.CurrentFolder = session.JobFolder;
+  EnableJobMenus(session);
+  Step(session, [&] { WriteSupportFiles(session); });
+  LoadDatasets(session);
+  if (!session.DatasetExists(".COR") && !session.DatasetExists(".lsa")) {
+    session.user.Message("graphics are not yet available", Icon::Information);
+  }
+  session.user.Status(1, "Preparing for display");
+  Step(session, [&] { FirstDrawing(session); });
+  session.user.SetPointer(Pointer::Default);
+  session.user.Status(1, session.JobName);
+}
+
+void ToolbarOpen(Session& session) {
+  if (JobGuard(session)) {
+    const Answer answer =
+        session.user.Message("Close current job and open new one?", Icon::Question, Buttons::OkCancel, "Open Project");
+    if (answer != Answer::Ok) return;
+    FileClose(session);
+  }
+  FileOpen(session);
+}
+
+LoadCase LoadDatasets(Session& session) {
+  const bool hasCor = session.DatasetExists(".COR");
+  const bool hasLsa = session.DatasetExists(".LSA");
+  if (hasLsa && !hasCor) {
+    Step(session, [&] { ReadLsaPoints(session); });
+    if (session.points.PointCount() > 0) session.user.Message("Viewing LSA coordinates", Icon::Information);
+    Step(session, [&] { ReadControl(session); });
+    Step(session, [&] { ReadLsaLines(session); });
+    if (session.DatasetExists(".sid")) Step(session, [&] { ReadSurveys(session); });
+    if (session.DatasetExists(".raw")) Step(session, [&] { ReadRaw(session); });
+    return LoadCase::LsaOnly;
+  }
+  Step(session, [&] { ReadCor(session); });
+  if (hasLsa) {
+    Step(session, [&] { ReadControl(session); });
+    Step(session, [&] { ReadLsaLines(session); });
+    Step(session, [&] { ReadNotes(session); });
+  } else {
+    session.user.Message("LSA file not found", Icon::Information);
+  }
+  if (session.config.chkLXN == 1) Step(session, [&] { ReadLxn(session); });
+  if (session.DatasetExists(".sid")) Step(session, [&] { ReadSurveys(session); });
+  if (session.DatasetExists(".raw")) Step(session, [&] { ReadRaw(session); });
+  if (session.DatasetExists(".crp")) Step(session, [&] { ReadRawPolygons(session); });
+  if (session.DatasetExists(".iid")) Step(session, [&] { ReadParcels(session); });
+  return LoadCase::Full;
+}
+
+void ClearStores(Session& session) {
+  session.points.Clear();
+  session.control.Clear();
+  session.lsa.Clear();
+  session.lxn.Clear();
+  session.raw.Clear();
+  session.surveys.Clear();
+  session.user.ClearList("frmListSurveys");
+  session.parcels.Clear();
+  session.SelectionCount = 0;
+  session.polygons.Clear();
+}
+
+LoadCase LoadOnly(Session& session) {
+  ClearStores(session);
+  return LoadDatasets(session);
+}
+
+void ReloadJob(Session& session) {
+  session.user.SetPointer(Pointer::Hourglass);
+  session.user.SetTitle("Tessel " + session.JobBase);
+  const LoadCase loaded = LoadOnly(session);
+  if (loaded == LoadCase::Full) {
+    Step(session, [&] {
+      if (!session.display) return;
+      if (session.view.EverSet()) {
+        session.display->RefreshView();
+      } else {
+        session.display->RefreshViewAfterExtents();
+      }
+    });
+  }
+  session.user.Status(1, session.JobName);
+  session.user.SetPointer(Pointer::Default);
+}
+
+void FileClose(Session& session) {
+  AskToSaveParcels(session);
+  UnloadToolForms(session);
+  Step(session, [&] { RememberFolder(session); });
+  session.JobBase.clear();
+  session.JobName.clear();
+  session.user.SetTitle("Tessel");
+  DisableJobMenus(session);
+  for (int panel = 1; panel <= 3; ++panel) session.user.Status(panel, "");
+  if (session.display) session.display->ClearCanvas();
+  ClearStores(session);
+  session.notes.Clear();
+  session.view.Reset();
+  Step(session, [&] { RemoveSupportFiles(session); });
+  session.user.Status(1, kStatusClosed);
+  session.JobFolder.clear();
+}
+
+void FileExit(Session& session) {
+  AskToSaveParcels(session);
+  Step(session, [&] { RememberFolder(session); });
+  UnloadToolForms(session);
+  session.user.UnloadForm("frmToolbox");
+  if (session.JobFolder.empty()) return;
+  Step(session, [&] { RemoveSupportFiles(session); });
+  DeleteAnyCase(session.JobFile("temp.bat"));
+  DeleteAnyCase(session.JobFile("t1$.001"));
+}
+
+}  // namespace tessel

@@ -1,0 +1,47 @@
+#pragma once
+// From program start to the first drawing, from File Open to the drawing of a job, and from
+// Close or Exit back to the empty state: the order of the readers, the messages and status
+// texts, the menus, and the files written and removed on the way.
+
+#include <string>
+
+#include "model/session.h"
+
+namespace tessel {
+
+inline constexpr const char* kStatusStart = "Open a job or create a new one";
+inline constexpr const char* kStatusClosed = "Open a project or start a new one";
+inline constexpr const char* kJobFilter = "Project Definition files|*.def";
+inline constexpr const char* kJobDialogTitle = "Select a job to view";
+
+enum class LoadCase {
+  LsaOnly,  // .LSA without .COR: points from .LSA, nothing but the network and records
+  Full,     // everything else
+};
+
+// The main form's load: tool mode, status texts, Tessel.cfg, tool buttons, View options, menus.
+void MainFormLoad(Session& session);
+
+// File Open: the job dialog, then OpenJob. Returns false when the dialog was cancelled.
+bool FileOpen(Session& session);
+// File Open from the chosen .def on: identity, menus, support files, datasets, first drawing.
+void OpenJob(Session& session, const std::string& fileName, const std::string& fileTitle);
+// The toolbar's Open: with a job open, asks first and closes it.
+void ToolbarOpen(Session& session);
+
+// The readers in the order of the case table, each in its own step.
+LoadCase LoadDatasets(Session& session);
+// Empties every store the load fills.
+void ClearStores(Session& session);
+// Reload Current: clear, load, redraw in the present view.
+void ReloadJob(Session& session);
+// The same clearing and loading without the title and without drawing.
+LoadCase LoadOnly(Session& session);
+
+// Close: asks about unsaved parcel edits, writes Tessel.hst, empties the stores and removes the
+// support files from the job folder.
+void FileClose(Session& session);
+// Exit: the same file effects, then the program ends (the caller quits).
+void FileExit(Session& session);
+
+}  // namespace tessel

@@ -1,0 +1,81 @@
+#pragma once
+// One running Tessel: the open job's identity, every store, the view and tool state, the
+// configuration and the ports. Passed by reference; a test builds as many as it likes.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/note_lines.h"
+#include "model/config.h"
+#include "model/control_store.h"
+#include "model/display.h"
+#include "model/line_stores.h"
+#include "model/point_store.h"
+#include "model/selection.h"
+#include "model/ports.h"
+#include "model/view_state.h"
+#include "model/parcel_store.h"
+#include "model/survey_store.h"
+
+namespace tessel {
+
+struct Session {
+  Session(UserPort& userPort, CanvasPort& canvasPort, ProcessPort& processPort)
+      : user(userPort), canvas(canvasPort), processes(processPort) {}
+
+  UserPort& user;
+  CanvasPort& canvas;
+  ProcessPort& processes;
+  // The viewer, once attached; without it the load paints nothing.
+  Display* display = nullptr;
+
+  // Folder of the program, of Tessel.cfg and Tessel.hst and of the suite's tools; no separator
+  // at its end.
+  std::string ToolFolder;
+  // The current folder, in which tools run and relative names are found; the job dialog leaves
+  // it at the job's folder.
+  std::string CurrentFolder;
+
+  // The open job; all empty when none is open.
+  std::string JobBase;
+  std::string JobFolder;
+  std::string JobName;
+  // The copies kept for the region functions, taken at every open.
+  std::string RegionJobFolder;
+  std::string RegionJobName;
+
+  Config config;
+
+  PointStore points;
+  ControlStore control;
+  JobExtents extents;
+  float UnitsPerChain = 0.0f;
+  LsaLineStore lsa;
+  LxnLineStore lxn;
+  RawLineStore raw;
+  NoteLineStore notes;
+  SurveyStore surveys;
+  ParcelStore parcels;
+  RawPolygonStore polygons;
+
+  ViewState view;
+  ViewChecks checks;
+  std::int16_t ToolMode = 0;
+  // One counter for all pick tools.
+  std::int16_t SelectionCount = 0;
+  Selection selection;
+
+  // A dataset of the job: JobBase followed by the extension, found in whatever case it exists.
+  std::string DatasetPath(std::string_view extension) const;
+  bool DatasetExists(std::string_view extension) const;
+  // A scratch or support file in the job's folder.
+  std::string JobFile(std::string_view name) const;
+  // A file in the program's folder.
+  std::string ToolFile(std::string_view name) const;
+  // True when the job's folder is the program's own folder.
+  bool JobInToolFolder() const;
+};
+
+}  // namespace tessel

@@ -1,0 +1,86 @@
+#include "model/text_file.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "model/fault.h"
+
+namespace tessel {
+
+bool ReadFileBytes(const std::string& path, std::string& out) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return false;
+  in.seekg(0, std::ios::end);
+  const auto size = in.tellg();
+  if (size < 0) return false;
+  out.resize(static_cast<std::size_t>(size));
+  in.seekg(0, std::ios::beg);
+  in.read(out.data(), size);
+  return static_cast<bool>(in) || in.eof();
+}
+
+namespace {
+constexpr std::size_t kChunk = 1 << 16;
+}
+
+LineReader::LineReader(const std::string& path) {
+  std::FILE* f = path.empty() ? nullptr : std::fopen(path.c_str(), "rb");
+  if (!f) throw RuntimeFault(FaultKind::FileNotFound, "File not found: " + path);
+  file_.reset(f);
+}
+
+LineReader LineReader::FromText(std::string text) {
+  LineReader reader;
+  reader.buffer_ = std::move(text);
+  return reader;
+}
+
+bool LineReader::Fill() {
+  if (!file_) return false;
+  // Keep the unread part and append the next chunk behind it.
+  buffer_.erase(0, pos_);
+  pos_ = 0;
+  const std::size_t kept = buffer_.size();
+  buffer_.resize(kept + kChunk);
+  const std::size_t got = std::fread(buffer_.data() + kept, 1, kChunk, file_.get());
+  buffer_.resize(kept + got);
+  if (got == 0) file_.reset();
+  return got > 0;
+}
+
+bool LineReader::Eof() { return pos_ >= buffer_.size() && !Fill(); }
+
+void LineReader::ReadLine(std::string& line) {
+  if (Eof()) throw RuntimeFault(FaultKind::ReadPastEnd, "Input past end of file");
+  std::size_t newline;
+  while ((newline = buffer_.find('\n', pos_)) == std::string::npos && Fill()) {
+  }
+  const std::size_t stop = newline == std::string::npos ? buffer_.size() : newline;
+  line.assign(buffer_, pos_, stop - pos_);
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  pos_ = newline == std::string::npos ? buffer_.size() : newline + 1;
+}
+
+std::string LineReader::ReadLine() {
+  std::string line;
+  ReadLine(line);
+  return line;
+}
+
+void WriteFileBytes(const std::string& path, std::string_view bytes) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  if (!out) throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + path);
+  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  if (!out) throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + path);
+}
+
+std::string JoinCrLf(const std::vector<std::string>& lines) {
+  std::string out;
+  for (const auto& line : lines) {
+    out += line;
+    out += "\r\n";
+  }
+  return out;
+}
+
+}  // namespace tessel
