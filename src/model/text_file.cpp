@@ -1,9 +1,14 @@
 #include "model/text_file.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "model/fault.h"
+
+#ifndef _WIN32
+#include <unistd.h>
+#endif
 
 namespace tessel {
 
@@ -67,11 +72,40 @@ std::string LineReader::ReadLine() {
   return line;
 }
 
+namespace {
+
+[[noreturn]] void WriteFailed(const std::string& path) {
+  throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + path);
+}
+
+// The temporary beside the file, so that the rename stays on one file system.
+std::string TemporaryBeside(const std::string& path) {
+  const std::filesystem::path target(path);
+  std::string name = "~";
+  name += target.filename().string();
+  name += ".tmp";
+  return (target.parent_path() / name).string();
+}
+
+}  // namespace
+
 void WriteFileBytes(const std::string& path, std::string_view bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (!out) throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + path);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (!out) throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + path);
+  if (path.empty()) WriteFailed(path);
+  const std::string temporary = TemporaryBeside(path);
+  std::FILE* f = std::fopen(temporary.c_str(), "wb");
+  if (!f) WriteFailed(path);
+  bool written = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size() && std::fflush(f) == 0;
+#ifndef _WIN32
+  written = written && ::fsync(::fileno(f)) == 0;
+#endif
+  // A full disk may only show at the close.
+  written = std::fclose(f) == 0 && written;
+  std::error_code error;
+  if (written) std::filesystem::rename(temporary, path, error);
+  if (!written || error) {
+    std::filesystem::remove(temporary, error);
+    WriteFailed(path);
+  }
 }
 
 std::string JoinCrLf(const std::vector<std::string>& lines) {

@@ -41,7 +41,9 @@ class LineReader {
 
 // Whole-file helpers. ReadFileBytes returns false when the file cannot be read.
 bool ReadFileBytes(const std::string& path, std::string& out);
-// Replaces the file; a file that cannot be written is a file-access fault.
+// Replaces the file whole or not at all: the bytes go to a temporary file in the same folder,
+// which is flushed, closed and checked at every step before it is renamed over the file. Any
+// failure leaves the file as it was and is a file-access fault naming it.
 void WriteFileBytes(const std::string& path, std::string_view bytes);
 // Joins lines with CR LF, each line ended, as the suite's tools expect.
 std::string JoinCrLf(const std::vector<std::string>& lines);
