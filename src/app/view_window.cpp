@@ -13,6 +13,7 @@
 #include <QPrintDialog>
 #include <QStatusBar>
 
+#include "app/subsystem_forms.h"
 #include "job/ui/config_dialog.h"
 #include "viewer/ui/reset_view_form.h"
 #include "job/ui/job_forms.h"
@@ -52,6 +53,7 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   new ToolboxForm(*session_, this);
   new Wizard2Form(this);
   BuildMenus();
+  InstallSubsystemForms(*this, *session_);
   BuildPopup();
   BuildToolBar();
 

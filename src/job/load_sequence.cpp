@@ -105,6 +105,7 @@ void ToolbarOpen(Session& session) {
 }
 
 LoadCase LoadDatasets(Session& session) {
+  session.reloadJob = &ReloadJob;
   const bool hasCor = session.DatasetExists(".COR");
   const bool hasLsa = session.DatasetExists(".LSA");
   if (hasLsa && !hasCor) {

@@ -30,6 +30,9 @@ struct Session {
   ProcessPort& processes;
   // The viewer, once attached; without it the load paints nothing.
   Display* display = nullptr;
+  // The job's reload (File > Reload Current), set by the load sequence so that the layers below
+  // it can reread the job after rewriting its files; see ReloadJobFiles.
+  void (*reloadJob)(Session&) = nullptr;
 
   // Folder of the program, of Tessel.cfg and Tessel.hst and of the suite's tools; no separator
   // at its end.
@@ -77,5 +80,10 @@ struct Session {
   // True when the job's folder is the program's own folder.
   bool JobInToolFolder() const;
 };
+
+// Rereads the open job through the load sequence, when one is attached.
+inline void ReloadJobFiles(Session& session) {
+  if (session.reloadJob) session.reloadJob(session);
+}
 
 }  // namespace tessel
