@@ -303,12 +303,12 @@ void ViewWindow::BuildToolBar() {
     connect(mode, &QAction::triggered, this, [&s, mode, name] {
       mode->setChecked(!mode->isChecked());
       if (name == "Select") ToolbarSelect(s);
-      if (name == "Centroid") SetToolMode(s, 4);
-      if (name == "Zoom") SetToolMode(s, 2);
+      if (name == "Centroid") SetToolMode(s, ToolMode::PickParcels);
+      if (name == "Zoom") SetToolMode(s, ToolMode::ZoomPan);
     });
   }
   connect(AddKey("CRPO", QStringLiteral("Polygons"), QStringLiteral("Edit raw polygons")), &QAction::triggered, this,
-          [&s] { SetToolMode(s, 5); });
+          [&s] { SetToolMode(s, ToolMode::PickPolygons); });
   connect(AddKey("sid", QStringLiteral("Lines"), QStringLiteral("Select record lines")), &QAction::triggered, this,
           [&s] { ToolbarLines(s); });
   AddKey("Chain", QStringLiteral("Chain"), QStringLiteral("Chain"));

@@ -51,7 +51,7 @@ void UnloadToolForms(Session& session) {
 }  // namespace
 
 void MainFormLoad(Session& session) {
-  session.ToolMode = 2;
+  session.ToolMode = ToolMode::ZoomPan;
   session.user.Status(1, kStatusStart);
   session.user.Status(2, "");
   session.user.Status(3, "");

@@ -14,6 +14,7 @@
 #include "model/line_stores.h"
 #include "model/point_store.h"
 #include "model/selection.h"
+#include "model/tool_mode.h"
 #include "model/ports.h"
 #include "model/view_state.h"
 #include "model/parcel_store.h"
@@ -65,7 +66,7 @@ struct Session {
 
   ViewState view;
   ViewChecks checks;
-  std::int16_t ToolMode = 0;
+  tessel::ToolMode ToolMode = tessel::ToolMode::None;
   // One counter for all pick tools.
   std::int16_t SelectionCount = 0;
   Selection selection;

@@ -171,7 +171,7 @@ void MoveParcelLocation(Session& session, double x, double y) {
       const std::string vBlanks = blanks(east, v);
       out.push_back(" PARCEL N,E" + wBlanks + north + vBlanks + east + "  (Tessel moved)");
     });
-    session.ToolMode = 4;
+    session.ToolMode = ToolMode::PickParcels;
     session.SelectionCount = 0;
     sel.ParcelList.clear();
     session.user.ListChanged("frmTesting");

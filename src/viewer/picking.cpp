@@ -8,7 +8,7 @@
 #include "model/text.h"
 #include "parcels/parcel_file.h"
 #include "viewer/drawing.h"
-#include "viewer/tool_modes.h"
+#include "viewer/tool_switch.h"
 #include "viewer/view_transform.h"
 
 namespace tessel {
@@ -263,17 +263,17 @@ void PickMouseUp(Session& s, bool left, bool shift, float x0, float y0, float x,
   const bool armed = s.view.ZoomWindowArmed != 0;
   const Corners corners(x0, y0, x, y);
   switch (s.ToolMode) {
-    case 1:
+    case ToolMode::PickPoints:
       if (!armed) PickPointsByClick(s, hw, left, x, y);
       else PickPointsByWindow(s, left, corners);
       break;
-    case 4:
+    case ToolMode::PickParcels:
       if (!armed) PickParcelsByClick(s, hw, left, x, y);
       else PickParcelsByWindow(s, left, corners);
       if (!left) s.user.ShowPopup("mnuPopupParcel", {}, {});
       break;
-    case 5: PickPolygons(s, hw, left, x, y); break;
-    case 6:
+    case ToolMode::PickPolygons: PickPolygons(s, hw, left, x, y); break;
+    case ToolMode::PickLines:
       if (!left) {
         s.user.ShowPopup("mnuPopupline", {}, {});
         s.user.SetPointer(Pointer::Arrow);
@@ -284,7 +284,7 @@ void PickMouseUp(Session& s, bool left, bool shift, float x0, float y0, float x,
         PickLinesByWindow(s, corners);
       }
       break;
-    case 7:
+    case ToolMode::MoveParcel:
       if (shift && !s.checks.mnuViewCama) StepOver([&] { MoveParcelLocation(s, x, y); });
       break;
     default: break;
@@ -317,7 +317,7 @@ void RemapSelectedPoints(Session& s) {
 void PointsClear(Session& s) {
   s.selection.PointList.clear();
   s.user.ListChanged(kPointsForm);
-  s.ToolMode = 1;
+  s.ToolMode = ToolMode::PickPoints;
   Redraw(s);
   s.user.Status(2, "");
 }
@@ -351,7 +351,7 @@ void PointsClicked(Session& s, int index) {
 void PointsClosed(Session& s) {
   s.selection.PointList.clear();
   s.user.ListChanged(kPointsForm);
-  SetToolMode(s, 2);
+  SetToolMode(s, ToolMode::ZoomPan);
   Redraw(s);
 }
 
@@ -381,7 +381,7 @@ void ParcelsClearAll(Session& s) {
   s.user.ListChanged(kParcelsForm);
   s.user.SetEnabled("frmTesting/cmdRemoveItem", false);
   s.user.SetEnabled("frmTesting/cmdClearAll", false);
-  s.ToolMode = 4;
+  s.ToolMode = ToolMode::PickParcels;
   Redraw(s);
 }
 
@@ -417,7 +417,7 @@ void MoveCentroidCommand(Session& s) {
     s.user.Message("No parcel selected");
     return;
   }
-  s.ToolMode = 7;
+  s.ToolMode = ToolMode::MoveParcel;
   s.user.SetPointer(Pointer::Crosshair);
   s.user.Status(1, "Hold shift and click new");
 }
@@ -432,7 +432,7 @@ void PopupParcelCancel(Session& s) {
 }
 
 void PopupParcelPanZoom(Session& s) {
-  s.ToolMode = 2;
+  s.ToolMode = ToolMode::ZoomPan;
   s.user.Status(1, "Pan/Zoom");
   s.user.Status(2, "");
   s.user.SetChecked("Select", false);
@@ -441,12 +441,12 @@ void PopupParcelPanZoom(Session& s) {
 }
 
 void ToolbarSelect(Session& s) {
-  SetToolMode(s, 1);
+  SetToolMode(s, ToolMode::PickPoints);
   s.user.ShowForm(kPointsForm);
 }
 
 void ToolbarLines(Session& s) {
-  SetToolMode(s, 6);
+  SetToolMode(s, ToolMode::PickLines);
   s.user.ShowForm(kLinesForm);
 }
 

@@ -9,29 +9,12 @@
 #include "parcels/raw_polygons.h"
 #include "viewer/drawing.h"
 #include "viewer/picking.h"
+#include "viewer/tool_switch.h"
 #include "viewer/view_transform.h"
 
 namespace tessel {
 
 namespace {
-
-const char* ModeText(int mode) {
-  switch (mode) {
-    case 1: return "Select a point to display coordinates";
-    case 2: return kStatusZoomPan;
-    case 4: return "Select Parcel(s) for editing";
-    case 5: return "Edit Raw Polygons";
-    case 6: return "Select line(s)";
-    default: return "";
-  }
-}
-
-// The exclusive toolbar buttons: each mode that has one pushes it and raises the other two.
-void PushModeButton(Session& s, int mode) {
-  s.user.SetChecked("Select", mode == 1);
-  s.user.SetChecked("Centroid", mode == 4);
-  s.user.SetChecked("Zoom", mode == 2);
-}
 
 // The rubber band from the drag's start to (x, y): a dotted rectangle while a zoom window is
 // armed, otherwise a dotted line; drawn inverted so that drawing it again rubs it out.
@@ -58,39 +41,32 @@ void SetDrag(DragState& d, float x, float y) {
 }
 
 // The toolbar's zoom keys first switch to the zoom tool.
-void ToolbarZoomTool(Session& s) { SetToolMode(s, 2); }
+void ToolbarZoomTool(Session& s) { SetToolMode(s, ToolMode::ZoomPan); }
 
 }  // namespace
 
-void SetToolMode(Session& s, int mode) {
-  s.ToolMode = static_cast<std::int16_t>(mode);
-  s.user.Status(1, ModeText(mode));
-  for (int panel = 2; panel <= 4; ++panel) s.user.Status(panel, "");
-  PushModeButton(s, mode);
-}
-
 void CanvasMouseDown(Session& s, DragState& d, MouseButton button, float x, float y) {
-  if (s.ToolMode == 9) return;
-  d.PanDragging = s.ToolMode == 2 ? -1 : 0;
+  if (s.ToolMode == ToolMode::Locked) return;
+  d.PanDragging = s.ToolMode == ToolMode::ZoomPan ? -1 : 0;
   if (button == MouseButton::Right) {
-    if (s.ToolMode == 2) {
+    if (s.ToolMode == ToolMode::ZoomPan) {
       s.user.ShowPopup("mnuPopup", {"mnuPopupCancel", "mnuPopupZE", "mnuPopupZoomOut", "mnuPopupZoomP"},
                        {"mnuPopupHelp", "mnuPopupOther", "mnuPopupEditCRPO"});
-    } else if (s.ToolMode == 1) {
+    } else if (s.ToolMode == ToolMode::PickPoints) {
       // A right click leaves point picking.
-      PushModeButton(s, 2);
-      s.ToolMode = 2;
-    } else if (s.ToolMode == 4) {
+      PushModeButton(s, ToolMode::ZoomPan);
+      s.ToolMode = ToolMode::ZoomPan;
+    } else if (s.ToolMode == ToolMode::PickParcels) {
       d.PanDragging = 0;
     }
     return;
   }
-  if (s.ToolMode == 2) PushModeButton(s, 2);
+  if (s.ToolMode == ToolMode::ZoomPan) PushModeButton(s, ToolMode::ZoomPan);
   SetDrag(d, x, y);
 }
 
 void CanvasMouseMove(Session& s, DragState& d, bool buttonDown, float x, float y) {
-  if (s.ToolMode == 9 || !buttonDown || (d.PanDragging == 0 && s.view.ZoomWindowArmed == 0)) return;
+  if (s.ToolMode == ToolMode::Locked || !buttonDown || (d.PanDragging == 0 && s.view.ZoomWindowArmed == 0)) return;
   s.canvas.SetDrawMode(DrawMode::Invert);
   s.canvas.SetPenStyle(2);
   DrawBand(s, d, d.RubberX, d.RubberY);
@@ -104,7 +80,7 @@ void CanvasMouseMove(Session& s, DragState& d, bool buttonDown, float x, float y
 void CanvasMouseUp(Session& s, DragState& d, MouseButton button, bool shift, float x, float y) {
   d.PanDragging = 0;
   const bool left = button == MouseButton::Left;
-  if (s.ToolMode == 2) {
+  if (s.ToolMode == ToolMode::ZoomPan) {
     if (s.view.ZoomWindowArmed) {
       d.DragX1 = x;
       d.DragY1 = y;
@@ -126,8 +102,8 @@ void CanvasMouseUp(Session& s, DragState& d, MouseButton button, bool shift, flo
 }
 
 void CanvasDoubleClick(Session& s) {
-  if (s.ToolMode == 4 || s.ToolMode == 9) return;
-  if (s.ToolMode == 2) {
+  if (s.ToolMode == ToolMode::PickParcels || s.ToolMode == ToolMode::Locked) return;
+  if (s.ToolMode == ToolMode::ZoomPan) {
     if (!ZoomInGuard(s)) return;
     SavePrevious(s);
     ZoomIn(s);
@@ -186,7 +162,7 @@ void MenuZoomPrevious(Session& s) {
 }
 
 void PopupCancel(Session& s) {
-  s.ToolMode = 2;
+  s.ToolMode = ToolMode::ZoomPan;
   Redraw(s);
 }
 

@@ -3,6 +3,7 @@
 // arrive in world coordinates of single precision.
 
 #include "model/session.h"
+#include "viewer/tool_switch.h"
 
 namespace tessel {
 
@@ -15,11 +16,6 @@ struct DragState {
   int PanDragging = 0;  // 0 or -1
 };
 
-inline constexpr const char* kStatusZoomPan = "Zoom / Pan";
-
-// A toolbar mode key: the tool, its panel 1 text, panels 2 to 4 emptied, and the three exclusive
-// buttons Select, Centroid and Zoom pushed or raised to match.
-void SetToolMode(Session& session, int mode);
 
 void CanvasMouseDown(Session& session, DragState& drag, MouseButton button, float x, float y);
 // `buttonDown` tells whether any button is held.

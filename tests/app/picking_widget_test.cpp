@@ -45,7 +45,7 @@ class PickingWidgetTest : public QObject {
     Trigger("Select");
     QWidget* form = w.findChild<QWidget*>(QStringLiteral("frmSelectedPoints"));
     QVERIFY(form->isVisible());
-    QCOMPARE(w.session().ToolMode, 1);
+    QCOMPARE(w.session().ToolMode, ToolMode::PickPoints);
 
     const int point = 100;
     Click(Pixel(w.session().points.PointX(point), w.session().points.PointY(point)));
@@ -64,7 +64,7 @@ class PickingWidgetTest : public QObject {
 
     // Closing the list returns to the zoom tool and remembers the window's place.
     form->close();
-    QCOMPARE(w.session().ToolMode, 2);
+    QCOMPARE(w.session().ToolMode, ToolMode::ZoomPan);
     QFile places(tools_->filePath(QStringLiteral("ts$002.cfg")));
     QVERIFY(places.open(QIODevice::ReadOnly));
     QVERIFY(places.readAll().startsWith("frmSelectedPoints,"));
@@ -74,7 +74,7 @@ class PickingWidgetTest : public QObject {
     ViewWindow& w = *window_;
     w.findChild<QAction*>(QStringLiteral("mnuOptionsParcel"))->trigger();
     Trigger("Centroid");
-    QCOMPARE(w.session().ToolMode, 4);
+    QCOMPARE(w.session().ToolMode, ToolMode::PickParcels);
     const ParcelStore& parcels = w.session().parcels;
     Click(Pixel(parcels.ParcelX.get(1), parcels.ParcelY.get(1)));
     QVERIFY(!w.session().selection.ParcelList.empty());

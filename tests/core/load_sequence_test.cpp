@@ -85,7 +85,7 @@ TEST_F(LoadSequence, MainFormLoadSetsStatusToolButtonsViewAndMenus) {
   config.chkLinesLSA = 2;  // only 1 counts as on
   WriteConfig((toolPath / "Tessel.cfg").string(), config);
   MainFormLoad(session);
-  EXPECT_EQ(session.ToolMode, 2);
+  EXPECT_EQ(session.ToolMode, ToolMode::ZoomPan);
   EXPECT_EQ(user.status, (std::map<int, Strings>{{1, {"Open a job or create a new one"}}, {2, {""}}, {3, {""}}}));
   EXPECT_EQ(user.toolButtons, (std::map<int, std::string>{{1, "Run X"}}));
   EXPECT_TRUE(user.checked["Raw"] && user.checked["mnuViewLinesRaw"]);

@@ -88,7 +88,7 @@ class Picking : public JobFixture {
     s.view.ZoomWindowArmed = -1;
     CanvasMouseDown(s, drag, kLeft, x0, y0);
     CanvasMouseUp(s, drag, kLeft, false, x1, y1);
-    EXPECT_EQ(s.view.ZoomWindowArmed, 0) << "tool " << s.ToolMode;
+    EXPECT_EQ(s.view.ZoomWindowArmed, 0) << "tool " << static_cast<int>(s.ToolMode);
   }
   // Job T1N2E open, with its .IID written and read.
   void Load(const Strings& lines) {
@@ -178,7 +178,7 @@ TEST_F(PickLines, TheDifferenceOfTheSquaresRanksAndANegativeRootKeepsThePrevious
 TEST_F(PickLines, ATieKeepsTheEarlierLineAndItsDirection) {
   Points({{"100100", 0.0, 0.0}, {"100200", 10.0, 20.0}});
   Lines({{"100200", "100100"}, {"100100", "100200"}});
-  s.ToolMode = 6;
+  s.ToolMode = ToolMode::PickLines;
   Click(kLeft, 4.0f, 10.0f);
   EXPECT_EQ(sel.LineList, Strings{"100200 100100 100.00 1 45.0000 S1"});
 }
@@ -210,7 +210,7 @@ TEST_F(Picking, WindowsTakeWhatLiesStrictlyInsideInEveryToolAndDragDirection) {
     SCOPED_TRACE(::testing::Message() << "from " << x0 << "," << y0);
     ParcelsClearAll(s);  // back to the parcel tool, which needs no display mark for a window
     EXPECT_EQ(Mapped(sel.SelectedParcels, 2), (Ints{0, 0}));
-    EXPECT_EQ(s.ToolMode, 4);
+    EXPECT_EQ(s.ToolMode, ToolMode::PickParcels);
     Drag(x0, y0, x1, y1);
     EXPECT_EQ(sel.ParcelList, (Strings{"Sec_001 A", "Sec_004 D"}));
     PointsClear(s);  // back to point picking
@@ -239,12 +239,12 @@ TEST_F(Picking, OneSelectionCounterServesPointsParcelsAndPolygons) {
   ToolbarSelect(s);
   Click(kLeft, 1000.0f, 1000.0f);
   Click(kLeft, 2000.0f, 1000.0f);
-  SetToolMode(s, 4);
+  SetToolMode(s, ToolMode::PickParcels);
   ClickEach({3000.0f, 4000.0f});  // the second 150 off: outside the parcel window
   EXPECT_EQ(sel.ParcelList.size(), 1u);
   EXPECT_EQ(sel.SelectedParcels.get(2), 1);  // at the counter's place, not the list's
   EXPECT_EQ(user.statusNow[2], "3 Parcel(s) Selected");
-  SetToolMode(s, 5);
+  SetToolMode(s, ToolMode::PickPolygons);
   Click(kLeft, 4000.0f, 4000.0f);  // 150 off: inside the polygon window
   EXPECT_EQ(sel.SelectedPolygons.get(3), 1);
   EXPECT_EQ(user.statusNow[2], "4 Polygons Selected");
@@ -301,7 +301,7 @@ TEST_F(Picking, ParcelLocationCommandsWorkOnlyOnOneLocation) {
   const std::vector<bool> on(3, true), off(3, false);
   Parcels({{"Sec_001 A", 1000.0, 1000.0}, {"Sec_002 B", 1000.0, 1000.0}, {"Sec_003 C", 3000.0, 1000.0},
            {"Sec_004 D", 1000.0, 3000.0}});
-  s.ToolMode = 4;
+  s.ToolMode = ToolMode::PickParcels;
   Click(kLeft, 1000.0f, 1000.0f);  // no parcel display mark: nothing is picked
   EXPECT_TRUE(sel.ParcelList.empty());
   s.checks.mnuOptionsParcelBrief = true;
@@ -323,7 +323,7 @@ TEST_F(Picking, ParcelLocationCommandsWorkOnlyOnOneLocation) {
 TEST_F(SelectionLists, ParcelRemoveItemClosesTheGapAndCountsPolygons) {
   Parcels({{"Sec_001 A", 100.0, 100.0}, {"Sec_002 B", 300.0, 300.0}, {"Sec_003 C", 500.0, 500.0}});
   s.checks.mnuOptionsParcel = true;
-  s.ToolMode = 4;
+  s.ToolMode = ToolMode::PickParcels;
   ClickEach({100.0f, 300.0f, 500.0f});
   ParcelsRemoveItem(s, 1);
   EXPECT_EQ(sel.ParcelList, (Strings{"Sec_001 A", "Sec_003 C"}));
@@ -356,7 +356,7 @@ TEST_F(SelectionLists, PointRemoveItemRemapsAndClosingLeavesTheTool) {
   Click(kLeft, 300.0f, 300.0f);
   PointsClosed(s);  // closing the window leaves point picking for the zoom tool
   EXPECT_TRUE(sel.PointList.empty());
-  EXPECT_EQ(s.ToolMode, 2);
+  EXPECT_EQ(s.ToolMode, ToolMode::ZoomPan);
 }
 
 TEST_F(SelectionLists, RemoveLineNeedsAnEntryAndCountsDownToZero) {
@@ -390,13 +390,13 @@ TEST_F(ParcelLocationMove, AShiftClickRewritesTheSelectionsLocationLinesAndKeeps
                             Location("5000.000", "6000.000") + "   old note"};
   Load(original);
   s.checks.mnuOptionsParcel = true;
-  s.ToolMode = 4;
+  s.ToolMode = ToolMode::PickParcels;
   MoveCentroidCommand(s);
   EXPECT_EQ(user.MessageTexts(), Strings{"No parcel selected"});
   Click(kLeft, 2000.0f, 1000.0f);
   Click(kLeft, 6000.0f, 5000.0f);
   MoveCentroidCommand(s);
-  ASSERT_EQ(s.ToolMode, 7);
+  ASSERT_EQ(s.ToolMode, ToolMode::MoveParcel);
   Click(kLeft, 1234567.25f, 123456.125f);  // without shift: nothing
   EXPECT_FALSE(JobHas("T1N2E.iib"));
   Click(kLeft, 1234567.25f, 123456.125f, true);
