@@ -54,14 +54,15 @@ bool PrepareBatch(QProcess& process, const QString& batchFile, const std::string
   return true;
 }
 
-// A command line is the program followed by its arguments, split at blanks (a plain tool
-// command has no quotes, so a folder with blanks in it breaks it, as it always has). The tool
-// inherits the program's standard handles. False when there is nothing to start.
-bool Prepare(QProcess& process, const std::string& commandLine, const std::string& folder) {
-  QStringList parts = QProcess::splitCommand(Local(commandLine));
-  if (parts.isEmpty()) return false;
-  process.setProgram(parts.takeFirst());
-  process.setArguments(parts);
+// The program and its arguments go to the process as they are, each whole: a folder or a file
+// name with blanks or quotes in it stays one. The tool inherits the program's standard handles.
+// False when there is nothing to start.
+bool Prepare(QProcess& process, const Launch& launch, const std::string& folder) {
+  if (launch.program.empty()) return false;
+  process.setProgram(Local(launch.program));
+  QStringList arguments;
+  for (const std::string& argument : launch.arguments) arguments << Local(argument);
+  process.setArguments(arguments);
   if (!folder.empty()) process.setWorkingDirectory(Local(folder));
   process.setProcessChannelMode(QProcess::ForwardedChannels);
   process.setInputChannelMode(QProcess::ForwardedInputChannel);
@@ -69,10 +70,9 @@ bool Prepare(QProcess& process, const std::string& commandLine, const std::strin
 }
 
 // The blocking forms: a batch file of the scripted form, or a tool.
-bool PrepareBlocking(QProcess& process, const std::string& commandLine, const std::string& folder) {
-  const QStringList parts = QProcess::splitCommand(Local(commandLine));
-  if (!parts.isEmpty() && NamesBatchFile(parts.front())) return PrepareBatch(process, parts.front(), folder);
-  return Prepare(process, commandLine, folder);
+bool PrepareBlocking(QProcess& process, const Launch& launch, const std::string& folder) {
+  if (NamesBatchFile(Local(launch.program))) return PrepareBatch(process, Local(launch.program), folder);
+  return Prepare(process, launch, folder);
 }
 
 int Wait(QProcess& process) {
@@ -83,24 +83,24 @@ int Wait(QProcess& process) {
 
 }  // namespace
 
-void QtProcessPort::Run(const std::string& commandLine, const std::string& folder) {
+void QtProcessPort::Run(const Launch& launch, const std::string& folder) {
   QProcess process;
-  if (!PrepareBlocking(process, commandLine, folder)) return;
+  if (!PrepareBlocking(process, launch, folder)) return;
   process.start();
   Wait(process);
 }
 
-int QtProcessPort::RunCode(const std::string& commandLine, const std::string& folder, ShowMode) {
+int QtProcessPort::RunCode(const Launch& launch, const std::string& folder, ShowMode) {
   QProcess process;
-  if (!PrepareBlocking(process, commandLine, folder)) return -1;
+  if (!PrepareBlocking(process, launch, folder)) return -1;
   process.start();
   return Wait(process);
 }
 
-void QtProcessPort::Watch(const std::string& commandLine, const std::string& folder,
+void QtProcessPort::Watch(const Launch& launch, const std::string& folder,
                           const std::vector<std::string>& lockedEntries) {
   QProcess process;
-  Prepare(process, commandLine, folder);
+  Prepare(process, launch, folder);
   process.start();
   const auto lock = [&](bool enabled) {
     for (const auto& name : lockedEntries) {
@@ -118,9 +118,9 @@ void QtProcessPort::Watch(const std::string& commandLine, const std::string& fol
   lock(true);
 }
 
-void QtProcessPort::Spawn(const std::string& commandLine, const std::string& folder, ShowMode) {
+void QtProcessPort::Spawn(const Launch& launch, const std::string& folder, ShowMode) {
   QProcess process;
-  if (!Prepare(process, commandLine, folder)) return;
+  if (!Prepare(process, launch, folder)) return;
   process.startDetached();
 }
 

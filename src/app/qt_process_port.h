@@ -14,11 +14,10 @@ class QtProcessPort : public ProcessPort {
  public:
   explicit QtProcessPort(QMainWindow& window) : window_(window) {}
 
-  void Run(const std::string& commandLine, const std::string& folder) override;
-  int RunCode(const std::string& commandLine, const std::string& folder, ShowMode mode) override;
-  void Watch(const std::string& commandLine, const std::string& folder,
-             const std::vector<std::string>& lockedEntries) override;
-  void Spawn(const std::string& commandLine, const std::string& folder, ShowMode mode) override;
+  void Run(const Launch& launch, const std::string& folder) override;
+  int RunCode(const Launch& launch, const std::string& folder, ShowMode mode) override;
+  void Watch(const Launch& launch, const std::string& folder, const std::vector<std::string>& lockedEntries) override;
+  void Spawn(const Launch& launch, const std::string& folder, ShowMode mode) override;
 
  private:
   QMainWindow& window_;

@@ -447,8 +447,12 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
 
 void ViewWindow::closeEvent(QCloseEvent* event) {
   if (!exited_) {
+    // Parcel edits that could not be saved keep the program open.
+    if (!FileExit(*session_)) {
+      event->ignore();
+      return;
+    }
     exited_ = true;
-    FileExit(*session_);
   }
   event->accept();
 }

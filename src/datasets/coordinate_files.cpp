@@ -90,9 +90,10 @@ void VerifyLsaPoints(Session& session) {
   }
 }
 
-void ReadLsaPoints(Session& session) {
+bool ReadLsaPoints(Session& session) {
   session.user.Status(1, "Reading LSA Coordinates");
   PointStore& points = session.points;
+  bool ended = false;
   try {
     LineReader lsa(session.DatasetPath(".LSA"));
     PassLsaSections(lsa, 4);
@@ -110,9 +111,11 @@ void ReadLsaPoints(Session& session) {
       i = Add16(i, 1);
       if (Right(line, 1) == "1") break;
     }
+    ended = true;
   } catch (const RuntimeFault&) {
     // Keep what was read.
   }
+  return ended;
 }
 
 void ReadControl(Session& session) {

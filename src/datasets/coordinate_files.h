@@ -14,7 +14,8 @@ void PassLsaSections(class LineReader& lsa, int sections);
 
 void ReadCor(Session& session);
 void VerifyLsaPoints(Session& session);
-void ReadLsaPoints(Session& session);
+// The points of .LSA's last section into the store; true when the section was read to its end.
+bool ReadLsaPoints(Session& session);
 void ReadControl(Session& session);
 
 // The line of one point as the .COR writer puts it; empty when the point is left out because a

@@ -19,11 +19,9 @@ std::string UpToFirstPoint(const std::string& text) { return text.substr(0, text
 void Finish(Session& session) {
   session.RegionJobFolder = session.JobFolder;
   session.RegionJobName = session.JobName;
-  try {
-    WriteFileBytes(session.JobFile("TEMP.JOB"), session.JobName + "\r\n");
-  } catch (const RuntimeFault&) {
-    // A folder that cannot be written still opens; the tools will not find the job.
-  }
+  // A folder that cannot be written still opens; the user learns that the tools will not find
+  // the job.
+  WriteFileOrTell(session.user, session.JobFile("TEMP.JOB"), session.JobName + "\r\n");
   session.user.SetTitle("Tessel " + session.JobBase);
 }
 
@@ -52,7 +50,7 @@ void NewIdentity(Session& session, const std::string& fileName, const std::strin
 
 void RememberFolder(const Session& session) {
   if (session.JobFolder.empty()) return;
-  WriteFileBytes(session.ToolFile("Tessel.hst"), session.JobFolder + "\r\n");
+  WriteFileOrTell(session.user, session.ToolFile("Tessel.hst"), session.JobFolder + "\r\n");
 }
 
 std::string RecallFolder(const Session& session) {

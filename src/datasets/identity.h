@@ -21,7 +21,7 @@ void OpenIdentityUpper(Session& session, const std::string& fileName, const std:
 // The new job wizard: the typed name has no extension, so nothing is cut; all in upper case.
 void NewIdentity(Session& session, const std::string& fileName, const std::string& fileTitle);
 
-// Writes Tessel.hst when a job folder is set.
+// Writes Tessel.hst when a job folder is set; a failure is told, naming the file.
 void RememberFolder(const Session& session);
 // The first folder of the job dialog: the line of Tessel.hst, or ToolFolder.
 std::string RecallFolder(const Session& session);

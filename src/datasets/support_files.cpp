@@ -17,7 +17,11 @@ std::string SupportFileText(const char* name) {
 }
 
 void WriteSupportFiles(Session& session) {
-  for (const char* name : kSupportFiles) WriteFileBytes(session.JobFile(name), SupportFileText(name));
+  // The four stand in one folder: the first that cannot be written is told, and the rest are
+  // not tried.
+  for (const char* name : kSupportFiles) {
+    if (!WriteFileOrTell(session.user, session.JobFile(name), SupportFileText(name))) return;
+  }
 }
 
 void RemoveSupportFiles(Session& session) {

@@ -14,6 +14,7 @@ inline constexpr std::array<const char*, 4> kSupportFiles = {"Nad27.con", "Nad83
 // The text of a support file: its embedded bytes, then a line end.
 std::string SupportFileText(const char* name);
 
+// Writes the four support files into the job folder; the first failure is told, naming the file.
 void WriteSupportFiles(Session& session);
 // Deletes the four from the job folder, unless the job lives in the program's own folder,
 // where the master copies stand.

@@ -9,6 +9,7 @@
 #include "job/load_sequence.h"
 #include "model/paths.h"
 #include "model/text.h"
+#include "model/text_file.h"
 #include "parcels/centroids.h"
 #include "parcels/parcel_file.h"
 #include "parcels/raw_polygons.h"
@@ -43,7 +44,7 @@ void RemoveSideFile(Session& session, const char* name) {
 template <typename F>
 void BlockingRun(Session& session, const CommandRow& row, F&& after) {
   session.user.SetPointer(Pointer::Hourglass);
-  StepOver([&] { session.processes.Run(ToolCommandLine(session, row.tool), session.CurrentFolder); });
+  StepOver([&] { session.processes.Run(ToolLaunch(session, row.tool), session.CurrentFolder); });
   after();
   session.user.SetPointer(Pointer::Default);
 }
@@ -52,7 +53,7 @@ void BlockingRun(Session& session, const CommandRow& row, F&& after) {
 void RunWithSideFiles(Session& session, const CommandRow& row, std::initializer_list<const char*> sideFiles) {
   for (const char* name : sideFiles) CopySideFile(session, name);
   session.user.SetPointer(Pointer::Hourglass);
-  StepOver([&] { session.processes.RunCode(ToolCommandLine(session, row.tool), session.CurrentFolder, ShowMode::Normal); });
+  StepOver([&] { session.processes.RunCode(ToolLaunch(session, row.tool), session.CurrentFolder, ShowMode::Normal); });
   session.user.SetPointer(Pointer::Default);
   for (const char* name : sideFiles) RemoveSideFile(session, name);
 }
@@ -63,8 +64,25 @@ void EditObsFile(Session& session) {
   request.initialFolder = session.CurrentFolder;
   const auto choice = session.user.ChooseFile(request);
   if (!choice) return;
-  const std::string commandLine = PlatformProgram(session.config.EditorPath) + " " + choice->fileName;
-  StepOver([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
+  const Launch editor{PlatformProgram(session.config.EditorPath), {choice->fileName}};
+  StepOver([&] { session.processes.Spawn(editor, session.CurrentFolder, ShowMode::Normal); });
+}
+
+// .COR from the points of .LSA. An .LSA whose points cannot be read through leaves .COR as it
+// was, rather than replace it by whatever the store held before.
+void Lsa2Cor(Session& session) {
+  bool read = false;
+  StepOver([&] { read = ReadLsaPoints(session); });
+  if (!read) {
+    session.user.Message(LsaPointsUnreadText(session.DatasetPath(".LSA"), session.DatasetPath(".COR")),
+                         Icon::Exclamation);
+    return;
+  }
+  try {
+    WriteCorFromStore(session);
+  } catch (const std::exception& fault) {
+    TellFileFault(session.user, fault);
+  }
 }
 
 std::string LowerAscii(std::string_view text) {
@@ -191,6 +209,8 @@ std::string ToolCommandLine(const Session& session, const std::string& tool) {
   return exe;
 }
 
+Launch ToolLaunch(const Session& session, const std::string& tool) { return {ToolCommandLine(session, tool), {}}; }
+
 std::vector<std::string> LockedEntries(const CommandRow& row) {
   switch (row.kind) {
     case K::RecordEditor:
@@ -206,7 +226,7 @@ void RunCommand(Session& session, const CommandRow& row) {
   const std::string& folder = session.CurrentFolder;
   switch (row.kind) {
     case K::Plain:
-      StepOver([&] { session.processes.Spawn(ToolCommandLine(session, row.tool), folder, ShowMode::Normal); });
+      StepOver([&] { session.processes.Spawn(ToolLaunch(session, row.tool), folder, ShowMode::Normal); });
       break;
     case K::LeastSquares:
       // The reload redraws in the present view, so the same window shows the new coordinates.
@@ -249,28 +269,31 @@ void RunCommand(Session& session, const CommandRow& row) {
       break;
     case K::RecordEditor:
       if (!JobGuard(session, kMsgOpenOrCreateJob)) return;
-      StepOver([&] { session.processes.Watch(ToolCommandLine(session, row.tool), folder, LockedEntries(row)); });
+      StepOver([&] { session.processes.Watch(ToolLaunch(session, row.tool), folder, LockedEntries(row)); });
       break;
     case K::SubdivisionEditor:
       session.user.UnloadForm("frmADD");
-      StepOver([&] { session.processes.Watch(ToolCommandLine(session, row.tool), folder, LockedEntries(row)); });
+      StepOver([&] { session.processes.Watch(ToolLaunch(session, row.tool), folder, LockedEntries(row)); });
       break;
     case K::EditObs:
       EditObsFile(session);
       break;
     case K::Lsa2Cor:
-      StepOver([&] { ReadLsaPoints(session); });
-      StepOver([&] { WriteCorFromStore(session); });
+      Lsa2Cor(session);
       break;
     case K::Shell:
       session.CurrentFolder = session.JobFolder;
       StepOver([&] {
-        session.processes.Spawn(PlatformProgram("Command.com"), session.CurrentFolder, ShowMode::Normal);
+        session.processes.Spawn({PlatformProgram("Command.com"), {}}, session.CurrentFolder, ShowMode::Normal);
       });
       break;
     case K::NoAction:
       break;
   }
+}
+
+std::string LsaPointsUnreadText(const std::string& lsaPath, const std::string& corPath) {
+  return "The points of " + lsaPath + " could not be read to their end: " + corPath + " was not written.";
 }
 
 std::string PlatformProgram(const std::string& windowsName) {

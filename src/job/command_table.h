@@ -57,12 +57,17 @@ const CommandRow* FindCommand(const std::string& name);
 // The command line of a tool: ToolFolder, a separator, the name and ".exe", spelled as the file
 // exists in ToolFolder whatever its case (a tool built without ".exe" is found too).
 std::string ToolCommandLine(const Session& session, const std::string& tool);
+// The launch of a tool: that program, no arguments.
+Launch ToolLaunch(const Session& session, const std::string& tool);
 
 // The entries a watched run of the row keeps locked while its tool is alive.
 std::vector<std::string> LockedEntries(const CommandRow& row);
 
 // Runs the row. Faults are stepped over: a missing tool or side file does nothing visible.
 void RunCommand(Session& session, const CommandRow& row);
+
+// What Lsa2Cor tells when the points of .LSA cannot be read to their end.
+std::string LsaPointsUnreadText(const std::string& lsaPath, const std::string& corPath);
 
 // A platform's stand-in for a program the commands name by its Windows name ("Notepad.exe",
 // "Command.com", "MSINFO32.EXE"); the name itself on Windows and for any other program.

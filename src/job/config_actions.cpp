@@ -6,6 +6,7 @@
 #include "job/job_menus.h"
 #include "model/paths.h"
 #include "model/text.h"
+#include "model/text_file.h"
 #include "viewer/view_transform.h"
 
 namespace tessel {
@@ -28,7 +29,9 @@ bool SaveConfig(Session& session, const Config& config) {
   ApplyConfig(session, config);
   try {
     WriteConfig(session.ToolFile(kConfigFileName), session.config);
-  } catch (const RuntimeFault&) {
+  } catch (const RuntimeFault& fault) {
+    // The values still hold until the program ends; the file keeps its former ones.
+    TellFileFault(session.user, fault);
     return false;
   }
   return true;

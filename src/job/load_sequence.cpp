@@ -36,12 +36,13 @@ void FirstDrawing(Session& session) {
   if (session.display) session.display->RefreshViewAfterExtents();
 }
 
-// Close's step 1, shared with Exit.
-void AskToSaveParcels(Session& session) {
-  if (session.parcels.ParcelDirty == 0) return;
+// Close's step 1, shared with Exit. False when the edits were to be saved and could not be: the
+// job then stays open with them.
+bool AskToSaveParcels(Session& session) {
+  if (session.parcels.ParcelDirty == 0) return true;
   const Answer answer = session.user.Message(
       "Parcel attribute edits have not been saved.\r\nWould you like to save file now?", Icon::None, Buttons::YesNo);
-  if (answer == Answer::Yes) WriteParcels(session);
+  return answer != Answer::Yes || WriteParcels(session);
 }
 
 void UnloadToolForms(Session& session) {
@@ -99,7 +100,7 @@ void ToolbarOpen(Session& session) {
     const Answer answer =
         session.user.Message("Close current job and open new one?", Icon::Question, Buttons::OkCancel, "Open Project");
     if (answer != Answer::Ok) return;
-    FileClose(session);
+    if (!FileClose(session)) return;
   }
   FileOpen(session);
 }
@@ -169,8 +170,8 @@ void ReloadJob(Session& session) {
   session.user.SetPointer(Pointer::Default);
 }
 
-void FileClose(Session& session) {
-  AskToSaveParcels(session);
+bool FileClose(Session& session) {
+  if (!AskToSaveParcels(session)) return false;
   UnloadToolForms(session);
   Step(session, [&] { RememberFolder(session); });
   session.JobBase.clear();
@@ -185,17 +186,19 @@ void FileClose(Session& session) {
   Step(session, [&] { RemoveSupportFiles(session); });
   session.user.Status(1, kStatusClosed);
   session.JobFolder.clear();
+  return true;
 }
 
-void FileExit(Session& session) {
-  AskToSaveParcels(session);
+bool FileExit(Session& session) {
+  if (!AskToSaveParcels(session)) return false;
   Step(session, [&] { RememberFolder(session); });
   UnloadToolForms(session);
   session.user.UnloadForm("frmToolbox");
-  if (session.JobFolder.empty()) return;
+  if (session.JobFolder.empty()) return true;
   Step(session, [&] { RemoveSupportFiles(session); });
   DeleteAnyCase(session.JobFile("temp.bat"));
   DeleteAnyCase(session.JobFile("t1$.001"));
+  return true;
 }
 
 }  // namespace tessel

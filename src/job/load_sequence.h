@@ -39,9 +39,11 @@ void ReloadJob(Session& session);
 LoadCase LoadOnly(Session& session);
 
 // Close: asks about unsaved parcel edits, writes Tessel.hst, empties the stores and removes the
-// support files from the job folder.
-void FileClose(Session& session);
-// Exit: the same file effects, then the program ends (the caller quits).
-void FileExit(Session& session);
+// support files from the job folder. False, with the job still open, when the edits were to be
+// saved and could not be (the user has been told).
+bool FileClose(Session& session);
+// Exit: the same file effects, then the program ends (the caller quits); false as for Close, and
+// the program goes on.
+bool FileExit(Session& session);
 
 }  // namespace tessel

@@ -26,7 +26,7 @@ bool NewJobNext(Session& session) {
   // A new job brings the job menus to life, all but the archive entries; Open goes off.
   EnableJobMenus(session, false);
   StepOver([&] { WriteSupportFiles(session); });
-  StepOver([&] { session.processes.Spawn(ToolCommandLine(session, "jobprops"), session.CurrentFolder, ShowMode::Normal); });
+  StepOver([&] { session.processes.Spawn(ToolLaunch(session, "jobprops"), session.CurrentFolder, ShowMode::Normal); });
   session.user.ShowForm("frmWiz2");
   return true;
 }

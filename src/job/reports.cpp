@@ -31,9 +31,9 @@ void OpenReport(Session& session, const ReportRow& row) {
     session.user.Message(row.message, Icon::Stop);
     return;
   }
-  // The path goes unquoted: a job path with a blank reaches the editor as two arguments.
-  const std::string commandLine = PlatformProgram(session.config.EditorPath) + " " + session.DatasetPath(row.extension);
-  StepOver([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
+  // The path is one argument, whatever blanks it holds.
+  const Launch editor{PlatformProgram(session.config.EditorPath), {session.DatasetPath(row.extension)}};
+  StepOver([&] { session.processes.Spawn(editor, session.CurrentFolder, ShowMode::Normal); });
 }
 
 void ProjectReports(Session& session) {
@@ -43,8 +43,8 @@ void ProjectReports(Session& session) {
   request.initialFolder = session.JobFolder;
   const auto choice = session.user.ChooseFile(request);
   if (!choice) return;
-  const std::string commandLine = PlatformProgram(session.config.EditorPath) + " \"" + choice->fileName + "\"";
-  StepOver([&] { session.processes.Spawn(commandLine, session.CurrentFolder, ShowMode::Normal); });
+  const Launch editor{PlatformProgram(session.config.EditorPath), {choice->fileName}};
+  StepOver([&] { session.processes.Spawn(editor, session.CurrentFolder, ShowMode::Normal); });
 }
 
 }  // namespace tessel

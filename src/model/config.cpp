@@ -37,9 +37,7 @@ namespace {
 std::int16_t ReadInt16(FieldReader& in) { return To16(in.ReadNumber()); }
 
 float ReadSingle(FieldReader& in) {
-  const double value = in.ReadNumber();
-  if (std::fabs(value) > 3.402823466e38) throw RuntimeFault(FaultKind::Overflow, "Overflow");
-  return static_cast<float>(value);
+  return ToSingle(in.ReadNumber());
 }
 
 Config ParseConfig(FieldReader& in) {

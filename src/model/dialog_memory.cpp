@@ -38,10 +38,10 @@ std::optional<WindowPlace> ReadWindowPlace(const Session& session, const std::st
       FieldReader fields(line);
       fields.ReadString();  // the key
       WindowPlace p;
-      p.top = static_cast<float>(fields.ReadNumber());
-      p.left = static_cast<float>(fields.ReadNumber());
-      p.height = static_cast<float>(fields.ReadNumber());
-      p.width = static_cast<float>(fields.ReadNumber());
+      p.top = ToSingle(fields.ReadNumber());
+      p.left = ToSingle(fields.ReadNumber());
+      p.height = ToSingle(fields.ReadNumber());
+      p.width = ToSingle(fields.ReadNumber());
       place = p;
     }
   } catch (const RuntimeFault&) {
@@ -76,8 +76,10 @@ void WriteWindowPlace(const Session& session, const std::string& key, const Wind
     }
     if (!found) out.push_back(line);
     WriteFileBytes(path, JoinCrLf(out));
-  } catch (const RuntimeFault&) {
-    // The place is simply not remembered.
+  } catch (const RuntimeFault& fault) {
+    // The place is not remembered, and the user is told; a file already moved aside stands in
+    // tstemp.cfg.
+    TellFileFault(session.user, fault);
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <stdexcept>
 #include <string>
 
@@ -30,7 +31,8 @@ class RuntimeFault : public std::runtime_error {
 // The counters of the stores are signed 16-bit: a step past 32767 (or below -32768) is an
 // overflow fault, never a wrap.
 inline std::int16_t Add16(std::int16_t value, int delta) {
-  const int sum = value + delta;
+  // Summed in 64 bits: a delta near the 32-bit bound must not overflow before the check.
+  const std::int64_t sum = std::int64_t{value} + delta;
   if (sum > INT16_MAX || sum < INT16_MIN) throw RuntimeFault(FaultKind::Overflow, "Overflow");
   return static_cast<std::int16_t>(sum);
 }
@@ -40,6 +42,21 @@ inline std::int16_t To16(double value) {
   const double rounded = std::nearbyint(value);
   if (!(rounded >= INT16_MIN && rounded <= INT16_MAX)) throw RuntimeFault(FaultKind::Overflow, "Overflow");
   return static_cast<std::int16_t>(rounded);
+}
+
+// Assigning a number to a single-precision value: beyond its range is an overflow fault.
+inline float ToSingle(double value) {
+  if (std::isfinite(value) && std::fabs(value) > std::numeric_limits<float>::max()) throw RuntimeFault(FaultKind::Overflow, "Overflow");
+  return static_cast<float>(value);
+}
+
+// The same for a value the view keeps whatever it is: beyond the range it stops at the largest
+// single, and a NaN stays NaN.
+inline float ClampToSingle(double value) {
+  constexpr float kLargest = std::numeric_limits<float>::max();
+  if (value > kLargest) return kLargest;
+  if (value < -kLargest) return -kLargest;
+  return static_cast<float>(value);
 }
 
 // Runs one step of a command whose failure ends that step only: the command goes on with the

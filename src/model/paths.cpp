@@ -6,6 +6,7 @@
 
 #include "model/fault.h"
 #include "model/text.h"
+#include "model/text_file.h"
 
 namespace fs = std::filesystem;
 
@@ -43,9 +44,12 @@ bool DeleteAnyCase(const std::string& path) {
 }
 
 void CopyFileReplacing(const std::string& from, const std::string& to) {
-  std::error_code ec;
-  fs::copy_file(fs::path(ResolveCase(from)), fs::path(ResolveCase(to)), fs::copy_options::overwrite_existing, ec);
-  if (ec) throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + from);
+  std::string bytes;
+  if (!FileExistsAnyCase(from) || !ReadFileBytes(ResolveCase(from), bytes)) {
+    throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + from);
+  }
+  // The copy is written whole or not at all, like every other file.
+  WriteFileBytes(ResolveCase(to), bytes);
 }
 
 std::string ProgramFolder(const char* argv0) {

@@ -86,19 +86,31 @@ class CanvasPort {
 
 enum class ShowMode { Hidden = 0, Normal = 1 };
 
+// What a launch starts: a program and its arguments, each passed whole, so that blanks and
+// quotes in a folder or a file name are part of the name. No launch goes through a shell.
+struct Launch {
+  std::string program;
+  std::vector<std::string> arguments;
+
+  // The launch as one line for the eye (logs, tests): the program and each argument, those
+  // holding a blank or a double quote put in double quotes with their quotes doubled.
+  std::string Text() const;
+  bool operator==(const Launch&) const = default;
+};
+
 // Starting a suite tool with `folder` as its current folder.
 class ProcessPort {
  public:
   virtual ~ProcessPort() = default;
   // Blocks until the tool has ended.
-  virtual void Run(const std::string& commandLine, const std::string& folder) = 0;
+  virtual void Run(const Launch& launch, const std::string& folder) = 0;
   // Blocks, and gives the exit code.
-  virtual int RunCode(const std::string& commandLine, const std::string& folder, ShowMode mode) = 0;
+  virtual int RunCode(const Launch& launch, const std::string& folder, ShowMode mode) = 0;
   // Keeps the interface alive while polling; the named entries are disabled meanwhile.
-  virtual void Watch(const std::string& commandLine, const std::string& folder,
+  virtual void Watch(const Launch& launch, const std::string& folder,
                      const std::vector<std::string>& lockedEntries) = 0;
   // Returns at once.
-  virtual void Spawn(const std::string& commandLine, const std::string& folder, ShowMode mode) = 0;
+  virtual void Spawn(const Launch& launch, const std::string& folder, ShowMode mode) = 0;
 };
 
 }  // namespace tessel

@@ -40,22 +40,21 @@ std::vector<std::string> RecordingUserPort::MessageTexts() const {
   return texts;
 }
 
-void RecordingProcessPort::Run(const std::string& commandLine, const std::string& folder) {
-  launches.push_back({"Run", commandLine, folder});
+void RecordingProcessPort::Run(const Launch& launch, const std::string& folder) {
+  launches.push_back({"Run", launch.Text(), folder, launch});
 }
 
-int RecordingProcessPort::RunCode(const std::string& commandLine, const std::string& folder, ShowMode) {
-  launches.push_back({"RunCode", commandLine, folder});
+int RecordingProcessPort::RunCode(const Launch& launch, const std::string& folder, ShowMode) {
+  launches.push_back({"RunCode", launch.Text(), folder, launch});
   return 0;
 }
 
-void RecordingProcessPort::Watch(const std::string& commandLine, const std::string& folder,
-                                 const std::vector<std::string>&) {
-  launches.push_back({"Watch", commandLine, folder});
+void RecordingProcessPort::Watch(const Launch& launch, const std::string& folder, const std::vector<std::string>&) {
+  launches.push_back({"Watch", launch.Text(), folder, launch});
 }
 
-void RecordingProcessPort::Spawn(const std::string& commandLine, const std::string& folder, ShowMode) {
-  launches.push_back({"Spawn", commandLine, folder});
+void RecordingProcessPort::Spawn(const Launch& launch, const std::string& folder, ShowMode) {
+  launches.push_back({"Spawn", launch.Text(), folder, launch});
 }
 
 }  // namespace tessel

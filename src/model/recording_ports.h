@@ -147,18 +147,18 @@ class NullCanvas : public CanvasPort {
 
 struct RecordedLaunch {
   std::string kind;  // "Run", "RunCode", "Watch", "Spawn"
-  std::string commandLine;
+  std::string commandLine;  // the launch's Text()
   std::string folder;
+  tessel::Launch launch;
 };
 
 // Records launches and starts nothing.
 class RecordingProcessPort : public ProcessPort {
  public:
-  void Run(const std::string& commandLine, const std::string& folder) override;
-  int RunCode(const std::string& commandLine, const std::string& folder, ShowMode mode) override;
-  void Watch(const std::string& commandLine, const std::string& folder,
-             const std::vector<std::string>& lockedEntries) override;
-  void Spawn(const std::string& commandLine, const std::string& folder, ShowMode mode) override;
+  void Run(const Launch& launch, const std::string& folder) override;
+  int RunCode(const Launch& launch, const std::string& folder, ShowMode mode) override;
+  void Watch(const Launch& launch, const std::string& folder, const std::vector<std::string>& lockedEntries) override;
+  void Spawn(const Launch& launch, const std::string& folder, ShowMode mode) override;
 
   std::vector<RecordedLaunch> launches;
 };

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "model/fault.h"
+#include "model/ports.h"
 
 #ifndef _WIN32
 #include <unistd.h>
@@ -74,6 +75,12 @@ std::string LineReader::ReadLine() {
 
 namespace {
 
+thread_local WriteFaults* installedFaults = nullptr;
+
+bool Fails(WriteStep step, const std::string& path) {
+  return installedFaults != nullptr && installedFaults->Fails(step, path);
+}
+
 [[noreturn]] void WriteFailed(const std::string& path) {
   throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + path);
 }
@@ -92,21 +99,41 @@ std::string TemporaryBeside(const std::string& path) {
 void WriteFileBytes(const std::string& path, std::string_view bytes) {
   if (path.empty()) WriteFailed(path);
   const std::string temporary = TemporaryBeside(path);
-  std::FILE* f = std::fopen(temporary.c_str(), "wb");
+  std::FILE* f = Fails(WriteStep::Open, path) ? nullptr : std::fopen(temporary.c_str(), "wb");
   if (!f) WriteFailed(path);
-  bool written = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size() && std::fflush(f) == 0;
+  // A disk that fills up takes part of the bytes.
+  const bool diskFull = Fails(WriteStep::Write, path);
+  const std::size_t wanted = diskFull ? bytes.size() / 2 : bytes.size();
+  bool written = std::fwrite(bytes.data(), 1, wanted, f) == wanted && !diskFull;
+  written = std::fflush(f) == 0 && !Fails(WriteStep::Flush, path) && written;
 #ifndef _WIN32
   written = written && ::fsync(::fileno(f)) == 0;
 #endif
   // A full disk may only show at the close.
-  written = std::fclose(f) == 0 && written;
+  written = std::fclose(f) == 0 && !Fails(WriteStep::Close, path) && written;
   std::error_code error;
-  if (written) std::filesystem::rename(temporary, path, error);
+  if (written && Fails(WriteStep::Rename, path)) error = std::make_error_code(std::errc::permission_denied);
+  if (written && !error) std::filesystem::rename(temporary, path, error);
   if (!written || error) {
     std::filesystem::remove(temporary, error);
     WriteFailed(path);
   }
 }
+
+bool WriteFileOrTell(UserPort& user, const std::string& path, std::string_view bytes) {
+  try {
+    WriteFileBytes(path, bytes);
+    return true;
+  } catch (const std::exception& fault) {
+    TellFileFault(user, fault);
+    return false;
+  }
+}
+
+void TellFileFault(UserPort& user, const std::exception& fault) { user.Message(fault.what(), Icon::Exclamation); }
+
+WriteFaults::WriteFaults() : outer_(installedFaults) { installedFaults = this; }
+WriteFaults::~WriteFaults() { installedFaults = outer_; }
 
 std::string JoinCrLf(const std::vector<std::string>& lines) {
   std::string out;

@@ -4,12 +4,15 @@
 // line is a read-past-end fault.
 
 #include <cstdio>
+#include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tessel {
+
+class UserPort;
 
 class LineReader {
  public:
@@ -45,6 +48,32 @@ bool ReadFileBytes(const std::string& path, std::string& out);
 // which is flushed, closed and checked at every step before it is renamed over the file. Any
 // failure leaves the file as it was and is a file-access fault naming it.
 void WriteFileBytes(const std::string& path, std::string_view bytes);
+// Writes as WriteFileBytes does; a failure is told to the user in a box naming the file, and
+// gives false.
+bool WriteFileOrTell(UserPort& user, const std::string& path, std::string_view bytes);
+// Tells the user of a fault: its text, which names the file, in an exclamation box.
+void TellFileFault(UserPort& user, const std::exception& fault);
+
+// The steps of a write, each of which can fail as a disk or a folder would.
+enum class WriteStep { Open, Write, Flush, Close, Rename };
+
+// A seam for tests: while installed, every step of every write asks it first, and a step it
+// answers true for fails as the disk would (a write stops half way, a close reports the full
+// disk, a rename leaves the temporary). It is per thread and installed for one scope only.
+class WriteFaults {
+ public:
+  WriteFaults();
+  ~WriteFaults();
+  WriteFaults(const WriteFaults&) = delete;
+  WriteFaults& operator=(const WriteFaults&) = delete;
+
+  // True when `step` of writing `path` (the file asked for, not its temporary) is to fail.
+  virtual bool Fails(WriteStep step, const std::string& path) = 0;
+
+ private:
+  WriteFaults* outer_;
+};
+
 // Joins lines with CR LF, each line ended, as the suite's tools expect.
 std::string JoinCrLf(const std::vector<std::string>& lines);
 

@@ -1,6 +1,7 @@
 #include "paint/painter_canvas.h"
 
 #include <QFontMetricsF>
+#include <algorithm>
 #include <cmath>
 #include <QPaintDevice>
 
@@ -21,6 +22,45 @@ Qt::PenStyle PenStyleOf(int style) {
 QColor ColourOf(unsigned rgb) {
   return QColor(static_cast<int>((rgb >> 16) & 0xFF), static_cast<int>((rgb >> 8) & 0xFF), static_cast<int>(rgb & 0xFF));
 }
+
+namespace {
+
+bool Finite(QPointF p) { return std::isfinite(p.x()) && std::isfinite(p.y()); }
+
+bool WithinReach(QPointF p) {
+  return Finite(p) && std::fabs(p.x()) < PainterCanvas::kReach && std::fabs(p.y()) < PainterCanvas::kReach;
+}
+
+// The part of the segment inside the square of reach (Liang and Barsky); false when none is.
+bool CutToReach(QPointF& a, QPointF& b) {
+  if (!Finite(a) || !Finite(b)) return false;
+  if (WithinReach(a) && WithinReach(b)) return true;
+  const double dx = b.x() - a.x(), dy = b.y() - a.y();
+  if (!std::isfinite(dx) || !std::isfinite(dy)) return false;
+  const double r = PainterCanvas::kReach;
+  double t0 = 0.0, t1 = 1.0;
+  const double p[4] = {-dx, dx, -dy, dy};
+  const double q[4] = {a.x() + r, r - a.x(), a.y() + r, r - a.y()};
+  for (int k = 0; k < 4; ++k) {
+    if (p[k] == 0.0) {
+      if (q[k] < 0.0) return false;
+      continue;
+    }
+    const double t = q[k] / p[k];
+    if (p[k] < 0.0) {
+      t0 = std::max(t0, t);
+    } else {
+      t1 = std::min(t1, t);
+    }
+    if (t0 > t1) return false;
+  }
+  const QPointF from = a;
+  a = QPointF(from.x() + t0 * dx, from.y() + t0 * dy);
+  b = QPointF(from.x() + t1 * dx, from.y() + t1 * dy);
+  return WithinReach(a) && WithinReach(b);
+}
+
+}  // namespace
 
 PainterCanvas::PainterCanvas(QPaintDevice* device) : device_(device) {
   // Plain whole-pixel text, the same whether stamped into an image or drawn by QPainter.
@@ -120,18 +160,24 @@ void PainterCanvas::Clear() {
 void PainterCanvas::Dot(double x, double y, unsigned colour) {
   textX_ = x;
   textY_ = y;
+  const QPointF at = ToDevice(x, y);
+  // A dot that cannot be on the device is not drawn; the position still moves there.
+  if (!WithinReach(at)) return;
   Begin(Batch::Dots, colour);
-  dots_.append(ToDevice(x, y));
+  dots_.append(at);
 }
 
 void PainterCanvas::Line(double x1, double y1, double x2, double y2, unsigned colour) {
+  QPointF a = ToDevice(x1, y1), b = ToDevice(x2, y2);
+  if (!CutToReach(a, b)) return;
   Begin(Batch::Lines, colour);
-  lines_.append(QLineF(ToDevice(x1, y1), ToDevice(x2, y2)));
+  lines_.append(QLineF(a, b));
 }
 
 void PainterCanvas::Text(const std::string& text) {
   DrawPending();
   if (!device_) return;
+  if (!WithinReach(ToDevice(textX_, textY_))) return;
   if (QImage* image = RasterTarget()) {
     const QPointF at = ToDevice(textX_, textY_);
     const int x = static_cast<int>(std::lround(at.x())), y = static_cast<int>(std::lround(at.y()));
@@ -171,13 +217,15 @@ void PainterCanvas::Circle(double x, double y, double radius, unsigned colour) {
   p.setBrush(Qt::NoBrush);
   const QPointF centre = ToDevice(x, y);
   const double rx = std::abs(radius / width_ * device_->width());
+  // A ring that cannot cross the device is not drawn.
+  if (!WithinReach(centre) || !(rx < kReach)) return;
   p.drawEllipse(centre, rx, rx);
 }
 
 void PainterCanvas::SetPenWidth(int width) {
   if (width == penWidth_) return;
   DrawPending();
-  penWidth_ = width < 1 ? 1 : width;
+  penWidth_ = std::clamp(width, 1, kWidestPen);
 }
 
 void PainterCanvas::SetPenStyle(int style) {

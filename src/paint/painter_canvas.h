@@ -28,6 +28,13 @@ QColor ColourOf(unsigned rgb);
 
 class PainterCanvas : public CanvasPort {
  public:
+  // The widest pen and dot drawn, in pixels: wider than any screen shows, small enough that a
+  // dot's mask stays a few megabytes. A wider pen asked for is drawn this wide.
+  static constexpr int kWidestPen = 1024;
+  // How far beyond the device's edges, in pixels, a point is still handed to the painter. A dot
+  // or text further out cannot show and is dropped; a line reaching further is cut there.
+  static constexpr double kReach = 1.0e6;
+
   // The device must outlive the canvas; `begin` is called on it at the first primitive.
   explicit PainterCanvas(QPaintDevice* device = nullptr);
   ~PainterCanvas() override;

@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -14,6 +15,12 @@ template <typename Draw>
 void Capture(int size, QPoint origin, Draw&& draw, int& left, int& top, int& width, int& height,
              std::vector<unsigned char>& alpha) {
   QImage canvas(size, size, QImage::Format_ARGB32_Premultiplied);
+  if (canvas.isNull()) {
+    // The image could not be had: the mask stays empty and stamps nothing.
+    left = top = width = height = 0;
+    alpha.clear();
+    return;
+  }
   canvas.fill(Qt::transparent);
   {
     QPainter p(&canvas);
@@ -95,6 +102,7 @@ const RasterStamps::Mask& RasterStamps::Glyph(unsigned char c) {
 }
 
 const RasterStamps::Mask& RasterStamps::DotMask(int width) {
+  width = std::clamp(width, 1, kWidestDot);
   if (static_cast<int>(dots_.size()) <= width) dots_.resize(static_cast<std::size_t>(width) + 1);
   auto& slot = dots_[static_cast<std::size_t>(width)];
   if (!slot) {
@@ -156,6 +164,10 @@ void RasterStamps::Blend(QImage& image, int x, int y, const Mask& mask, unsigned
 
 void RasterStamps::Dot(QImage& image, double x, double y, int width, unsigned colour) {
   const Mask& mask = DotMask(width);
+  // Only a dot whose mask can touch the image is placed; anything further out, or not a number,
+  // is left undrawn, before it is turned into a pixel position.
+  const double reach = 2.0 * kWidestDot + 8.0;
+  if (!(x > -reach && x < image.width() + reach && y > -reach && y < image.height() + reach)) return;
   Blend(image, static_cast<int>(std::floor(x)) + mask.left, static_cast<int>(std::floor(y)) + mask.top, mask, colour);
 }
 

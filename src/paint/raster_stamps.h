@@ -21,7 +21,10 @@ class RasterStamps {
   // True for the image formats the stamps write.
   static bool Accepts(const QImage& image);
 
-  // A round dot `width` pixels across, centred on (x, y).
+  // The widest dot stamped; a wider one is stamped this wide.
+  static constexpr int kWidestDot = 1024;
+
+  // A round dot `width` pixels across, centred on (x, y); nothing where it cannot touch the image.
   void Dot(QImage& image, double x, double y, int width, unsigned colour);
   // The text with the top left of its first character at (x, y); returns its advance.
   int Text(QImage& image, int x, int y, std::string_view text, unsigned colour);

@@ -89,10 +89,11 @@ std::string CrpLine(const Vertex& c) {
 
 }  // namespace
 
-void ComputeCentroids(Session& session) {
+bool ComputeCentroids(Session& session) {
   const std::string rpoPath = session.DatasetPath(".RPO");
-  if (!FileExistsAnyCase(rpoPath)) return;
+  if (!FileExistsAnyCase(rpoPath)) return false;
   std::vector<std::string> lines;
+  bool headed = false;
   try {
     LineReader rpo(rpoPath);
     // The heading as the reader takes it: up to the line ending in "POLYGONS FOUND", whose first
@@ -103,6 +104,7 @@ void ComputeCentroids(Session& session) {
       line = rpo.ReadLine();
       count = To16(Val(Left(Trim(line), 3)));
     }
+    headed = true;
     rpo.ReadLine();
     for (int i = 1; i <= count; ++i) {
       line = rpo.ReadLine();
@@ -111,7 +113,17 @@ void ComputeCentroids(Session& session) {
   } catch (const RuntimeFault&) {
     // A short .RPO gives the centroids of the polygons it holds.
   }
-  WriteFileBytes(session.DatasetPath(".CRP"), JoinCrLf(lines));
+  const std::string crpPath = session.DatasetPath(".CRP");
+  if (!headed) {
+    // Without its heading nothing of .RPO can be read: .CRP keeps the centroids it has.
+    session.user.Message(NoPolygonHeadingText(rpoPath, crpPath), Icon::Exclamation);
+    return false;
+  }
+  return WriteFileOrTell(session.user, crpPath, JoinCrLf(lines));
+}
+
+std::string NoPolygonHeadingText(const std::string& rpoPath, const std::string& crpPath) {
+  return rpoPath + " has no line ending in \"POLYGONS FOUND\": " + crpPath + " was not written.";
 }
 
 }  // namespace tessel

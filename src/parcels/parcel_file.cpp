@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <functional>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -117,9 +118,10 @@ void RewriteParcelFile(Session& session, const std::function<void(const std::str
   WriteFileBytes(iid, JoinCrLf(out));
 }
 
-void WriteParcels(Session& session) {
+bool WriteParcels(Session& session) {
   session.user.SetPointer(Pointer::Hourglass);
   ParcelStore& store = session.parcels;
+  bool saved = false;
   try {
     int k = 0;
     RewriteParcelFile(session, [&](const std::string& line, std::vector<std::string>& out) {
@@ -132,21 +134,28 @@ void WriteParcels(Session& session) {
       out.push_back(store.ParcelLine.get(k));
     });
     store.ParcelDirty = 0;
-  } catch (const RuntimeFault&) {
-    // Ends quietly; the edits stay unsaved.
+    saved = true;
+  } catch (const RuntimeFault& fault) {
+    // The edits stay in memory, still unsaved, and .IID stays as it was.
+    TellFileFault(session.user, fault);
   }
   session.user.SetPointer(Pointer::Arrow);
+  return saved;
 }
 
 void MoveParcelLocation(Session& session, double x, double y) {
   session.user.SetPointer(Pointer::Hourglass);
   ParcelStore& store = session.parcels;
   Selection& sel = session.selection;
+  // The locations as they were, put back when the file cannot be rewritten.
+  std::vector<std::tuple<int, double, double>> before;
+  bool rewritten = false;
   try {
     BoundedArray<std::int16_t> moved(ParcelStore::kBound);
     for (std::size_t j = 0; j < sel.ParcelList.size(); ++j) {
       const int p = sel.SelectedParcels.get(static_cast<int>(j));
       moved.at(p) = -1;
+      before.emplace_back(p, store.ParcelX.get(p), store.ParcelY.get(p));
       store.ParcelY.at(p) = RoundDecimals(y, 3);
       store.ParcelX.at(p) = RoundDecimals(x, 3);
     }
@@ -171,6 +180,7 @@ void MoveParcelLocation(Session& session, double x, double y) {
       const std::string vBlanks = blanks(east, v);
       out.push_back(" PARCEL N,E" + wBlanks + north + vBlanks + east + "  (Tessel moved)");
     });
+    rewritten = true;
     session.ToolMode = ToolMode::PickParcels;
     session.SelectionCount = 0;
     sel.ParcelList.clear();
@@ -180,8 +190,16 @@ void MoveParcelLocation(Session& session, double x, double y) {
     session.user.SetEnabled("frmTesting/cmdRemoveItem", false);
     session.user.Status(2, "");
     session.user.Status(1, "Select a Parcel");
-  } catch (const RuntimeFault&) {
-    // Ends quietly.
+  } catch (const RuntimeFault& fault) {
+    if (!rewritten) {
+      // Nothing moved in the file, so nothing moves in the store.
+      for (auto it = before.rbegin(); it != before.rend(); ++it) {
+        const auto& [p, x0, y0] = *it;
+        store.ParcelX.at(p) = x0;
+        store.ParcelY.at(p) = y0;
+      }
+    }
+    if (fault.kind() == FaultKind::FileAccess) TellFileFault(session.user, fault);
   }
   session.user.SetPointer(Pointer::Arrow);
 }

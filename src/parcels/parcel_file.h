@@ -23,10 +23,12 @@ void ReadParcels(Session& session);
 void RewriteParcelFile(Session& session,
                        const std::function<void(const std::string& line, std::vector<std::string>& out)>& each);
 
-// File Save: .IID is copied to .iib and written back with the edited attribute lines.
-void WriteParcels(Session& session);
+// File Save: .IID is copied to .iib and written back with the edited attribute lines. False when
+// it could not be: the user is told, naming the file, and the edits stay unsaved.
+bool WriteParcels(Session& session);
 // The parcels of the selection list take the location (x, y): their location lines in .IID are
-// rewritten and marked, and the parcels are read again.
+// rewritten and marked, and the parcels are read again. When .IID cannot be rewritten the user is
+// told and the parcels stay where they were.
 void MoveParcelLocation(Session& session, double x, double y);
 
 }  // namespace tessel

@@ -1,6 +1,7 @@
 #include "tools/export_points.h"
 
 #include <exception>
+#include <filesystem>
 #include <vector>
 
 #include "model/paths.h"
@@ -38,6 +39,10 @@ std::string ExportLine(const std::string& id, double x, double y) {
   return ExportLine(id, x, y, fresh);
 }
 
+std::string ReplaceDefQuestion(const std::string& defPath) {
+  return defPath + " already exists. Replace it with the project definition of this job?";
+}
+
 void ExportSelectedPoints(Session& session) {
   session.user.Status(2, "Selected points written to a .cor file");
   const Selection& sel = session.selection;
@@ -69,10 +74,22 @@ void ExportSelectedPoints(Session& session) {
                                  alignment));
     }
     WriteFileBytes(fileName, JoinCrLf(lines));
-    // The exported set opens as a job of its own.
-    CopyFileReplacing(session.DatasetPath(".def"), stem + ".def");
-  } catch (const std::exception&) {
-    // A file that cannot be written or copied ends the export.
+    // The exported set opens as a job of its own. A .def already there may be another job's: it
+    // is replaced only when the user agrees.
+    const std::string def = stem + ".def";
+    const std::string source = session.DatasetPath(".def");
+    if (FileExistsAnyCase(def)) {
+      std::error_code ec;
+      // The job's own .def, named in another case, is already what the copy would make.
+      if (std::filesystem::equivalent(ResolveCase(def), ResolveCase(source), ec)) return;
+      if (session.user.Message(ReplaceDefQuestion(ResolveCase(def)), Icon::Question, Buttons::YesNo) != Answer::Yes) {
+        return;
+      }
+    }
+    CopyFileReplacing(source, def);
+  } catch (const std::exception& fault) {
+    // A file that cannot be written or copied ends the export, and the user is told which.
+    TellFileFault(session.user, fault);
   }
 }
 

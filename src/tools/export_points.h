@@ -23,6 +23,9 @@ std::string ExportLine(const std::string& id, double x, double y, ExportAlignmen
 // The same for a line with nothing before it.
 std::string ExportLine(const std::string& id, double x, double y);
 
+// The question asked before the export replaces a .def that stands where the job's is copied to.
+std::string ReplaceDefQuestion(const std::string& defPath);
+
 // File, Export, "Ostrel Records System (.COR)".
 void ExportSelectedPoints(Session& session);
 

@@ -28,33 +28,53 @@ void SkipBlanks(const std::string& text, std::size_t& at) {
   while (at < text.size() && IsBlank(text[at])) ++at;
 }
 
-// A double-quoted string at `at`; its text without the quotes.
+// A double-quoted string at `at`; its text without the quotes, a doubled quote inside read as one.
 std::optional<std::string> Quoted(const std::string& text, std::size_t& at) {
   if (at >= text.size() || text[at] != '"') return std::nullopt;
-  const std::size_t close = text.find('"', at + 1);
-  if (close == std::string::npos) return std::nullopt;
-  std::string inside = text.substr(at + 1, close - at - 1);
-  at = close + 1;
-  return inside;
+  std::string inside;
+  for (std::size_t k = at + 1; k < text.size(); ++k) {
+    if (text[k] != '"') {
+      inside += text[k];
+    } else if (k + 1 < text.size() && text[k + 1] == '"') {
+      inside += '"';
+      ++k;
+    } else {
+      at = k + 1;
+      return inside;
+    }
+  }
+  return std::nullopt;
+}
+
+// A path in double quotes. A double quote within it is doubled: Windows allows none in a file
+// name, so there the text is the plain quoted form, and elsewhere ReadBatchCommand reads it back.
+std::string QuotePath(const std::string& path) {
+  std::string out = "\"";
+  for (const char c : path) {
+    out += c;
+    if (c == '"') out += '"';
+  }
+  return out + "\"";
 }
 
 }  // namespace
 
 std::string ScriptCommand(const Session& session, const std::string& programFile, const std::string& answerFile) {
   const std::string program = ResolveCase(session.ToolFolder + PathSeparator() + programFile);
-  return "\"" + program + "\"  <\"" + session.JobFolder + answerFile + "\"";
+  return QuotePath(program) + "  <" + QuotePath(session.JobFolder + answerFile);
 }
 
 void RunRecpadScript(Session& session) {
   if (!JobGuard(session, kMsgOpenOrCreateJob)) return;
   // The answer file's name carries its own separator, which doubles the one JobFolder ends with.
   const std::string answers = session.JobFile(std::string(1, PathSeparator()) + kRecpadAnswers);
-  StepOver([&] { WriteFileBytes(answers, "\r\n\r\n\r\n\r\n\r\n\r\n"); });
-  StepOver([&] {
-    WriteFileBytes(InCurrentFolder(session, kBatchFile),
-                   ScriptCommand(session, "recpad.exe", kRecpadAnswers) + "\r\nexit\r\n");
-  });
-  StepOver([&] { session.processes.RunCode(kBatchFile, session.CurrentFolder, ShowMode::Hidden); });
+  // A temp.bat or an answer file that could not be written is not run: an older one may stand
+  // in its place, and the tool would wait for answers that never come.
+  const bool ready =
+      WriteFileOrTell(session.user, answers, "\r\n\r\n\r\n\r\n\r\n\r\n") &&
+      WriteFileOrTell(session.user, InCurrentFolder(session, kBatchFile),
+                      ScriptCommand(session, "recpad.exe", kRecpadAnswers) + "\r\nexit\r\n");
+  if (ready) StepOver([&] { session.processes.RunCode({kBatchFile, {}}, session.CurrentFolder, ShowMode::Hidden); });
   StepOver([&] { DeleteAnyCase(InCurrentFolder(session, kBatchFile)); });
   StepOver([&] { DeleteAnyCase(InCurrentFolder(session, kRecpadAnswers)); });
   StepOver([&] { DeleteAnyCase(session.DatasetPath(".002")); });

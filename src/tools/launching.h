@@ -11,16 +11,19 @@ namespace tessel {
 
 // The first line of temp.bat for a scripted run: a double quote, ToolFolder, a separator and the
 // program's file name ("recpad.exe", found in ToolFolder whatever its case), a double quote,
-// "  <", a double quote, JobFolder, the answer file's bare name, a double quote.
+// "  <", a double quote, JobFolder, the answer file's bare name, a double quote. A double quote
+// within either path is doubled (none can occur on Windows).
 std::string ScriptCommand(const Session& session, const std::string& programFile, const std::string& answerFile);
 
 // The record-data rebuild's scripted run of recpad: writes "\t1$.001" (six empty lines) and
 // temp.bat in JobFolder, runs temp.bat hidden with ToolRunCode, then deletes temp.bat, the answer
 // file and the job's .002. Without a job: "You must first Open or Create a job." and nothing.
+// When either file cannot be written the user is told, naming it, and nothing is run.
 void RunRecpadScript(Session& session);
 
 // What temp.bat asks for where there is no command shell: the program of its first line and the
-// file fed to it as standard input, both unquoted; nothing when the line has another shape.
+// file fed to it as standard input, both unquoted (a doubled quote read as one); nothing when the
+// line has another shape.
 struct BatchCommand {
   std::string program;
   std::string input;

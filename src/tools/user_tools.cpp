@@ -25,7 +25,7 @@ void StartUserEntry(Session& session, int k, const char* message) {
     return;
   }
   try {
-    session.processes.Spawn(ResolveCase(program), session.CurrentFolder, ShowMode::Normal);
+    session.processes.Spawn({ResolveCase(program), {}}, session.CurrentFolder, ShowMode::Normal);
   } catch (const std::exception&) {
     // A program that does not start shows nothing.
   }
@@ -46,7 +46,7 @@ void ToolbarUserClick(Session& session, int k) {
 void ToolbarBat(Session& session) {
   if (session.JobBase.empty() || !session.DatasetExists(".bat")) return;
   try {
-    session.processes.Spawn(session.DatasetPath(".bat"), session.CurrentFolder, ShowMode::Normal);
+    session.processes.Spawn({session.DatasetPath(".bat"), {}}, session.CurrentFolder, ShowMode::Normal);
   } catch (const std::exception&) {
     // Nothing is shown.
   }

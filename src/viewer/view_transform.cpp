@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "model/fault.h"
 #include "model/text.h"
 
 namespace tessel {
@@ -9,10 +10,10 @@ namespace tessel {
 namespace {
 
 void StoreNominal(Session& s, double left, double top, double right, double bottom) {
-  s.view.ViewLeft = static_cast<float>(left);
-  s.view.ViewTop = static_cast<float>(top);
-  s.view.ViewRight = static_cast<float>(right);
-  s.view.ViewBottom = static_cast<float>(bottom);
+  s.view.ViewLeft = ClampToSingle(left);
+  s.view.ViewTop = ClampToSingle(top);
+  s.view.ViewRight = ClampToSingle(right);
+  s.view.ViewBottom = ClampToSingle(bottom);
 }
 
 void Refuse(Session& s, const char* message) {
@@ -42,15 +43,15 @@ void Redraw(Session& session) {
 
 void SetScale(Session& s, double left, double top, double width, double height) {
   ViewState& v = s.view;
-  v.ScaleLeft = static_cast<float>(left);
-  v.ScaleTop = static_cast<float>(top);
-  v.ScaleWidth = static_cast<float>(width);
-  v.ScaleHeight = static_cast<float>(height);
+  v.ScaleLeft = ClampToSingle(left);
+  v.ScaleTop = ClampToSingle(top);
+  v.ScaleWidth = ClampToSingle(width);
+  v.ScaleHeight = ClampToSingle(height);
   s.canvas.SetScale(v.ScaleLeft, v.ScaleTop, v.ScaleWidth, v.ScaleHeight);
 }
 
 void SetWindow(Session& s, double left, double top, double right, double bottom) {
-  const auto height = static_cast<float>(bottom - top);
+  const double height = ClampToSingle(bottom - top);
   (void)right;  // the width always follows from the height
   SetScale(s, left, top, height * -kAspect, height);
 }
@@ -63,8 +64,8 @@ void SavePrevious(Session& s) {
 void ZoomExtents(Session& s) {
   const JobExtents& e = s.extents;
   ViewState& v = s.view;
-  v.SpanY = static_cast<float>(e.MaxY - e.MinY);
-  v.SpanX = static_cast<float>(e.MaxX - e.MinX);
+  v.SpanY = ClampToSingle(e.MaxY - e.MinY);
+  v.SpanX = ClampToSingle(e.MaxX - e.MinX);
   const double d = v.SpanY >= v.SpanX ? v.SpanY : v.SpanX;
   StoreNominal(s, e.MinX - 0.02 * d, e.MaxY + 0.1 * d, e.MinX + d + 0.05 * d, e.MaxY - d - 0.05 * d);
   SetWindow(s, v.ViewLeft, v.ViewTop, v.ViewRight, v.ViewBottom);

@@ -1,6 +1,7 @@
 // The suite's tools started for real through the Qt process port. A tool folder holds copies of
 // the stand-in under the tools' names (one in capitals, as some tools are spelled) and the side
-// files; the sample job is opened from its own folder, whose name has a blank in it. Each
+// files, in a folder whose name has a blank in it; the sample job is opened from its own folder,
+// whose name has blanks and double quotes in it. Each
 // stand-in notes in standin.log what it was given (its name, current folder, TEMP.JOB, standard
 // input, the side files beside it) and writes what the real tool would.
 
@@ -39,12 +40,12 @@ bool WriteText(const QString& path, const QByteArray& text) {
 }
 
 // One line of standin.log.
-struct Launch {
+struct LogEntry {
   QString tool, folder, job, input, sideFiles;
 };
 
-QList<Launch> ReadLog(const QString& folder) {
-  QList<Launch> launches;
+QList<LogEntry> ReadLog(const QString& folder) {
+  QList<LogEntry> launches;
   for (const QString& line : QString::fromLocal8Bit(Contents(QDir(folder).filePath("standin.log"))).split('\n')) {
     const QStringList f = line.split('\t');
     if (f.size() == 5) launches.append({f[0], f[1], f[2], f[3], f[4]});
@@ -88,13 +89,13 @@ class LaunchTest : public QObject {
 
   // The one launch the folder saw, which must be of `tool`, in that folder, with TEMP.JOB naming
   // the job; an empty launch otherwise.
-  Launch OnlyLaunch(const char* tool, const QString& folder) {
-    const QList<Launch> launches = ReadLog(folder);
+  LogEntry OnlyLaunch(const char* tool, const QString& folder) {
+    const QList<LogEntry> launches = ReadLog(folder);
     if (launches.size() != 1) return {};
-    const Launch& launch = launches.front();
+    const LogEntry& launch = launches.front();
     const bool expected = launch.tool == QLatin1String(tool) && launch.job == QStringLiteral("T12NR04E") &&
                           QDir(launch.folder).canonicalPath() == QDir(folder).canonicalPath();
-    return expected ? launch : Launch{};
+    return expected ? launch : LogEntry{};
   }
   bool RanOnce(const char* tool) { return !OnlyLaunch(tool, jobs_).tool.isEmpty(); }
 
@@ -117,8 +118,8 @@ class LaunchTest : public QObject {
   // A tool folder of stand-ins and side files; the job folder beside it.
   void init() {
     root_ = std::make_unique<QTemporaryDir>();
-    tools_ = root_->filePath(QStringLiteral("tools"));
-    jobs_ = root_->filePath(QStringLiteral("job folder"));
+    tools_ = root_->filePath(QStringLiteral("Tessel Suite"));
+    jobs_ = root_->filePath(QStringLiteral("job \"one\" folder"));
     QVERIFY(QDir().mkpath(tools_) && QDir().mkpath(jobs_));
     for (const char* name : {"fitmain.exe", "RINGFORM.EXE", "cogopad.exe", "shift27.exe", "recpad.exe", "seedxy.exe",
                              "exitcode.exe"}) {
@@ -232,18 +233,18 @@ class LaunchTest : public QObject {
 
   void blockingRunsGiveTheExitCode() {
     const std::string& folder = session_->JobFolder;
-    QCOMPARE(processes_->RunCode(ToolCommandLine(*session_, "exitcode"), folder, ShowMode::Hidden), 3);
+    QCOMPARE(processes_->RunCode(ToolLaunch(*session_, "exitcode"), folder, ShowMode::Hidden), 3);
     // The scripted form gives the code of the program it names.
     QVERIFY(WriteText(JobFile("answers.001"), "Y\r\n"));
     const std::string script = ScriptCommand(*session_, "exitcode.exe", "answers.001");
     QVERIFY(WriteText(JobFile("go.bat"), QByteArray::fromStdString(script) + "\r\nexit\r\n"));
-    QCOMPARE(processes_->RunCode("go.bat", folder, ShowMode::Hidden), 3);
+    QCOMPARE(processes_->RunCode({"go.bat", {}}, folder, ShowMode::Hidden), 3);
 
     // A missing tool or batch file, or a batch file that asks for something else, runs nothing.
     QVERIFY(WriteText(JobFile("other.bat"), "echo hello\r\nexit\r\n"));
     for (const std::string& command : {std::string("none.bat"), std::string("other.bat"),
                                        ToolCommandLine(*session_, "descget")}) {
-      QVERIFY2(processes_->RunCode(command, folder, ShowMode::Hidden) == -1, command.c_str());
+      QVERIFY2(processes_->RunCode({command, {}}, folder, ShowMode::Hidden) == -1, command.c_str());
     }
     QCOMPARE(ReadLog(jobs_).size(), 2);
   }

@@ -59,6 +59,20 @@ TEST_F(Centroids, ShowingRawPolygonsComputesMissingCentroidsFirst) {
   EXPECT_EQ(session.polygons.RawPolygonX.get(1), 1.0);
 }
 
+TEST_F(Centroids, AHeadingThatNeverEndsWritesNothingAndSaysWhy) {
+  WriteJob("T1N2E.CRP", {CrpRow("1.000", "2.000"), CrpRow("3.000", "4.000")});
+  const std::string before = ReadJob("T1N2E.CRP");
+  WriteJob("T1N2E.RPO", {"RAW POLYGONS  T1N2E", "  2 POLYGONS FOUN", "S 100100 100200 100300 100400 100100"});
+  EXPECT_FALSE(ComputeCentroids(session));
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), before);
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{NoPolygonHeadingText(JobDir() + "T1N2E.RPO",
+                                                                               JobDir() + "T1N2E.CRP")});
+  // An empty .RPO has no heading either.
+  WriteJob("T1N2E.RPO", {});
+  EXPECT_FALSE(ComputeCentroids(session));
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), before);
+}
+
 TEST_F(Centroids, SquareTriangleAndALineInTheOrderOfTheFile) {
   WriteRpo({"S 100100 100200 100300 100400 100100", "I 200100 200200 200300 200100", "O 300100 300200 300300"},
            "  3");

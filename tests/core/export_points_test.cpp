@@ -105,8 +105,26 @@ TEST_F(ExportPoints, TheJobsOwnNameIsRefusedCancelWritesNothingAndAMissingDefIsS
   Export({}, "");
   EXPECT_TRUE(user.messages.empty() && std::filesystem::is_empty(jobPath));
 
-  EXPECT_NO_THROW(Export({}, "PART.cor"));  // the job's .def is gone with the rest
+  EXPECT_NO_THROW(Export({}, "PART.cor"));  // the job's .def is gone with the rest, and the user is told
   EXPECT_TRUE(JobHas("PART.cor"));
+  EXPECT_FALSE(JobHas("PART.def"));
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"Path/File access error: " + JobDir() + "T1N2E.def"});
+}
+
+TEST_F(ExportPoints, ADefAlreadyBesideTheExportIsReplacedOnlyWhenTheUserAgrees) {
+  WriteJob("PART.DEF", {"ANOTHER JOB"});
+  user.answers = {Answer::No};
+  Export({1}, "PART.cor");
+  ASSERT_EQ(user.messages.size(), 1u);
+  EXPECT_EQ(user.messages[0].text, ReplaceDefQuestion(JobDir() + "PART.DEF"));
+  EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
+  EXPECT_EQ(ReadJob("PART.DEF"), "ANOTHER JOB\r\n");
+  EXPECT_EQ(ReadJob("PART.cor"), Text({ExportLine("100100", 2098745.0, 476318.0)}));
+  EXPECT_FALSE(JobHas("PART.def"));
+
+  user.answers = {Answer::Yes};
+  Export({1}, "PART.cor");
+  EXPECT_EQ(ReadJob("PART.DEF"), ReadJob("T1N2E.def"));
   EXPECT_FALSE(JobHas("PART.def"));
 }
 

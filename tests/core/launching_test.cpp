@@ -119,6 +119,25 @@ TEST_F(Launching, ReadBatchCommandKeepsBlanksInsideTheQuotes) {
   EXPECT_EQ(spaced->input, "in");
 }
 
+TEST_F(Launching, QuotesInAFolderAreDoubledAndReadBack) {
+  // A double quote may stand in a folder's name here (Windows allows none): doubled inside the
+  // quotes, it comes back whole, and the command keeps its shape.
+  std::filesystem::create_directories(root / "a \"b\" c");
+  s.JobFolder = (root / "a \"b\" c").string() + PathSeparator();
+  s.ToolFolder = (root / "a \"b\" c").string();
+  const std::string line = ScriptCommand(s, "recpad.exe", "t1$.001");
+  EXPECT_EQ(line, "\"" + (root / "a \"\"b\"\" c").string() + PathSeparator() + "recpad.exe\"  <\"" +
+                      (root / "a \"\"b\"\" c").string() + PathSeparator() + "t1$.001\"");
+  WriteJobBytes("q.bat", line + "\r\nexit\r\n");
+  const auto command = ReadBatchCommand((jobPath / "q.bat").string());
+  ASSERT_TRUE(command.has_value());
+  EXPECT_EQ(command->program, s.ToolFolder + PathSeparator() + "recpad.exe");
+  EXPECT_EQ(command->input, s.JobFolder + "t1$.001");
+  // An unclosed quote, or a lone quote after the doubled one, is not a command.
+  WriteJobBytes("r.bat", "\"a\"\"  <\"b\"\r\n");
+  EXPECT_FALSE(ReadBatchCommand((jobPath / "r.bat").string()).has_value());
+}
+
 TEST_F(Launching, ReadBatchCommandRefusesOtherShapes) {
   const std::vector<std::string> shapes = {
       "recpad.exe < t1$.001",          // no quotes

@@ -94,6 +94,22 @@ TEST_F(LineFiles, LxnChainsGiveSegmentsAndSkipThoseEndingOnZero) {
   EXPECT_EQ(session.lxn.LxnRecordCount + session.lxn.LxnSegmentCount, 0);
 }
 
+TEST_F(LineFiles, ASegmentCountNearTheThirtyTwoBitBoundOverflowsTheCounterAlone) {
+  // 2147483647 - 1 added to the 16-bit counter is an overflow fault of that record alone; the
+  // sum must not overflow first, and the walk stops at the segment table's bound.
+  SetPoints({{"100100", 0, 0}, {"100200", 1, 0}, {"100300", 2, 0}});
+  WriteJob("T1N2E.LXN", {"LINE CHAINS", "  TWP 1N 2E", "3", "100100100200100300", "2147483647", "100300100100",
+                         "-2147483647", "100100100200", "999999"});
+  ReadLxn(session);
+  EXPECT_EQ(session.lxn.LxnRecordCount, 4);
+  EXPECT_EQ(session.lxn.LxnSegmentCount, 2);
+  EXPECT_EQ(EndsOf(session.lxn.LxnLineEnds, 3), (Pairs{{1, 2}, {2, 3}, {3, 1}}));
+  ExpectFault(FaultKind::Overflow, [] { Add16(2, 2147483646); });
+  ExpectFault(FaultKind::Overflow, [] { Add16(-2, -2147483647 - 1); });
+  EXPECT_EQ(Add16(32766, 1), 32767);
+  EXPECT_EQ(Add16(-32767, -1), -32768);
+}
+
 TEST(Bearings, PackedDegreesMinutesSecondsByTheLengthOfTheirText) {
   const double degree = std::atan(1.0) / 45.0;
   const std::pair<double, double> cases[] = {

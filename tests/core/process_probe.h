@@ -14,22 +14,21 @@ namespace tessel::test {
 
 class ProcessProbe : public RecordingProcessPort {
  public:
-  void Run(const std::string& commandLine, const std::string& folder) override {
-    RecordingProcessPort::Run(commandLine, folder);
+  void Run(const Launch& launch, const std::string& folder) override {
+    RecordingProcessPort::Run(launch, folder);
     After(ShowMode::Normal, {});
   }
-  int RunCode(const std::string& commandLine, const std::string& folder, ShowMode mode) override {
-    RecordingProcessPort::RunCode(commandLine, folder, mode);
+  int RunCode(const Launch& launch, const std::string& folder, ShowMode mode) override {
+    RecordingProcessPort::RunCode(launch, folder, mode);
     After(mode, {});
     return 0;
   }
-  void Watch(const std::string& commandLine, const std::string& folder,
-             const std::vector<std::string>& lockedEntries) override {
-    RecordingProcessPort::Watch(commandLine, folder, lockedEntries);
+  void Watch(const Launch& launch, const std::string& folder, const std::vector<std::string>& lockedEntries) override {
+    RecordingProcessPort::Watch(launch, folder, lockedEntries);
     After(ShowMode::Normal, lockedEntries);
   }
-  void Spawn(const std::string& commandLine, const std::string& folder, ShowMode mode) override {
-    RecordingProcessPort::Spawn(commandLine, folder, mode);
+  void Spawn(const Launch& launch, const std::string& folder, ShowMode mode) override {
+    RecordingProcessPort::Spawn(launch, folder, mode);
     After(mode, {});
   }
 

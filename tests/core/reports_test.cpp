@@ -37,7 +37,7 @@ TEST_F(Reports, TableHoldsThreeMenuEntriesAndSevenListings) {
   }
 }
 
-TEST_F(Reports, EveryRowOpensItsFileUnquotedOrTellsItIsMissing) {
+TEST_F(Reports, EveryRowOpensItsFileOrTellsItIsMissing) {
   for (const ReportRow& row : ReportTable()) {
     user.messages.clear();
     processes.launches.clear();
@@ -53,7 +53,7 @@ TEST_F(Reports, EveryRowOpensItsFileUnquotedOrTellsItIsMissing) {
     EXPECT_TRUE(user.messages.empty());
     ASSERT_EQ(processes.launches.size(), 1u);
     EXPECT_EQ(processes.launches[0].kind, "Spawn");
-    EXPECT_EQ(processes.launches[0].commandLine, Editor() + " " + JobDir() + "T1N2E" + row.extension);
+    EXPECT_EQ(processes.launches[0].launch, (Launch{Editor(), {JobDir() + "T1N2E" + row.extension}}));
     EXPECT_EQ(processes.launches[0].folder, JobDir());
   }
 }
@@ -66,18 +66,21 @@ TEST_F(Reports, ReportIsFoundInTheCaseTheSuiteWroteIt) {
   EXPECT_EQ(processes.launches[0].commandLine, "/usr/bin/gedit " + JobDir() + "T1N2E.adj");
 }
 
-TEST_F(Reports, JobPathWithABlankStaysUnquoted) {
-  std::filesystem::create_directory(root / "my job");
-  session.JobFolder = (root / "my job").string() + PathSeparator();
+TEST_F(Reports, JobPathWithBlanksAndQuotesIsOneArgument) {
+  std::filesystem::create_directory(root / "my \"job\"");
+  session.JobFolder = (root / "my \"job\"").string() + PathSeparator();
   session.JobBase = session.JobFolder + "T1N2E";
   session.CurrentFolder = session.JobFolder;
-  WriteLines(root / "my job" / "T1N2E.GEN", {"GEN"});
+  WriteLines(root / "my \"job\"" / "T1N2E.GEN", {"GEN"});
   OpenReport(session, ReportTable()[0]);
   ASSERT_EQ(processes.launches.size(), 1u);
-  EXPECT_EQ(processes.launches[0].commandLine, Editor() + " " + session.JobBase + ".GEN");
+  EXPECT_EQ(processes.launches[0].launch, (Launch{Editor(), {session.JobBase + ".GEN"}}));
+  // Shown as one line, the argument is quoted with its quotes doubled.
+  EXPECT_EQ(processes.launches[0].commandLine, Editor() + " \"" + (root / "my \"\"job\"\"").string() +
+                                                   PathSeparator() + "T1N2E.GEN\"");
 }
 
-TEST_F(Reports, ProjectReportsAsksOverTheJobFilesAndOpensTheChoiceQuoted) {
+TEST_F(Reports, ProjectReportsAsksOverTheJobFilesAndOpensTheChoice) {
   ProjectReports(session);  // cancelled
   ASSERT_EQ(user.fileRequests.size(), 1u);
   const FileRequest& request = user.fileRequests[0];
@@ -91,7 +94,7 @@ TEST_F(Reports, ProjectReportsAsksOverTheJobFilesAndOpensTheChoiceQuoted) {
   ProjectReports(session);
   ASSERT_EQ(processes.launches.size(), 1u);
   EXPECT_EQ(processes.launches[0].kind, "Spawn");
-  EXPECT_EQ(processes.launches[0].commandLine, Editor() + " \"" + JobDir() + "T1N2E.gen\"");
+  EXPECT_EQ(processes.launches[0].launch, (Launch{Editor(), {JobDir() + "T1N2E.gen"}}));
   EXPECT_EQ(processes.launches[0].folder, JobDir());
 }
 

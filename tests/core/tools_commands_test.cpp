@@ -133,9 +133,11 @@ TEST_F(Commands, EachSpecialRowLaunchesItsOwnWayAndAsksNothingWithoutCause) {
       {"mnuCommandCadastralSplitplan", Launch("Watch", Tool("splitplan")), both},
       {"mnuCommandUtilitiesShell", Launch("Spawn", PlatformProgram("Command.com")), {}},
   };
+  // What was unloaded when the tool started; it lives as long as the probe that fills it.
+  Strings unloadedBefore;
   for (const auto& [entry, launch, locked] : cases) {
     Forget();
-    Strings unloadedBefore;
+    unloadedBefore.clear();
     probe.during = [&] { unloadedBefore = user.unloaded; };
     const bool blocking = launch.rfind("Run", 0) == 0;
     probe.fail = blocking;  // a failed launch is stepped over
@@ -147,6 +149,8 @@ TEST_F(Commands, EachSpecialRowLaunchesItsOwnWayAndAsksNothingWithoutCause) {
     EXPECT_EQ(FirstAndLastPointer(), blocking ? hourglass : std::vector<Pointer>{}) << entry;
     for (const RecordedMessage& m : user.messages) EXPECT_NE(m.buttons, Buttons::YesNo) << entry << m.text;
   }
+  probe.during = nullptr;
+  probe.fail = false;
   s.CurrentFolder = root.string();
   Run("mnuCommandUtilitiesShell");
   EXPECT_EQ(s.CurrentFolder, JobDir());
@@ -165,6 +169,51 @@ TEST_F(Commands, EachSpecialRowLaunchesItsOwnWayAndAsksNothingWithoutCause) {
   Run("mnuEditRecpad");
   EXPECT_EQ(user.MessageTexts(), Strings{"You must first Open or Create a job."});
   EXPECT_TRUE(probe.launches.empty());
+}
+
+TEST_F(Commands, Lsa2CorWritesNothingFromAnLsaItCouldNotReadThrough) {
+  const std::vector<std::string> cor = {CorRow("100100", "10", "10"), CorRow("100200", "20", "20")};
+  WriteJob("T1N2E.COR", cor);
+  const std::string before = ReadJob("T1N2E.COR");
+  const std::vector<std::string> lsa = LsaFile({ControlRow("900100", "1000", "1000")}, {LsaLineRow("100100", "900100")},
+                                               {LsaPointRow("100100", "1000", "1000"), LsaPointRow("900100", "5", "5")});
+  s.points.Append("100100", 10, 10);  // what the store held before: .COR and a control station
+  s.points.Append("800800", 3, 3);
+  // Cut to two lines, cut inside its points, or missing: .COR stays, and the user is told why.
+  for (const std::size_t keep : {std::size_t{2}, lsa.size() - 1, std::size_t{0}}) {
+    user.messages.clear();
+    if (keep == 0) {
+      std::filesystem::remove(jobPath / "T1N2E.LSA");
+    } else {
+      WriteJob("T1N2E.LSA", std::vector<std::string>(lsa.begin(), lsa.begin() + static_cast<std::ptrdiff_t>(keep)));
+    }
+    Run("mnuCommandUtilitiesLsa2cor");
+    EXPECT_EQ(ReadJob("T1N2E.COR"), before) << keep;
+    EXPECT_EQ(user.MessageTexts(), Strings{LsaPointsUnreadText(JobDir() + "T1N2E.LSA", JobDir() + "T1N2E.COR")})
+        << keep;
+  }
+  WriteJob("T1N2E.LSA", lsa);
+  user.messages.clear();
+  Run("mnuCommandUtilitiesLsa2cor");
+  EXPECT_EQ(ReadJob("T1N2E.COR"), Text({CorLine("100100", 1000, 1000), CorLine("900100", 5, 5)}));
+  EXPECT_TRUE(user.messages.empty());
+}
+
+TEST_F(Commands, LaunchesKeepBlanksInTheirProgramAndArguments) {
+  std::filesystem::create_directories(root / "Tessel Suite");
+  s.ToolFolder = (root / "Tessel Suite").string();
+  WriteLines(root / "Tessel Suite" / "seedxy.exe", {"x"});
+  Run("mnuCommandSeedxy");
+  ASSERT_EQ(probe.launches.size(), 1u);
+  EXPECT_EQ(probe.launches[0].launch, (tessel::Launch{s.ToolFolder + PathSeparator() + "seedxy.exe", {}}));
+  // The observation file chosen goes to the editor as one argument, blanks and all.
+  Forget();
+  s.config.EditorPath = "/opt/my editor/edit";
+  user.files.push_back(FileChoice{JobDir() + "a b.obs", "a b.obs"});
+  Run("mnuEditObs");
+  ASSERT_EQ(probe.launches.size(), 1u);
+  EXPECT_EQ(probe.launches[0].launch, (tessel::Launch{"/opt/my editor/edit", {JobDir() + "a b.obs"}}));
+  EXPECT_EQ(probe.launches[0].commandLine, "\"/opt/my editor/edit\" \"" + JobDir() + "a b.obs\"");
 }
 
 TEST_F(Commands, BlockingRunsRereadWhatTheirToolChanged) {
@@ -227,7 +276,8 @@ TEST_F(Commands, QuestionBeforeOverwritingAnsweredNoStopsEverything) {
 TEST_F(Commands, SideFilesStandBesideTheJobOnlyWhileTheToolRuns) {
   const std::pair<const char*, Strings> cases[] = {{"mnuCommandCogopad", {"cogopad.hlp"}},
                                                     {"mnuCommandShift27", {"conus.las", "conus.los"}}};
-  for (const auto& [entry, files] : cases) {
+  for (const auto& [entry, sideFiles] : cases) {
+    const Strings& files = sideFiles;  // a binding of its own, which the probe can capture
     for (const std::string& f : files) WriteTool(f, {f});
     Strings during;  // the side files found beside the job with the master's bytes
     probe.during = [&] {

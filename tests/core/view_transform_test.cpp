@@ -3,6 +3,8 @@
 // and the four saved views.
 
 #include <array>
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <string>
 #include <utility>
@@ -71,6 +73,25 @@ TEST_F(ViewTransform, ZoomExtentsIsSquareOnTheLargerSpanWithUnevenMargins) {
   s.extents = JobExtents{100, 1100, 200, 600};  // a wide job: the margins still hang on MaxY and MinX
   ZoomExtents(s);
   ExpectWindow({80, 700, 1150, -450});
+}
+
+TEST_F(ViewTransform, ExtentsBeyondTheSinglesRangeStopAtItsLargestValue) {
+  // A coordinate of 1E39 gives a span no single holds: the view stops at the largest single,
+  // so every value stays a number and the points of the job are still in the picture.
+  for (const double far : {1e39, 1e300}) {
+    s.extents = JobExtents{0, far, 0, 1000};
+    ZoomExtents(s);
+    for (const float value : {v.SpanX, v.SpanY, v.ViewLeft, v.ViewTop, v.ViewRight, v.ViewBottom, v.ScaleLeft,
+                              v.ScaleTop, v.ScaleWidth, v.ScaleHeight}) {
+      EXPECT_TRUE(std::isfinite(value)) << far;
+    }
+    EXPECT_EQ(v.SpanX, std::numeric_limits<float>::max());
+    EXPECT_LT(v.ScaleLeft, 0.0f);
+    EXPECT_GT(v.ScaleWidth, 0.0f);
+  }
+  s.extents = JobExtents{-1e39, 0, -1e39, 0};
+  ZoomExtents(s);
+  EXPECT_TRUE(std::isfinite(v.ScaleTop) && std::isfinite(v.ScaleHeight));
 }
 
 TEST_F(ViewTransform, TheAspectRuleTakesTheWidthFromTheHeight) {
