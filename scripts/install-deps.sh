@@ -2,7 +2,9 @@
 # Installs what Tessel needs to build and test on Debian 12, when it is missing.
 set -euo pipefail
 
-packages=(g++ cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libgtest-dev xvfb xauth)
+# clang-14 and its runtime build the sanitizer tests and the libFuzzer targets.
+packages=(g++ cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libgtest-dev xvfb xauth
+          clang-14 libclang-rt-14-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

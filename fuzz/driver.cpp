@@ -1,0 +1,40 @@
+// Replays inputs through a fuzz target where libFuzzer is not used: every file named, and every
+// file under every folder named, in the order of their names. Any sanitizer report ends the run.
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+int main(int argc, char** argv) {
+  namespace fs = std::filesystem;
+  std::vector<fs::path> inputs;
+  for (int i = 1; i < argc; ++i) {
+    const fs::path given(argv[i]);
+    std::error_code ec;
+    if (fs::is_directory(given, ec)) {
+      for (const auto& entry : fs::recursive_directory_iterator(given, ec)) {
+        if (entry.is_regular_file()) inputs.push_back(entry.path());
+      }
+    } else if (fs::is_regular_file(given, ec)) {
+      inputs.push_back(given);
+    } else {
+      std::fprintf(stderr, "no such input: %s\n", argv[i]);
+      return 2;
+    }
+  }
+  std::sort(inputs.begin(), inputs.end());
+  for (const fs::path& input : inputs) {
+    std::ifstream in(input, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  }
+  std::printf("%zu inputs replayed\n", inputs.size());
+  return 0;
+}

@@ -1,0 +1,110 @@
+// One fuzz target for one reader (chosen by TESSEL_FUZZ_TARGET from targets.def): the input
+// becomes the reader's file in a copy of the sample job, the reader runs on a fresh session and,
+// for a dataset, the job is drawn on a canvas that keeps nothing. Built with libFuzzer under
+// clang, or with driver.cpp, which replays files and folders of inputs.
+
+#include <cstddef>
+#include <cstdlib>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include <unistd.h>
+
+#include "calculations/note_file.h"
+#include "datasets/coordinate_files.h"
+#include "datasets/identity.h"
+#include "datasets/line_files.h"
+#include "model/config.h"
+#include "model/dialog_memory.h"
+#include "model/recording_ports.h"
+#include "model/session.h"
+#include "model/text_file.h"
+#include "parcels/centroids.h"
+#include "parcels/parcel_file.h"
+#include "parcels/raw_polygons.h"
+#include "surveys/survey_file.h"
+#include "tools/launching.h"
+#include "viewer/drawing.h"
+#include "viewer/view_transform.h"
+
+namespace fs = std::filesystem;
+
+namespace tessel::fuzz {
+namespace {
+
+constexpr const char* kJob = "T12NR04E";
+
+struct Target {
+  std::string_view file;
+  void (*steps)(Session& s);
+};
+
+#define FUZZ_TARGET(name, file, ...) \
+  constexpr Target name{file, [](Session & s) { __VA_ARGS__; }};
+#include "targets.def"
+#undef FUZZ_TARGET
+
+constexpr const Target& kTarget = TESSEL_FUZZ_TARGET;
+
+// A folder of its own for this process: job/ holds a copy of the sample job, tool/ is the
+// program's folder.
+const fs::path& Root() {
+  static const fs::path root = [] {
+    std::error_code ec;
+    fs::path base = fs::is_directory("/dev/shm", ec) ? fs::path("/dev/shm") : fs::temp_directory_path();
+    fs::path dir = base / ("tessel-fuzz-" + std::to_string(static_cast<long long>(::getpid())));
+    fs::create_directories(dir / "job");
+    fs::create_directories(dir / "tool");
+    std::atexit([] {
+      std::error_code ignored;
+      fs::remove_all(Root(), ignored);
+    });
+    for (const auto& entry : fs::directory_iterator(TESSEL_SAMPLES_DIR)) {
+      if (entry.path().filename().string().starts_with(kJob)) {
+        fs::copy_file(entry.path(), dir / "job" / entry.path().filename(), fs::copy_options::overwrite_existing);
+      }
+    }
+    return dir;
+  }();
+  return root;
+}
+
+std::string TargetPath(const Session& s) {
+  if (kTarget.file.starts_with('@')) return s.ToolFile(kTarget.file.substr(1));
+  return s.JobBase + std::string(kTarget.file);
+}
+
+}  // namespace
+
+void RunOne(const std::uint8_t* data, std::size_t size) {
+  RecordingUserPort user;
+  NullCanvas canvas;
+  RecordingProcessPort processes;
+  Session s(user, canvas, processes);
+  const std::string sep(1, static_cast<char>(fs::path::preferred_separator));
+  s.ToolFolder = (Root() / "tool").string();
+  s.JobFolder = (Root() / "job").string() + sep;
+  s.JobBase = s.JobFolder + kJob;
+  s.JobName = kJob;
+  s.CurrentFolder = s.JobFolder;
+  WriteFileBytes(TargetPath(s), std::string_view(reinterpret_cast<const char*>(data), size));
+  kTarget.steps(s);
+  if (!kTarget.file.starts_with('@')) {
+    Viewer viewer(s);
+    s.display = &viewer;
+    // Every layer but the assessor's links, with names and full parcel labels.
+    ViewChecks& c = s.checks;
+    c.mnuOptionsControl = c.mnuViewPoints = c.mnuOptionsID = c.mnuOptionsLinesLXN = c.mnuOptionsLinesLSA = true;
+    c.mnuViewLinesRaw = c.mnuOptionsMultiAtt = c.mnuOptionsParcel = c.mnuOptionsParcelFull = c.mnuViewRPO = true;
+    viewer.RefreshViewAfterExtents();
+  }
+}
+
+}  // namespace tessel::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tessel::fuzz::RunOne(data, size);
+  return 0;
+}
