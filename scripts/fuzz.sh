@@ -33,6 +33,6 @@ seeds=()
 for folder in "build-fuzz/fuzz/seeds/$target" "fuzz/corpus/$target" "$crashes"; do
   [ -d "$folder" ] && seeds+=("$folder")
 done
-# Inputs up to 64 KiB: the full-size job's files seed the corpus but would slow every run.
-exec "build-fuzz/fuzz/fuzz-$target" "$corpus" "${seeds[@]}" -max_total_time="$seconds" -max_len=65536 \
+# Inputs up to 16 KiB: the full-size job's files seed the corpus but would slow every run.
+exec "build-fuzz/fuzz/fuzz-$target" "$corpus" "${seeds[@]}" -max_total_time="$seconds" -max_len=16384 \
   -timeout=10 -rss_limit_mb=4096 -artifact_prefix="$crashes/" -print_final_stats=1

@@ -12,6 +12,7 @@
 #include <QtTest>
 
 #include "model/config.h"
+#include "paint/painter_canvas.h"
 #include "job/load_sequence.h"
 #include "model/recording_ports.h"
 #include "viewer/drawing.h"
@@ -47,6 +48,55 @@ class RenderTest : public QObject {
     // A control station: its yellow ring (pen 8) round the point dot painted over its centre.
     const ControlStation& station = session_->control.Control.get(1);
     QCOMPARE(picture.pixelColor(Pixel(station.x, station.y) + QPoint(3, 0)), QColor(0xFF, 0xFF, 0x00));
+  }
+
+  void absurdNumbersDrawNothingWhereTheyCannotAndTheRestAsEver() {
+    // A point of .COR at X 1E39 and a control station at X 1E20; a dot size no screen shows.
+    QFile cor(Job(QStringLiteral("T12NR04E.COR")));
+    QVERIFY(cor.open(QIODevice::Append));
+    cor.write(" 999999            1E39         1000.000\r\n");
+    cor.close();
+    Config config;
+    config.PtSizeCor = 32767;
+    config.PtSizeCtrl = 32767;
+    WriteConfig(work_->filePath(QStringLiteral("tools/Tessel.cfg")).toStdString(), config);
+    const QString png = work_->filePath(QStringLiteral("far.png"));
+    QCOMPARE(Run({QStringLiteral("render"), Job(QStringLiteral("T12NR04E.def")), png, QStringLiteral("--layers"),
+                  QStringLiteral("points,control,lsa")}),
+             0);
+    const QImage picture(png);
+    QVERIFY(!picture.isNull());
+    int inked = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) inked += picture.pixelColor(x, y) != QColor(Qt::white);
+    }
+    QVERIFY2(inked > 0, "the picture is blank");
+
+    // On the canvas itself: what cannot be on the image is dropped, a line to it is cut at the
+    // reach, and a pen no screen shows is drawn at the widest.
+    QImage image(200, 100, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    {
+      PainterCanvas canvas(&image);
+      canvas.SetScale(0, 100, 200, -100);
+      canvas.SetPenWidth(3);
+      const double nan = std::nan("");
+      const std::pair<double, double> far[] = {{1e20, 50.0}, {-1e300, 1e300}, {nan, 50.0}, {50.0, nan}};
+      for (const auto& [x, y] : far) {
+        canvas.Dot(x, y, 0xFF0000);
+        canvas.Text("far");
+        canvas.Circle(x, y, 5, 0xFF0000);
+        canvas.Circle(50, 50, 1e300, 0xFF0000);
+      }
+      canvas.Dot(20, 50, 0x0000FF);
+      canvas.Line(150, 50, 1e30, 50, 0x00FF00);
+      canvas.Line(nan, 1, 2, 3, 0x00FF00);
+      canvas.SetPenWidth(32767);
+      QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+    }
+    QCOMPARE(image.pixelColor(20, 50), QColor(0x00, 0x00, 0xFF));
+    QCOMPARE(image.pixelColor(199, 50), QColor(0x00, 0xFF, 0x00));
+    QCOMPARE(image.pixelColor(100, 20), QColor(Qt::white));
   }
 
   void pointsTakeTheirColour() {
