@@ -18,6 +18,7 @@
 #include "datasets/line_files.h"
 #include "model/config.h"
 #include "model/dialog_memory.h"
+#include "model/fault.h"
 #include "model/recording_ports.h"
 #include "model/session.h"
 #include "model/text_file.h"
@@ -90,7 +91,12 @@ void RunOne(const std::uint8_t* data, std::size_t size) {
   s.JobName = kJob;
   s.CurrentFolder = s.JobFolder;
   WriteFileBytes(TargetPath(s), std::string_view(reinterpret_cast<const char*>(data), size));
-  kTarget.steps(s);
+  // A run-time fault is how a reader ends on a bad file, and its caller traps it as the load
+  // does; anything else escaping is a fault of the reader.
+  try {
+    kTarget.steps(s);
+  } catch (const RuntimeFault&) {
+  }
   if (!kTarget.file.starts_with('@')) {
     Viewer viewer(s);
     s.display = &viewer;

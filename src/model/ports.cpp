@@ -18,7 +18,10 @@ std::string Shown(const std::string& part) {
 
 std::string Launch::Text() const {
   std::string text = Shown(program);
-  for (const std::string& argument : arguments) text += " " + Shown(argument);
+  for (const std::string& argument : arguments) {
+    text += ' ';
+    text += Shown(argument);
+  }
   return text;
 }
 
