@@ -57,7 +57,8 @@ bool CutToReach(QPointF& a, QPointF& b) {
   const QPointF from = a;
   a = QPointF(from.x() + t0 * dx, from.y() + t0 * dy);
   b = QPointF(from.x() + t1 * dx, from.y() + t1 * dy);
-  return WithinReach(a) && WithinReach(b);
+  // On the square's edge, give or take the rounding.
+  return Finite(a) && Finite(b);
 }
 
 }  // namespace
