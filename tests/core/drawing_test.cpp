@@ -11,7 +11,9 @@
 #include <utility>
 #include <vector>
 
+#include "datasets/line_files.h"
 #include "model/recording_ports.h"
+#include "model/text.h"
 #include "viewer/drawing.h"
 #include "test_support.h"
 
@@ -72,6 +74,7 @@ class Drawing : public JobFixture {
     const int i = ++s.raw.RawLineCount;
     s.raw.RawLineEnds.at(i) = RawEnds{std::int16_t(from), std::int16_t(to), std::int16_t(survey)};
     s.raw.RawLineFields.at(i) = RawFields{"", "", "", "10", quadrant, "300000", "GLO"};
+    s.raw.RawLineMeasures.at(i) = RawMeasure{10.0, DmsToRadians(300000), static_cast<std::int8_t>(Val(quadrant))};
   }
   void AddPolygon(const std::string& tag, double x, double y) {
     const int i = ++s.polygons.RawPolygonCount;
@@ -178,6 +181,7 @@ TEST_F(Drawing, RecordLinesTakeTheSurveyColourWithTheVanishingOneSwapped) {
 
 TEST_F(Drawing, AnUnknownEndStepsFromTheKnownOneByQuadrantAndIsDotted) {
   Points({{"100100", 10000, 20000}});
+  s.UnitsPerChain = 66.0f;  // as the load sets it from the job's unit code
   s.checks.mnuViewLinesRaw = true;
   const double dx = 330.0, dy = 660.0 * std::cos(std::acos(-1.0) / 6);  // 10 chains at 30 degrees in feet
   // The signs of the step with the from end known; with the to end known they turn over.
@@ -200,7 +204,7 @@ TEST_F(Drawing, AnUnknownEndStepsFromTheKnownOneByQuadrantAndIsDotted) {
   s.config.BackgroundMode = 2;
   EXPECT_EQ(Paint(), (Calls{"Clear", "PenWidth 1", "PenStyle 2", "Line 10000 20000 9670 19428.4 #008080", "PenWidth 4",
                             "Dot 9670 19428.4 #FFFFFF", "PenWidth 1", "PenWidth 1", "PenWidth 1"}));
-  WriteJob("T1N2E.def", DefFile(1));  // the unit code is read from the job at each refresh
+  s.UnitsPerChain = static_cast<float>(66.0 / 3.2808333333);  // a job in metres
   EXPECT_EQ(Paint("Dot"), Calls{"Dot 9899.42 19825.8 #FFFFFF"});
 }
 

@@ -1,6 +1,9 @@
 // The point store: lookups give the answer of a full walk over entries 1..PointCount, in which
 // the last match wins and no match gives 0, however the entries were written.
 
+#include <algorithm>
+#include <random>
+
 #include "model/point_store.h"
 #include "test_support.h"
 
@@ -35,6 +38,45 @@ TEST(PointStore, FindGivesTheLastMatchAmongTheCountedEntries) {
   EXPECT_EQ(store.Find("A"), 0);
   EXPECT_EQ(store.PointIds(3), "C");
   EXPECT_DOUBLE_EQ(store.PointX(4), 4.0);
+}
+
+// The index against the walk it stands for, over random writes, counts and clears on a small
+// alphabet so that identifiers repeat, are overwritten and vanish.
+TEST(PointStore, FindAgreesWithAFullWalkOverRandomWrites) {
+  std::mt19937 random(7);
+  const std::vector<std::string> names = {"", "A", "B", " A", "100100", "C"};
+  PointStore store;
+  std::vector<std::string> ids(200);  // what the walk sees
+  int count = 0;
+  const auto walk = [&](const std::string& id) {
+    int found = 0;
+    for (int i = 1; i <= count; ++i) {
+      if (ids[static_cast<std::size_t>(i)] == id) found = i;
+    }
+    return found;
+  };
+  for (int step = 0; step < 20000; ++step) {
+    const int action = static_cast<int>(random() % 100);
+    if (action < 70) {
+      const int i = static_cast<int>(random() % 150) + 1;
+      const std::string& id = names[random() % names.size()];
+      store.Set(i, id, 0, 0);
+      ids[static_cast<std::size_t>(i)] = id;
+    } else if (action < 95) {
+      count = static_cast<int>(random() % 160);
+      store.SetCount(static_cast<std::int16_t>(count));
+    } else if (action < 99) {
+      const std::string& id = names[random() % names.size()];
+      if (count >= 199) continue;
+      EXPECT_EQ(store.Append(id, 0, 0), ++count);
+      ids[static_cast<std::size_t>(count)] = id;
+    } else {
+      store.Clear();
+      std::fill(ids.begin(), ids.end(), std::string());
+      count = 0;
+    }
+    for (const std::string& id : names) ASSERT_EQ(store.Find(id), walk(id)) << "step " << step << " id '" << id << "'";
+  }
 }
 
 TEST(PointStore, EmptyIdentifierFindsTheLastEmptyCountedEntry) {
