@@ -60,7 +60,7 @@ int main(int, char** argv) {
   }
   std::string side;
   for (const char* file : {"cogopad.hlp", "conus.las", "conus.los"}) {
-    if (fs::exists(folder / file)) side += (side.empty() ? "" : " ") + std::string(file);
+    if (fs::exists(folder / file)) side.append(side.empty() ? "" : " ").append(file);
   }
   std::ofstream(folder / "standin.log", std::ios::binary | std::ios::app)
       << name << '\t' << folder.string() << '\t' << job << '\t' << input << '\t' << (side.empty() ? "<none>" : side)
