@@ -8,6 +8,7 @@
 
 #include "calculations/note_file.h"
 #include "datasets/line_files.h"
+#include "job/load_sequence.h"
 #include "model/fault.h"
 #include "model/text.h"
 #include "surveys/survey_file.h"
@@ -149,6 +150,38 @@ TEST_F(LineFiles, RecordWithBothEndsUnknownPlacesBothAndLaterLinesUseThem) {
                                     "900003 66.500000 0.866000"}));
   EXPECT_EQ(EndsOf(session.raw.RawLineEnds, 2), (Pairs{{3, 2}, {2, 4}}));
   EXPECT_EQ(user.status[1], (Strings{kRaw, kRaw, kComputing, kComputing, kRaw, kComputing}));
+}
+
+// A survey table counted past its bound (as a .sid of too many surveys leaves it) stops the
+// linking at the first line, after that line's ends and before anything else is linked.
+TEST_F(LineFiles, SurveysCountedPastTheirBoundStopTheLinkingAtTheFirstLine) {
+  SetPoints({{"100100", 10, 10}, {"100200", 20, 20}});
+  for (int s = 1; s <= SurveyStore::kBound; ++s) session.surveys.SurveyTable.at(s).sLine = "SGLO";
+  session.surveys.SurveyCount = SurveyStore::kBound + 1;
+  WriteJob("T1N2E.def", DefFile(2));
+  WriteJob("T1N2E.raw", RawFile({RawRow("100100", "100200", "1", "1", "300000", "GLO"),
+                                 RawRow("100200", "100100", "1", "1", "300000", "GLO")}));
+  try {
+    ReadRaw(session);
+    FAIL() << "no fault";
+  } catch (const RuntimeFault& fault) {
+    EXPECT_EQ(fault.kind(), FaultKind::Subscript);
+  }
+  EXPECT_EQ(EndsOf(session.raw.RawLineEnds, 2), (Pairs{{1, 2}, {0, 0}}));
+  EXPECT_EQ(session.raw.RawLineEnds.get(1).survey, SurveyStore::kBound);  // the last of the name
+  EXPECT_EQ(session.UnitsPerChain, 0.0f);  // the unit code is read after the linking
+}
+
+// Each load starts the unit factor afresh: a job whose unit code is neither metres nor feet does
+// not draw or place its records with the factor of the job opened before it.
+TEST_F(LineFiles, EachLoadStartsTheUnitFactorAfresh) {
+  session.UnitsPerChain = 66.0f;
+  WriteJob("T1N2E.def", DefFile(3));
+  WriteJob("T1N2E.COR", {});
+  WriteJob("T1N2E.raw", RawFile({RawRow("100100", "100200", "1", "1", "300000", "GLO")}));
+  LoadOnly(session);
+  EXPECT_EQ(session.raw.RawLineCount, 1);
+  EXPECT_EQ(session.UnitsPerChain, 0.0f);
 }
 
 class SurveyAndNoteFiles : public JobFixture {
