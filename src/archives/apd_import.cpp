@@ -235,6 +235,8 @@ std::optional<ApdFiles> ApdBrowse(Session& session) {
 }
 
 bool ApdFinish(Session& session, const std::function<void(const std::string&)>& progress) {
+  // Nothing to import before a project has been chosen.
+  if (!JobGuard(session)) return false;
   std::string text = kApdAnalyzing;
   progress(text);
   if (!session.DatasetExists(".apd") && !Told(session, [&] { SplitRawFile(session, true); })) return false;

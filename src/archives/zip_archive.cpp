@@ -84,14 +84,9 @@ struct Member {
   bool hasTime = false;
 };
 
-// Opens and checks the archive; the members in their order.
-std::int16_t Check(const std::string& zipFile, Archive& archive, std::vector<Member>& members, std::string* problem) {
-  int error = 0;
-  archive.reset(zip_open(zipFile.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error));
-  if (!archive) {
-    Tell(problem, "\"" + zipFile + "\" cannot be opened as a ZIP file; it is missing or damaged.");
-    return kZipCannotOpen;
-  }
+// Checks the opened archive; the members in their order.
+std::int16_t CheckMembers(const std::string& zipFile, Archive& archive, std::vector<Member>& members,
+                          std::string* problem) {
   const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
   for (zip_int64_t i = 0; i < count; ++i) {
     const auto index = static_cast<zip_uint64_t>(i);
@@ -124,6 +119,17 @@ std::int16_t Check(const std::string& zipFile, Archive& archive, std::vector<Mem
     members.push_back(std::move(member));
   }
   return kZipOk;
+}
+
+// Opens and checks the archive file.
+std::int16_t Check(const std::string& zipFile, Archive& archive, std::vector<Member>& members, std::string* problem) {
+  int error = 0;
+  archive.reset(zip_open(zipFile.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error));
+  if (!archive) {
+    Tell(problem, "\"" + zipFile + "\" cannot be opened as a ZIP file; it is missing or damaged.");
+    return kZipCannotOpen;
+  }
+  return CheckMembers(zipFile, archive, members, problem);
 }
 
 void SetModified(const fs::path& path, std::time_t when) {
@@ -239,6 +245,30 @@ std::int16_t TestZipArchive(const std::string& zipFile, std::string* problem) {
   Archive archive;
   std::vector<Member> members;
   return Check(zipFile, archive, members, problem);
+}
+
+std::int16_t TestZipBytes(std::string_view bytes, std::string* problem) {
+  const std::string name = "the archive";
+  // An empty buffer would pass for an empty archive; an empty file is no ZIP file.
+  if (bytes.empty()) {
+    Tell(problem, name + " is empty.");
+    return kZipCannotOpen;
+  }
+  zip_error_t error;
+  zip_error_init(&error);
+  zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
+  zip_error_fini(&error);
+  if (!source) return kZipCannotOpen;
+  zip_error_init(&error);
+  Archive archive(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error));
+  zip_error_fini(&error);
+  if (!archive) {
+    zip_source_free(source);
+    Tell(problem, name + " cannot be opened as a ZIP file; it is damaged.");
+    return kZipCannotOpen;
+  }
+  std::vector<Member> members;
+  return CheckMembers(name, archive, members, problem);
 }
 
 std::int16_t UnzipArchive(const std::string& zipFile, const std::string& destination, const std::string& items,

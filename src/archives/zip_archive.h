@@ -51,6 +51,8 @@ std::string LfToCrLf(std::string_view bytes);
 // Tests the archive: opens it, checks that every member's name is safe and that every member
 // reads back whole. kZipOk, or the code of the first failure with a text saying what failed.
 std::int16_t TestZipArchive(const std::string& zipFile, std::string* problem = nullptr);
+// The same test on an archive's bytes in memory.
+std::int16_t TestZipBytes(std::string_view bytes, std::string* problem = nullptr);
 
 // Tests the archive first; only when the test passes are the members matching `items` (a
 // pattern on the member's last component, "*.*" for all) extracted into `destination`, keeping

@@ -223,6 +223,12 @@ TEST_F(ZipTest, DamagedArchivesAreRefusedBeforeAnythingIsWritten) {
   EXPECT_EQ(TestZipArchive(zip.string()), kZipDamaged);
   EXPECT_EQ(ReadBytes(Out() / "a.txt"), "kept\r\n");
   EXPECT_EQ(TestZipArchive(good.string()), kZipOk);
+  EXPECT_EQ(TestZipBytes(bytes), kZipOk);
+  EXPECT_EQ(TestZipBytes(flipped), kZipDamaged);
+  // Every archive cut short is refused, whatever the cut.
+  for (std::size_t size = 0; size < bytes.size(); size += 7) {
+    EXPECT_NE(TestZipBytes(std::string_view(bytes).substr(0, size)), kZipOk) << size;
+  }
   EXPECT_EQ(TestZipArchive((root / "missing.zip").string()), kZipCannotOpen);
 }
 
