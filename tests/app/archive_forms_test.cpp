@@ -127,7 +127,7 @@ class ArchiveFormsTest : public QObject {
     QVERIFY(QFile::exists(dir.filePath("J1.zip")));
   }
 
-  void lhaStartsWithTheDescribedArgumentsAndNoShell() {
+  void lhaStartsWithItsArgumentsAsBuiltAndNoShell() {
     QTemporaryDir tools;
     QTemporaryDir job;
     // The stand-in archiver, in capitals: writes each argument on its own line into a file named
