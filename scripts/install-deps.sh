@@ -2,7 +2,7 @@
 # Installs what Tessel needs to build and test on Debian 12, when it is missing.
 set -euo pipefail
 
-packages=(g++ cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libgtest-dev xvfb xauth)
+packages=(g++ cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libgtest-dev libzip-dev zip unzip xvfb xauth)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -3,11 +3,15 @@
 //   tessel-batch dump PATH.def [--tool-folder DIR] [--pretty]
 //   tessel-batch render PATH.def OUT.png|OUT.pdf [--size WxH] [--layers a,b,...] [--background 1|2]
 //                       [--tool-folder DIR]
+//   tessel-batch apd-import PATH.def [--tool-folder DIR]
 //
 // Both open the job as File Open does (identity, TEMP.JOB, support files, every reader in order,
 // the first drawing) and close it again as Close does. dump prints the stores as one JSON
-// object; render writes the picture the desktop canvas would show at that size.
+// object; render writes the picture the desktop canvas would show at that size. apd-import runs
+// the APD wizard's Finish on the project: it prints the file list, the progress texts and the
+// closing message, and ends with 0 when the import ran to its end.
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -15,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "archives/apd_import.h"
 #include "batch/batch_session.h"
 #include "batch/job_dump.h"
 #include "model/paths.h"
@@ -28,7 +33,7 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | render PATH.def OUT.png|OUT.pdf [--size WxH] "
-    "[--layers a,b,...] [--background 1|2]; both take [--tool-folder DIR]";
+    "[--layers a,b,...] [--background 1|2] | apd-import PATH.def; all take [--tool-folder DIR]";
 
 int Fail(const std::string& message) {
   std::cerr << "tessel-batch: " << message << "\n";
@@ -78,6 +83,36 @@ int Dump(const Arguments& a) {
   return 0;
 }
 
+int ApdImport(const Arguments& a) {
+  if (a.positional.size() != 1 || a.pretty || a.size || a.layers || a.background) return Fail(kUsage);
+  tessel::RecordingUserPort user;
+  tessel::NullCanvas canvas;
+  tessel::RecordingProcessPort processes;
+  tessel::Session session(user, canvas, processes);
+  session.ToolFolder = a.toolFolder;
+  const fs::path def = fs::absolute(fs::path(a.positional[0]));
+  const tessel::ApdFiles files = tessel::ApdUseProject(session, def.string(), def.filename().string());
+  for (const auto& line : files.lines) std::cout << line << "\n";
+  if (!files.finishEnabled) return Fail("the project lacks a file the import needs");
+  std::size_t printed = 0;
+  const bool done = tessel::ApdFinish(session, [&](const std::string& text) {
+    // Each step adds a line to the progress text; print the new ones.
+    std::size_t start = 0;
+    for (std::size_t line = 0; start <= text.size(); ++line) {
+      const std::size_t end = std::min(text.find('\n', start), text.size());
+      if (line >= printed) {
+        std::cout << text.substr(start, end - start) << "\n";
+        printed = line + 1;
+      }
+      start = end + 1;
+    }
+  });
+  for (const auto& message : user.messages) {
+    (message.icon == tessel::Icon::Stop ? std::cerr : std::cout) << message.text << "\n";
+  }
+  return done ? 0 : 1;
+}
+
 #ifdef TESSEL_WITH_RENDER
 int Render(const Arguments& a) {
   if (a.positional.size() != 2 || a.pretty) return Fail(kUsage);
@@ -124,6 +159,7 @@ int main(int argc, char** argv) {
     if (!fs::is_regular_file(fs::path(a->positional[0]), ec)) return Fail("no such job definition: " + a->positional[0]);
   }
   if (a->command == "dump") return Dump(*a);
+  if (a->command == "apd-import") return ApdImport(*a);
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else
