@@ -1,12 +1,14 @@
 // tessel-batch: the headless companion of Tessel.
 //
 //   tessel-batch dump PATH.def [--tool-folder DIR] [--pretty]
+//   tessel-batch irr PATH.def
 //   tessel-batch render PATH.def OUT.png|OUT.pdf [--size WxH] [--layers a,b,...] [--background 1|2]
 //                       [--tool-folder DIR]
 //
 // Both open the job as File Open does (identity, TEMP.JOB, support files, every reader in order,
 // the first drawing) and close it again as Close does. dump prints the stores as one JSON
-// object; render writes the picture the desktop canvas would show at that size.
+// object; irr prints the irregular sections of the job's .irr as one JSON object, without
+// opening the job; render writes the picture the desktop canvas would show at that size.
 
 #include <filesystem>
 #include <iostream>
@@ -16,6 +18,7 @@
 #include <vector>
 
 #include "batch/batch_session.h"
+#include "batch/irr_dump.h"
 #include "batch/job_dump.h"
 #include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
@@ -27,7 +30,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kUsage =
-    "usage: tessel-batch dump PATH.def [--pretty] | render PATH.def OUT.png|OUT.pdf [--size WxH] "
+    "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf [--size WxH] "
     "[--layers a,b,...] [--background 1|2]; both take [--tool-folder DIR]";
 
 int Fail(const std::string& message) {
@@ -124,6 +127,10 @@ int main(int argc, char** argv) {
     if (!fs::is_regular_file(fs::path(a->positional[0]), ec)) return Fail("no such job definition: " + a->positional[0]);
   }
   if (a->command == "dump") return Dump(*a);
+  if (a->command == "irr") {
+    if (a->positional.size() != 1 || a->pretty || a->size || a->layers || a->background) return Fail(kUsage);
+    return tessel::RunIrrCommand(a->positional[0]);
+  }
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else
