@@ -1,11 +1,12 @@
 #include "app/subsystem_forms.h"
 
+#include "subdivision/ui/subdivision_forms.h"
+
 namespace tessel {
 
 void InstallSubsystemForms(QMainWindow& window, Session& session) {
   // One line per subsystem form library, in menu order.
-  (void)window;
-  (void)session;
+  InstallSubdivisionForms(window, session);
 }
 
 }  // namespace tessel
