@@ -19,6 +19,7 @@
 
 #include <memory>
 
+#include "app/qt_process_port.h"
 #include "model/recording_ports.h"
 #include "model/session.h"
 #include "model/text_file.h"
@@ -214,6 +215,30 @@ class SubdivisionFormsTest : public QObject {
     QCOMPARE(user_.MessageTexts(), (std::vector<std::string>{"You must complete the information requested.",
                                                              "You must complete the information requested."}));
     form.close();
+  }
+
+  // The stand-in, copied as splitplan, notes what it was fed on its standard input.
+  void computeFeedsTheRealToolItsAnswers() {
+    QMainWindow window;
+    QtProcessPort processes(window);
+    Session session(user_, canvas_, processes);
+    session.JobFolder = session_->JobFolder;
+    session.JobBase = session_->JobBase;
+    session.CurrentFolder = session_->CurrentFolder;
+    session.ToolFolder = session_->ToolFolder;
+    const QString tool = dir_->filePath(QStringLiteral("splitplan.exe"));
+    QVERIFY(QFile::copy(QStringLiteral(TESSEL_STANDIN), tool));
+    QVERIFY(QFile(tool).setPermissions(QFile(tool).permissions() | QFileDevice::ExeOwner));
+    Write(QStringLiteral("TEMP.JOB"), {session.JobBase});
+    ElongatedWizard wizard(session, QStringLiteral("12"), nullptr);
+    wizard.rows->setText(QStringLiteral("3"));
+    wizard.directions[3]->setChecked(true);
+    QTest::mouseClick(wizard.findChild<QPushButton*>(QStringLiteral("cmdFinish")), Qt::LeftButton);
+    QCOMPARE(wizard.result(), int(QDialog::Accepted));
+    const QList<QByteArray> log = Read(QStringLiteral("standin.log")).split('\t');
+    QVERIFY2(log.size() >= 4, Read(QStringLiteral("standin.log")).constData());
+    QCOMPARE(log[0], QByteArray("splitplan"));
+    QCOMPARE(log[3], QByteArray("2\\r\\n3\\r\\n5\\r\\n12\\r\\nW\\r\\n3\\r\\n\\r\\n9\\r\\n4\\r\\n3\\r\\n1\\r\\n"));
   }
 
   void theMenuEntryNeedsAJob() {
