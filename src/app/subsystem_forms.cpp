@@ -1,12 +1,14 @@
 #include "app/subsystem_forms.h"
 
 #include "archives/ui/archive_forms.h"
+#include "subdivision/ui/subdivision_forms.h"
 
 namespace tessel {
 
 void InstallSubsystemForms(QMainWindow& window, Session& session) {
   // One line per subsystem form library, in menu order.
   InstallArchivesForms(window, session);
+  InstallSubdivisionForms(window, session);
 }
 
 }  // namespace tessel

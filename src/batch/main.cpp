@@ -1,15 +1,17 @@
 // tessel-batch: the headless companion of Tessel.
 //
 //   tessel-batch dump PATH.def [--tool-folder DIR] [--pretty]
+//   tessel-batch irr PATH.def
 //   tessel-batch render PATH.def OUT.png|OUT.pdf [--size WxH] [--layers a,b,...] [--background 1|2]
 //                       [--tool-folder DIR]
 //   tessel-batch apd-import PATH.def [--tool-folder DIR]
 //
-// Both open the job as File Open does (identity, TEMP.JOB, support files, every reader in order,
-// the first drawing) and close it again as Close does. dump prints the stores as one JSON
-// object; render writes the picture the desktop canvas would show at that size. apd-import runs
-// the APD wizard's Finish on the project: it prints the file list, the progress texts and the
-// closing message, and ends with 0 when the import ran to its end.
+// dump and render open the job as File Open does (identity, TEMP.JOB, support files, every
+// reader in order, the first drawing) and close it again as Close does. dump prints the stores as
+// one JSON object; render writes the picture the desktop canvas would show at that size. irr
+// prints the irregular sections of the job's .irr as one JSON object, without opening the job.
+// apd-import runs the APD wizard's Finish on the project: it prints the file list, the progress
+// texts and the closing message, and ends with 0 when the import ran to its end.
 
 #include <algorithm>
 #include <filesystem>
@@ -21,6 +23,7 @@
 
 #include "archives/apd_import.h"
 #include "batch/batch_session.h"
+#include "batch/irr_dump.h"
 #include "batch/job_dump.h"
 #include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
@@ -32,8 +35,9 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kUsage =
-    "usage: tessel-batch dump PATH.def [--pretty] | render PATH.def OUT.png|OUT.pdf [--size WxH] "
-    "[--layers a,b,...] [--background 1|2] | apd-import PATH.def; all take [--tool-folder DIR]";
+    "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
+    "[--size WxH] [--layers a,b,...] [--background 1|2] | apd-import PATH.def; all but irr take "
+    "[--tool-folder DIR]";
 
 int Fail(const std::string& message) {
   std::cerr << "tessel-batch: " << message << "\n";
@@ -160,6 +164,10 @@ int main(int argc, char** argv) {
   }
   if (a->command == "dump") return Dump(*a);
   if (a->command == "apd-import") return ApdImport(*a);
+  if (a->command == "irr") {
+    if (a->positional.size() != 1 || a->pretty || a->size || a->layers || a->background) return Fail(kUsage);
+    return tessel::RunIrrCommand(a->positional[0]);
+  }
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else

@@ -19,6 +19,7 @@
 #include "model/view_state.h"
 #include "model/parcel_store.h"
 #include "model/survey_store.h"
+#include "model/section_definitions.h"
 
 namespace tessel {
 
@@ -63,6 +64,7 @@ struct Session {
   SurveyStore surveys;
   ParcelStore parcels;
   RawPolygonStore polygons;
+  SectionDefinitionStore sectionDefinitions;
 
   ViewState view;
   ViewChecks checks;
