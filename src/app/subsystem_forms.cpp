@@ -1,11 +1,12 @@
 #include "app/subsystem_forms.h"
 
+#include "regions/ui/region_forms.h"
+
 namespace tessel {
 
 void InstallSubsystemForms(QMainWindow& window, Session& session) {
   // One line per subsystem form library, in menu order.
-  (void)window;
-  (void)session;
+  InstallRegionForms(window, session);
 }
 
 }  // namespace tessel

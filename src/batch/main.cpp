@@ -3,11 +3,13 @@
 //   tessel-batch dump PATH.def [--tool-folder DIR] [--pretty]
 //   tessel-batch render PATH.def OUT.png|OUT.pdf [--size WxH] [--layers a,b,...] [--background 1|2]
 //                       [--tool-folder DIR]
+//   tessel-batch region-test REGION.def [--tolerance T] [--pretty]
 //
 // Both open the job as File Open does (identity, TEMP.JOB, support files, every reader in order,
 // the first drawing) and close it again as Close does. dump prints the stores as one JSON
 // object; render writes the picture the desktop canvas would show at that size.
 
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -17,6 +19,7 @@
 
 #include "batch/batch_session.h"
 #include "batch/job_dump.h"
+#include "batch/region_test.h"
 #include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
 #include "batch/job_render.h"
@@ -28,7 +31,8 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | render PATH.def OUT.png|OUT.pdf [--size WxH] "
-    "[--layers a,b,...] [--background 1|2]; both take [--tool-folder DIR]";
+    "[--layers a,b,...] [--background 1|2] | region-test REGION.def [--tolerance T] [--pretty]; all take "
+    "[--tool-folder DIR]";
 
 int Fail(const std::string& message) {
   std::cerr << "tessel-batch: " << message << "\n";
@@ -40,7 +44,7 @@ struct Arguments {
   std::vector<std::string> positional;
   std::string toolFolder;
   bool pretty = false;
-  std::optional<std::string> size, layers, background;
+  std::optional<std::string> size, layers, background, tolerance;
 };
 
 std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::string& programFolder) {
@@ -56,6 +60,7 @@ std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::
     else if (arg == "--size" && hasValue) a.size = args[++i];
     else if (arg == "--layers" && hasValue) a.layers = args[++i];
     else if (arg == "--background" && hasValue) a.background = args[++i];
+    else if (arg == "--tolerance" && hasValue) a.tolerance = args[++i];
     else if (arg.starts_with("--")) return std::nullopt;
     else a.positional.push_back(arg);
   }
@@ -75,6 +80,26 @@ int Dump(const Arguments& a) {
   batch.Close();
   // File contents are single-byte text, not UTF-8: bytes that do not form UTF-8 are replaced.
   std::cout << stores.dump(a.pretty ? 1 : -1, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
+  return 0;
+}
+
+// Preview and Test of the region's listing; the tolerance is 10 unless given.
+int RegionTestCommand(const Arguments& a) {
+  if (a.positional.size() != 1 || a.size || a.layers || a.background) return Fail(kUsage);
+  tessel::RegionTestOptions options;
+  options.def = a.positional[0];
+  options.toolFolder = a.toolFolder;
+  options.tolerance = a.tolerance.value_or("10");
+  char* end = nullptr;
+  const double t = std::strtod(options.tolerance.c_str(), &end);
+  if (options.tolerance.empty() || *end != '\0' || !(t >= 0.0) || t > 1.0e12) {
+    return Fail("--tolerance must be a number not below 0");
+  }
+  std::string error;
+  const nlohmann::json result = tessel::RegionTest(options, error);
+  if (!error.empty()) return Fail(error);
+  for (const auto& message : result["messages"]) std::cerr << message.get<std::string>() << "\n";
+  std::cout << result.dump(a.pretty ? 1 : -1, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
   return 0;
 }
 
@@ -124,6 +149,7 @@ int main(int argc, char** argv) {
     if (!fs::is_regular_file(fs::path(a->positional[0]), ec)) return Fail("no such job definition: " + a->positional[0]);
   }
   if (a->command == "dump") return Dump(*a);
+  if (a->command == "region-test") return RegionTestCommand(*a);
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else
