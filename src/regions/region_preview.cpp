@@ -26,6 +26,12 @@ void ReadLsaBlock(LineReader& lsa, F&& each) {
   }
 }
 
+// The identifier with its project's tag, into a reused string.
+void Tagged(std::string& out, std::string_view id, const std::string& tag) {
+  out.assign(id);
+  out += tag;
+}
+
 void AppendPoint(Session& session, const std::string& id, double x, double y) {
   session.points.Append(id, x, y);
   session.extents.Include(x, y);
@@ -34,11 +40,12 @@ void AppendPoint(Session& session, const std::string& id, double x, double y) {
 void ReadPreviewCor(Session& session, const std::string& path, const std::string& tag) {
   session.user.Status(1, "Reading Coordinates");
   LineReader cor(path);
-  std::string line;
+  std::string line, id;
   while (!cor.Eof()) {
     cor.ReadLine(line);
-    AppendPoint(session, std::string(RTrimView(MidView(line, 2, 18))) + tag, Val(LTrim(Mid(line, 20, 12))),
-                Val(LTrim(Mid(line, 33, 13))));
+    // The number reader passes over leading blanks itself, which is the fields' left trim.
+    Tagged(id, RTrimView(MidView(line, 2, 18)), tag);
+    AppendPoint(session, id, Val(MidView(line, 20, 12)), Val(MidView(line, 33, 13)));
   }
 }
 
@@ -46,9 +53,10 @@ void ReadPreviewLsaPoints(Session& session, const std::string& path, const std::
   session.user.Status(1, "Reading LSA Coordinates");
   LineReader lsa(path);
   PassLsaSections(lsa, 4);
+  std::string id;
   ReadLsaBlock(lsa, [&](const std::string& line) {
-    AppendPoint(session, std::string(RTrimView(MidView(line, 2, 18))) + tag, Val(MidView(line, 29, 11)),
-                Val(MidView(line, 53, 11)));
+    Tagged(id, RTrimView(MidView(line, 2, 18)), tag);
+    AppendPoint(session, id, Val(MidView(line, 29, 11)), Val(MidView(line, 53, 11)));
   });
 }
 
@@ -77,10 +85,13 @@ void ReadPreviewLines(Session& session, const std::string& path, const std::stri
   if (store.LsaLineCount < 1) store.LsaLineCount = 1;
   LineReader lsa(path);
   ReadLsaBlock(lsa, [](const std::string&) {});
+  std::string id;
   ReadLsaBlock(lsa, [&](const std::string& line) {
     LineEnds& ends = store.LsaLineEnds.at(store.LsaLineCount);
-    ends.from = static_cast<std::int16_t>(session.points.Find(Trim(Mid(line, 2, 16)) + tag));
-    ends.to = static_cast<std::int16_t>(session.points.Find(Trim(Mid(line, 28, 16)) + tag));
+    Tagged(id, TrimView(MidView(line, 2, 16)), tag);
+    ends.from = static_cast<std::int16_t>(session.points.Find(id));
+    Tagged(id, TrimView(MidView(line, 28, 16)), tag);
+    ends.to = static_cast<std::int16_t>(session.points.Find(id));
     store.LsaLineCount = Add16(store.LsaLineCount, 1);
   });
 }

@@ -62,7 +62,8 @@ TEST_F(RegionMatch, GridGivesTheWalksAnswerOnRandomRegions) {
     const double spread = round % 3 == 0 ? 50.0 : 2000.0;
     std::uniform_real_distribution<double> coord(-spread, spread);
     for (int k = 0; k < n; ++k) {
-      const std::string tag = "T" + std::to_string(engine() % 4);
+      std::string tag(1, 'T');
+      tag += std::to_string(engine() % 4);
       double x = 2.0e6 + std::round(coord(engine) * 4) / 4, y = 5.0e5 + std::round(coord(engine) * 4) / 4;
       if (engine() % 25 == 0) x = 0.0;
       if (engine() % 25 == 0 && k > 0) std::tie(std::ignore, x, y) = points[engine() % points.size()];

@@ -15,6 +15,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "regions/how_file.h"
+
 namespace tessel {
 
 namespace {
@@ -144,6 +146,8 @@ RegionForm::RegionForm(Session& session, QMainWindow& window)
   connect(update, &QPushButton::clicked, this, [this] { OpenUpdate(); });
   connect(viewRegion, &QPushButton::clicked, this, [this] { Command([this] { console_.ViewRegion(); }); });
   connect(close, &QPushButton::clicked, this, &QWidget::close);
+  // The fields start with the console's defaults ("10" for the tolerance).
+  Sync();
   resize(560, 520);
 }
 
