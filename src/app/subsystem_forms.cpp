@@ -2,6 +2,7 @@
 
 #include "archives/ui/archive_forms.h"
 #include "subdivision/ui/subdivision_forms.h"
+#include "regions/ui/region_forms.h"
 
 namespace tessel {
 
@@ -9,6 +10,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   // One line per subsystem form library, in menu order.
   InstallArchivesForms(window, session);
   InstallSubdivisionForms(window, session);
+  InstallRegionForms(window, session);
 }
 
 }  // namespace tessel

@@ -5,6 +5,7 @@
 //   tessel-batch render PATH.def OUT.png|OUT.pdf [--size WxH] [--layers a,b,...] [--background 1|2]
 //                       [--tool-folder DIR]
 //   tessel-batch apd-import PATH.def [--tool-folder DIR]
+//   tessel-batch region-test REGION.def [--tolerance T] [--pretty]
 //
 // dump and render open the job as File Open does (identity, TEMP.JOB, support files, every
 // reader in order, the first drawing) and close it again as Close does. dump prints the stores as
@@ -14,6 +15,7 @@
 // texts and the closing message, and ends with 0 when the import ran to its end.
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -25,6 +27,7 @@
 #include "batch/batch_session.h"
 #include "batch/irr_dump.h"
 #include "batch/job_dump.h"
+#include "batch/region_test.h"
 #include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
 #include "batch/job_render.h"
@@ -36,7 +39,8 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
-    "[--size WxH] [--layers a,b,...] [--background 1|2] | apd-import PATH.def; all but irr take "
+    "[--size WxH] [--layers a,b,...] [--background 1|2] | apd-import PATH.def | region-test REGION.def "
+    "[--tolerance T] [--pretty]; all but irr take "
     "[--tool-folder DIR]";
 
 int Fail(const std::string& message) {
@@ -49,7 +53,7 @@ struct Arguments {
   std::vector<std::string> positional;
   std::string toolFolder;
   bool pretty = false;
-  std::optional<std::string> size, layers, background;
+  std::optional<std::string> size, layers, background, tolerance;
 };
 
 std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::string& programFolder) {
@@ -65,6 +69,7 @@ std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::
     else if (arg == "--size" && hasValue) a.size = args[++i];
     else if (arg == "--layers" && hasValue) a.layers = args[++i];
     else if (arg == "--background" && hasValue) a.background = args[++i];
+    else if (arg == "--tolerance" && hasValue) a.tolerance = args[++i];
     else if (arg.starts_with("--")) return std::nullopt;
     else a.positional.push_back(arg);
   }
@@ -115,6 +120,24 @@ int ApdImport(const Arguments& a) {
     (message.icon == tessel::Icon::Stop ? std::cerr : std::cout) << message.text << "\n";
   }
   return done ? 0 : 1;
+// Preview and Test of the region's listing; the tolerance is 10 unless given.
+int RegionTestCommand(const Arguments& a) {
+  if (a.positional.size() != 1 || a.size || a.layers || a.background) return Fail(kUsage);
+  tessel::RegionTestOptions options;
+  options.def = a.positional[0];
+  options.toolFolder = a.toolFolder;
+  options.tolerance = a.tolerance.value_or("10");
+  char* end = nullptr;
+  const double t = std::strtod(options.tolerance.c_str(), &end);
+  if (options.tolerance.empty() || *end != '\0' || !(t >= 0.0) || t > 1.0e12) {
+    return Fail("--tolerance must be a number not below 0");
+  }
+  std::string error;
+  const nlohmann::json result = tessel::RegionTest(options, error);
+  if (!error.empty()) return Fail(error);
+  for (const auto& message : result["messages"]) std::cerr << message.get<std::string>() << "\n";
+  std::cout << result.dump(a.pretty ? 1 : -1, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
+  return 0;
 }
 
 #ifdef TESSEL_WITH_RENDER
@@ -168,6 +191,7 @@ int main(int argc, char** argv) {
     if (a->positional.size() != 1 || a->pretty || a->size || a->layers || a->background) return Fail(kUsage);
     return tessel::RunIrrCommand(a->positional[0]);
   }
+  if (a->command == "region-test") return RegionTestCommand(*a);
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else

@@ -13,6 +13,7 @@
 #include "model/display.h"
 #include "model/line_stores.h"
 #include "model/point_store.h"
+#include "model/region_state.h"
 #include "model/selection.h"
 #include "model/tool_mode.h"
 #include "model/ports.h"
@@ -65,6 +66,8 @@ struct Session {
   ParcelStore parcels;
   RawPolygonStore polygons;
   SectionDefinitionStore sectionDefinitions;
+  // The region console and its boundary match test.
+  RegionState region;
 
   ViewState view;
   ViewChecks checks;

@@ -172,6 +172,24 @@ void DrawSelectionMarks(Painter& p) {
   p.c.SetPenWidth(1);
 }
 
+// The region's boundary match overlay: match lines in yellow, their ends as wide blue dots.
+void DrawRegionMatches(Painter& p) {
+  const RegionMatchStore& m = p.s.region.match;
+  for (int k = 1; k <= m.MatchLineCount; ++k) {
+    const auto [a, b] = m.MatchLines.get(k);
+    if (a == 0 || b == 0) continue;
+    const double x1 = p.s.points.PointX(a), y1 = p.s.points.PointY(a);
+    const double x2 = p.s.points.PointX(b), y2 = p.s.points.PointY(b);
+    if (m.ShowMatchLines != 0) p.c.Line(x1, y1, x2, y2, kYellow);
+    if (m.ShowMatchEnds != 0) {
+      p.c.SetPenWidth(2 * p.cfg.PtSizeCor);
+      p.c.Dot(x1, y1, kBlue);
+      p.c.Dot(x2, y2, kBlue);
+      p.c.SetPenWidth(1);
+    }
+  }
+}
+
 // A layer that meets a fault ends there; the refresh goes on with the next layer.
 template <typename F>
 void Layer(F&& paint) {
@@ -239,6 +257,7 @@ void RefreshView(Session& s) {
     Layer([&] { DrawRawPolygons(p); });
     Layer([&] { DrawHiddenLines(p); });
   }
+  if (s.region.match.Drawn) Layer([&] { DrawRegionMatches(p); });
   Layer([&] { DrawSelectionMarks(p); });
   s.user.SetPointer(Pointer::Arrow);
 }
