@@ -120,6 +120,8 @@ int ApdImport(const Arguments& a) {
     (message.icon == tessel::Icon::Stop ? std::cerr : std::cout) << message.text << "\n";
   }
   return done ? 0 : 1;
+}
+
 // Preview and Test of the region's listing; the tolerance is 10 unless given.
 int RegionTestCommand(const Arguments& a) {
   if (a.positional.size() != 1 || a.size || a.layers || a.background) return Fail(kUsage);
