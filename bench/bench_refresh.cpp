@@ -62,8 +62,8 @@ int main(int argc, char** argv) {
               session.lxn.LxnSegmentCount, session.raw.RawLineCount, session.parcels.ParcelCount,
               session.polygons.RawPolygonCount);
   std::printf("full refresh of every layer at %dx%d: %.1f ms (median of %d)\n", width, height, median, rounds);
-  const bool ok = median < 100.0;
-  std::printf("%s\n", ok ? "within target (under 100 ms)" : "OUTSIDE TARGET");
+  const bool ok = median < 30.0;
+  std::printf("%s\n", ok ? "within target (under 30 ms)" : "OUTSIDE TARGET");
   tessel::FileClose(session);
   return ok ? 0 : 1;
 }

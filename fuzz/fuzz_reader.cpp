@@ -12,6 +12,7 @@
 
 #include <unistd.h>
 
+#include "archives/apd_import.h"
 #include "calculations/note_file.h"
 #include "datasets/coordinate_files.h"
 #include "datasets/identity.h"
@@ -25,6 +26,9 @@
 #include "parcels/centroids.h"
 #include "parcels/parcel_file.h"
 #include "parcels/raw_polygons.h"
+#include "regions/how_file.h"
+#include "regions/region_preview.h"
+#include "subdivision/irr_file.h"
 #include "surveys/survey_file.h"
 #include "tools/launching.h"
 #include "viewer/drawing.h"
@@ -36,6 +40,36 @@ namespace tessel::fuzz {
 namespace {
 
 constexpr const char* kJob = "T12NR04E";
+
+std::string TargetPath(const Session& s);
+
+// The input as the reader of a whole file takes it.
+std::string InputBytes(const Session& s) {
+  std::string bytes;
+  (void)ReadFileBytes(TargetPath(s), bytes);
+  return bytes;
+}
+
+// Every section block of .irr, in the order of their headers, into the section store.
+void ReadEveryIrrBlock(Session& s) {
+  const std::string text = InputBytes(s);
+  for (const int section : IrrBlockSections(text)) (void)ReadIrrBlock(text, section, s.sectionDefinitions);
+}
+
+// The rows of a listing; each bare project name is previewed from the job's folder, the sample
+// job for its own name. Rows with a folder could name any file on the machine and are left out.
+void PreviewHowListing(Session& s) {
+  s.RegionJobFolder = s.JobFolder;
+  for (const std::string& row : ParseHowListing(InputBytes(s))) {
+    if (!IsRegionKeyword(row) && !RowHasFolder(row)) LoadPreviewProject(s, ProjectPath(s, row));
+  }
+}
+
+// The APD import's reading of .raw: the lines split off and turned into the .add lines.
+void BuildAddFromRaw(Session& s) {
+  const ApdSplit split = SplitApdRaw(TextLines(InputBytes(s)));
+  (void)BuildAddLines(split.apd, [] { return true; });
+}
 
 struct Target {
   std::string_view file;

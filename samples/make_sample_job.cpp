@@ -659,11 +659,52 @@ int main(int argc, char** argv) {
   for (const Line& l : hidden_lines) note.push_back(NotSegmentLine(l.from, l.to));
 
   // ------------------------------------------------------------------------------------------
+  // .irr: the irregular sections. Section 6, in the northwest corner of the township, has a
+  // double northwest corner, a non-computable north quarter corner, a substitute on the west
+  // line, its centre by a straight line and a parallel, and an offset on the north line.
+  // Section 22 has the lake: its south interior sixteenth cannot be computed and the centre of
+  // its southwest quarter is defined by a straight line with no east-west line.
+  const std::vector<std::string> irr = {
+      "140640",
+      "100660 100661",
+      "     0      0",
+      "100700      4      1",
+      "100702      4      2",
+      "     0      0      0",
+      "140700",
+      "     0",
+      "     1",
+      "     4",
+      "100640 200640",
+      "     0",
+      "     0      .000      .000",
+      "     0",
+      "120700",
+      "     0",
+      "999999",
+      "440340",
+      "     0      0",
+      "     0      0      0",
+      "     0",
+      "     0",
+      "     0",
+      "440320    .000      .000",
+      "     0      .000      .000",
+      "420320",
+      "     1",
+      "     7",
+      "     0",
+      "     0",
+      "999999",
+  };
+
+  // ------------------------------------------------------------------------------------------
   const struct {
     const char* extension;
     const std::vector<std::string>* lines;
   } files[] = {{".def", &def}, {".COR", &cor}, {".LSA", &lsa}, {".LXN", &lxn}, {".raw", &raw},
-               {".sid", &sid}, {".IID", &iid}, {".RPO", &rpo}, {".CRP", &crp}, {".not", &note}};
+               {".sid", &sid}, {".IID", &iid}, {".RPO", &rpo}, {".CRP", &crp}, {".not", &note},
+               {".irr", &irr}};
   for (const auto& f : files) {
     if (!WriteLines(Path(folder, f.extension), *f.lines)) {
       std::fprintf(stderr, "cannot write %s\n", Path(folder, f.extension).c_str());

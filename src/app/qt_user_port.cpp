@@ -63,6 +63,7 @@ std::optional<FileChoice> QtUserPort::ChooseFile(const FileRequest& request) {
   dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   if (!request.defaultExtension.empty()) dialog.setDefaultSuffix(FromBytes(request.defaultExtension).remove('.'));
   if (!request.overwritePrompt) dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  if (!request.fileName.empty()) dialog.selectFile(FromBytes(request.fileName));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString path = QDir::toNativeSeparators(dialog.selectedFiles().first());
   return FileChoice{path.toLocal8Bit().toStdString(), QFileInfo(path).fileName().toLocal8Bit().toStdString()};

@@ -1,6 +1,7 @@
 #include "app/view_window.h"
 
 #include <QActionGroup>
+#include <algorithm>
 #include <tuple>
 #include <QCloseEvent>
 #include <QDir>
@@ -14,6 +15,7 @@
 #include <QStatusBar>
 
 #include "app/subsystem_forms.h"
+#include "model/layers.h"
 #include "job/ui/config_dialog.h"
 #include "viewer/ui/reset_view_form.h"
 #include "job/ui/job_forms.h"
@@ -139,26 +141,22 @@ void ViewWindow::BuildMenus() {
 
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
   view->setObjectName(QStringLiteral("mnuView"));
-  AddCheck(view, "mnuOptionsControl", QStringLiteral("Control Stations"));
-  AddCheck(view, "mnuViewPoints", QStringLiteral("Points"));
-  AddCheck(view, "mnuOptionsID", QStringLiteral("Point Names"));
-  view->addSeparator();
-  AddCheck(view, "mnuOptionsLinesLXN", QStringLiteral("Lines  (LXN)"));
-  AddCheck(view, "mnuOptionsLinesLSA", QStringLiteral("Lines  (LSA)"));
-  AddCheck(view, "mnuViewLinesRaw", QStringLiteral("Lines (RAW)"));
-  view->addSeparator();
-  AddCheck(view, "mnuOptionsMultiAtt", QStringLiteral("Multiple Attributes"));
-  AddCheck(view, "mnuOptionsParcel", QStringLiteral("Parcels"));
-  AddCheck(view, "mnuOptionsParcelBrief", QStringLiteral("Parcels - Brief"));
-  AddCheck(view, "mnuOptionsParcelDetail", QStringLiteral("Parcels - Detailed"));
-  AddCheck(view, "mnuOptionsParcelFull", QStringLiteral("Parcels - Full"));
-  QAction* parcelIds = AddEntry(view, "mnuOptionsParcelIds", QStringLiteral("Selected Parcel Id's"));
-  parcelIds->setCheckable(true);
-  connect(parcelIds, &QAction::toggled, this, [this](bool on) {
-    if (auto* form = findChild<QWidget*>(QStringLiteral("frmTesting"))) form->setVisible(on);
-  });
-  view->addSeparator();
-  AddCheck(view, "mnuViewRPO", QStringLiteral("Raw Polygons"));
+  int group = kLayers.front().menuGroup;
+  for (const LayerRow& layer : kLayers) {
+    if (layer.menuGroup != group) {
+      // The list of picked parcels closes the group of parcel displays.
+      if (group == FindLayer("mnuOptionsParcel")->menuGroup) {
+        QAction* parcelIds = AddEntry(view, "mnuOptionsParcelIds", QStringLiteral("Selected Parcel Id's"));
+        parcelIds->setCheckable(true);
+        connect(parcelIds, &QAction::toggled, this, [this](bool on) {
+          if (auto* form = findChild<QWidget*>(QStringLiteral("frmTesting"))) form->setVisible(on);
+        });
+      }
+      view->addSeparator();
+      group = layer.menuGroup;
+    }
+    AddCheck(view, layer.menu, QString::fromLatin1(layer.caption));
+  }
   view->addSeparator();
   connect(AddEntry(view, "mnuZoomExtents", QStringLiteral("Zoom &Extents")), &QAction::triggered, this,
           [&s] { MenuZoomExtents(s); });
@@ -336,17 +334,16 @@ void ViewWindow::BuildToolBar() {
             form.exec();
           });
   toolbar_->addSeparator();
-  struct LayerKey {
-    const char* key;
-    const char* text;
-    const char* menu;
-  };
-  for (const LayerKey& k : {LayerKey{"Lsa", "LSA", "mnuOptionsLinesLSA"}, LayerKey{"Lxn", "LXN", "mnuOptionsLinesLXN"},
-                            LayerKey{"Raw", "RAW", "mnuViewLinesRaw"}, LayerKey{"parcel", "Parcels", "mnuOptionsParcel"},
-                            LayerKey{"Pointids", "Names", "mnuOptionsID"}}) {
-    QAction* key = AddKey(k.key, QString::fromLatin1(k.text), QString::fromLatin1(k.text));
+  std::vector<const LayerRow*> keys;
+  for (const LayerRow& layer : kLayers) {
+    if (layer.toolbarKey) keys.push_back(&layer);
+  }
+  std::sort(keys.begin(), keys.end(), [](const LayerRow* a, const LayerRow* b) { return a->toolbarSlot < b->toolbarSlot; });
+  for (const LayerRow* layer : keys) {
+    const QString text = QString::fromLatin1(layer->toolbarText);
+    QAction* key = AddKey(layer->toolbarKey, text, text);
     key->setCheckable(true);
-    const std::string menu = k.menu;
+    const std::string menu = layer->menu;
     connect(key, &QAction::triggered, this, [&s, key, menu] {
       key->setChecked(!key->isChecked());
       ToggleLayer(s, menu);

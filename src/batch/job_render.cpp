@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "batch/batch_session.h"
+#include "model/layers.h"
 #include "job/job_menus.h"
 #include "paint/painter_canvas.h"
 #include "viewer/tool_modes.h"
@@ -16,15 +17,7 @@
 namespace tessel {
 
 std::optional<std::string> LayerEntry(const std::string& name) {
-  static const std::pair<const char*, const char*> names[] = {
-      {"points", "mnuViewPoints"},         {"control", "mnuOptionsControl"},     {"lsa", "mnuOptionsLinesLSA"},
-      {"lxn", "mnuOptionsLinesLXN"},       {"raw", "mnuViewLinesRaw"},           {"ids", "mnuOptionsID"},
-      {"multi", "mnuOptionsMultiAtt"},     {"parcels", "mnuOptionsParcel"},      {"brief", "mnuOptionsParcelBrief"},
-      {"detailed", "mnuOptionsParcelDetail"}, {"full", "mnuOptionsParcelFull"}, {"polygons", "mnuViewRPO"},
-  };
-  for (const auto& [shortName, entry] : names) {
-    if (name == shortName || name == entry) return std::string(entry);
-  }
+  if (const LayerRow* layer = FindLayer(name)) return std::string(layer->menu);
   return std::nullopt;
 }
 

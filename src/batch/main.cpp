@@ -1,13 +1,21 @@
 // tessel-batch: the headless companion of Tessel.
 //
 //   tessel-batch dump PATH.def [--tool-folder DIR] [--pretty]
+//   tessel-batch irr PATH.def
 //   tessel-batch render PATH.def OUT.png|OUT.pdf [--size WxH] [--layers a,b,...] [--background 1|2]
 //                       [--tool-folder DIR]
+//   tessel-batch apd-import PATH.def [--tool-folder DIR]
+//   tessel-batch region-test REGION.def [--tolerance T] [--pretty]
 //
-// Both open the job as File Open does (identity, TEMP.JOB, support files, every reader in order,
-// the first drawing) and close it again as Close does. dump prints the stores as one JSON
-// object; render writes the picture the desktop canvas would show at that size.
+// dump and render open the job as File Open does (identity, TEMP.JOB, support files, every
+// reader in order, the first drawing) and close it again as Close does. dump prints the stores as
+// one JSON object; render writes the picture the desktop canvas would show at that size. irr
+// prints the irregular sections of the job's .irr as one JSON object, without opening the job.
+// apd-import runs the APD wizard's Finish on the project: it prints the file list, the progress
+// texts and the closing message, and ends with 0 when the import ran to its end.
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -15,8 +23,11 @@
 #include <string>
 #include <vector>
 
+#include "archives/apd_import.h"
 #include "batch/batch_session.h"
+#include "batch/irr_dump.h"
 #include "batch/job_dump.h"
+#include "batch/region_test.h"
 #include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
 #include "batch/job_render.h"
@@ -27,8 +38,10 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kUsage =
-    "usage: tessel-batch dump PATH.def [--pretty] | render PATH.def OUT.png|OUT.pdf [--size WxH] "
-    "[--layers a,b,...] [--background 1|2]; both take [--tool-folder DIR]";
+    "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
+    "[--size WxH] [--layers a,b,...] [--background 1|2] | apd-import PATH.def | region-test REGION.def "
+    "[--tolerance T] [--pretty]; all but irr take "
+    "[--tool-folder DIR]";
 
 int Fail(const std::string& message) {
   std::cerr << "tessel-batch: " << message << "\n";
@@ -40,7 +53,7 @@ struct Arguments {
   std::vector<std::string> positional;
   std::string toolFolder;
   bool pretty = false;
-  std::optional<std::string> size, layers, background;
+  std::optional<std::string> size, layers, background, tolerance;
 };
 
 std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::string& programFolder) {
@@ -56,6 +69,7 @@ std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::
     else if (arg == "--size" && hasValue) a.size = args[++i];
     else if (arg == "--layers" && hasValue) a.layers = args[++i];
     else if (arg == "--background" && hasValue) a.background = args[++i];
+    else if (arg == "--tolerance" && hasValue) a.tolerance = args[++i];
     else if (arg.starts_with("--")) return std::nullopt;
     else a.positional.push_back(arg);
   }
@@ -75,6 +89,56 @@ int Dump(const Arguments& a) {
   batch.Close();
   // File contents are single-byte text, not UTF-8: bytes that do not form UTF-8 are replaced.
   std::cout << stores.dump(a.pretty ? 1 : -1, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
+  return 0;
+}
+
+int ApdImport(const Arguments& a) {
+  if (a.positional.size() != 1 || a.pretty || a.size || a.layers || a.background) return Fail(kUsage);
+  tessel::RecordingUserPort user;
+  tessel::NullCanvas canvas;
+  tessel::RecordingProcessPort processes;
+  tessel::Session session(user, canvas, processes);
+  session.ToolFolder = a.toolFolder;
+  const fs::path def = fs::absolute(fs::path(a.positional[0]));
+  const tessel::ApdFiles files = tessel::ApdUseProject(session, def.string(), def.filename().string());
+  for (const auto& line : files.lines) std::cout << line << "\n";
+  if (!files.finishEnabled) return Fail("the project lacks a file the import needs");
+  std::size_t printed = 0;
+  const bool done = tessel::ApdFinish(session, [&](const std::string& text) {
+    // Each step adds a line to the progress text; print the new ones.
+    std::size_t start = 0;
+    for (std::size_t line = 0; start <= text.size(); ++line) {
+      const std::size_t end = std::min(text.find('\n', start), text.size());
+      if (line >= printed) {
+        std::cout << text.substr(start, end - start) << "\n";
+        printed = line + 1;
+      }
+      start = end + 1;
+    }
+  });
+  for (const auto& message : user.messages) {
+    (message.icon == tessel::Icon::Stop ? std::cerr : std::cout) << message.text << "\n";
+  }
+  return done ? 0 : 1;
+}
+
+// Preview and Test of the region's listing; the tolerance is 10 unless given.
+int RegionTestCommand(const Arguments& a) {
+  if (a.positional.size() != 1 || a.size || a.layers || a.background) return Fail(kUsage);
+  tessel::RegionTestOptions options;
+  options.def = a.positional[0];
+  options.toolFolder = a.toolFolder;
+  options.tolerance = a.tolerance.value_or("10");
+  char* end = nullptr;
+  const double t = std::strtod(options.tolerance.c_str(), &end);
+  if (options.tolerance.empty() || *end != '\0' || !(t >= 0.0) || t > 1.0e12) {
+    return Fail("--tolerance must be a number not below 0");
+  }
+  std::string error;
+  const nlohmann::json result = tessel::RegionTest(options, error);
+  if (!error.empty()) return Fail(error);
+  for (const auto& message : result["messages"]) std::cerr << message.get<std::string>() << "\n";
+  std::cout << result.dump(a.pretty ? 1 : -1, ' ', false, nlohmann::json::error_handler_t::replace) << "\n";
   return 0;
 }
 
@@ -124,6 +188,12 @@ int main(int argc, char** argv) {
     if (!fs::is_regular_file(fs::path(a->positional[0]), ec)) return Fail("no such job definition: " + a->positional[0]);
   }
   if (a->command == "dump") return Dump(*a);
+  if (a->command == "apd-import") return ApdImport(*a);
+  if (a->command == "irr") {
+    if (a->positional.size() != 1 || a->pretty || a->size || a->layers || a->background) return Fail(kUsage);
+    return tessel::RunIrrCommand(a->positional[0]);
+  }
+  if (a->command == "region-test") return RegionTestCommand(*a);
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else

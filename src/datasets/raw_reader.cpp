@@ -1,6 +1,7 @@
 // The display reading of .raw: record lines linked to points and surveys, and temporary points
 // for records that end on a station without coordinates.
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <unordered_map>
@@ -33,6 +34,15 @@ void CutRawFields(std::string_view line, RawFields& f) {
   f[6] = MidView(trimmed, 40, 18);
 }
 
+RawMeasure MeasureOf(const RawFields& f) {
+  RawMeasure m;
+  m.distance = Val(f[3]);
+  m.bearing = DmsToRadians(Val(f[5]));
+  // One character: a digit or nothing that reads as a number.
+  m.quadrant = static_cast<std::int8_t>(Val(f[4]));
+  return m;
+}
+
 // Which lines name each still unknown station at either end. Adding a point can only change
 // the lines that name its identifier, and a temporary point is only ever made for a station the
 // first linking did not find, so these lines are all that a relink has to look at.
@@ -62,12 +72,14 @@ class EndIndex {
   std::unordered_map<std::string, std::vector<int>> to_;
 };
 
-// Every line against the point store and the survey table; the last survey of a name wins.
+// Every line against the point store and the survey table; the last survey of a name wins. Each
+// line's ends are linked before its survey is looked for, and the survey walk of a table counted
+// past its bound stops at the bound on the first line, as a walk over the table would.
 void LinkAll(Session& session) {
+  const SurveyStore& surveys = session.surveys;
+  const int walkable = std::min<int>(surveys.SurveyCount, surveys.SurveyTable.bound());
   std::unordered_map<std::string, int> surveyByName;
-  for (int s = 1; s <= session.surveys.SurveyCount; ++s) {
-    surveyByName[SurveyName(session.surveys.SurveyTable.get(s))] = s;
-  }
+  for (int s = 1; s <= walkable; ++s) surveyByName[SurveyName(surveys.SurveyTable.get(s))] = s;
   RawLineStore& raw = session.raw;
   for (int i = 1; i <= raw.RawLineCount; ++i) {
     const RawFields& f = raw.RawLineFields.get(i);
@@ -77,6 +89,7 @@ void LinkAll(Session& session) {
     if (const auto it = surveyByName.find(f[6]); it != surveyByName.end()) {
       ends.survey = static_cast<std::int16_t>(it->second);
     }
+    if (walkable < surveys.SurveyCount) surveys.SurveyTable.get(walkable + 1);  // the subscript fault
   }
 }
 
@@ -132,7 +145,9 @@ void ReadRaw(Session& session) {
     in.ReadLine(line);
     if (line == "999998") break;
     const int n = static_cast<int>(Val(lineNumber));
-    CutRawFields(line, raw.RawLineFields.at(n));
+    RawFields& fields = raw.RawLineFields.at(n);
+    CutRawFields(line, fields);
+    raw.RawLineMeasures.at(n) = MeasureOf(fields);
     lineNumber = ShortestText(n + 1);
   }
   raw.RawLineCount = Add16(To16(Val(lineNumber)), -1);
@@ -151,19 +166,15 @@ void ReadRaw(Session& session) {
     const RawEnds& ends = raw.RawLineEnds.get(i);
     if (ends.from != 0 && ends.to != 0) continue;
     const RawFields& f = raw.RawLineFields.get(i);
-    const double a = DmsToRadians(Val(f[5]));
-    const double d = Val(f[3]);
-    const double q = Val(f[4]);
+    const RawMeasure& m = raw.RawLineMeasures.get(i);
     const double units = session.UnitsPerChain;
 
     if (ends.to == 0) {
       if (const float found = scales.Find(f[6]); found != 0.0f) scale = found;
       if (scale == 0.0f) scale = 1.0f;
-      double dE = units * d / scale * std::sin(a);
-      double dN = units * d / scale * std::cos(a);
-      if (q == 2) dN = -dN;
-      if (q == 3) { dN = -dN; dE = -dE; }
-      if (q == 4) dE = -dE;
+      double dE = units * m.distance / scale * std::sin(m.bearing);
+      double dN = units * m.distance / scale * std::cos(m.bearing);
+      SignsOfQuadrant(m.quadrant, false).Apply(dE, dN);
       const int from = ends.from;
       AddTemporaryPoint(session, f[2], points.PointX(from) + dE, points.PointY(from) + dN);
       session.user.Status(1, kComputingTemporary);
@@ -171,11 +182,9 @@ void ReadRaw(Session& session) {
     }
     if (ends.from == 0) {
       // Placed back from the to end, without the distance unit.
-      double dE = units * d * std::sin(a);
-      double dN = units * d * std::cos(a);
-      if (q == 2) dE = -dE;
-      if (q == 1) { dN = -dN; dE = -dE; }
-      if (q == 4) dN = -dN;
+      double dE = units * m.distance * std::sin(m.bearing);
+      double dN = units * m.distance * std::cos(m.bearing);
+      SignsOfQuadrant(m.quadrant, true).Apply(dE, dN);
       const int to = ends.to;
       AddTemporaryPoint(session, f[1], points.PointX(to) + dE, points.PointY(to) + dN);
       session.user.Status(1, kComputingTemporary);

@@ -1,5 +1,7 @@
 #include "job/job_menus.h"
 
+#include "model/layers.h"
+
 namespace tessel {
 
 void EnableJobMenus(Session& session, bool withArchives) {
@@ -25,32 +27,13 @@ void InitialMenus(Session& session) {
 void ApplyViewOptions(Session& session) {
   const Config& c = session.config;
   ViewChecks& checks = session.checks;
-  // Only a value of 1 turns a layer on.
-  checks.mnuOptionsLinesLSA = c.chkLinesLSA == 1;
-  checks.mnuOptionsLinesLXN = c.chkLinesLXN == 1;
-  checks.mnuViewLinesRaw = c.chkLinesRAW == 1;
-  checks.mnuViewRPO = c.chkRPO == 1;
-  checks.mnuViewPoints = c.chkPoints == 1;
-  checks.mnuOptionsControl = c.chkControl == 1;
-  checks.mnuOptionsParcel = c.chkParcels == 1;
-
-  struct Mirror {
-    const char* menu;
-    const char* toolbar;  // nullptr when the layer has no toolbar key
-    bool on;
-  };
-  const Mirror mirrors[] = {
-      {"mnuOptionsLinesLSA", "Lsa", checks.mnuOptionsLinesLSA},
-      {"mnuOptionsLinesLXN", "Lxn", checks.mnuOptionsLinesLXN},
-      {"mnuViewLinesRaw", "Raw", checks.mnuViewLinesRaw},
-      {"mnuViewRPO", nullptr, checks.mnuViewRPO},
-      {"mnuViewPoints", nullptr, checks.mnuViewPoints},
-      {"mnuOptionsControl", nullptr, checks.mnuOptionsControl},
-      {"mnuOptionsParcel", "parcel", checks.mnuOptionsParcel},
-  };
-  for (const Mirror& m : mirrors) {
-    session.user.SetChecked(m.menu, m.on);
-    if (m.toolbar) session.user.SetChecked(m.toolbar, m.on);
+  // Only a value of 1 turns a layer on; the menu's check and the toolbar key follow.
+  for (const LayerRow& layer : kLayers) {
+    if (!layer.startFlag) continue;
+    const bool on = c.*(layer.startFlag) == 1;
+    checks.*(layer.check) = on;
+    session.user.SetChecked(layer.menu, on);
+    if (layer.toolbarKey) session.user.SetChecked(layer.toolbarKey, on);
   }
   session.canvas.SetColours(BackColour(c.BackgroundMode), ForeColour(c.BackgroundMode));
 }

@@ -107,6 +107,9 @@ void ToolbarOpen(Session& session) {
 
 LoadCase LoadDatasets(Session& session) {
   session.reloadJob = &ReloadJob;
+  // Each job's unit code starts from nothing: one whose code is neither metres nor feet keeps no
+  // factor of the job before it.
+  session.UnitsPerChain = 0.0f;
   const bool hasCor = session.DatasetExists(".COR");
   const bool hasLsa = session.DatasetExists(".LSA");
   if (hasLsa && !hasCor) {

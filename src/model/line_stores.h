@@ -52,17 +52,51 @@ struct RawEnds {
 // stays empty.
 using RawFields = std::array<std::string, 7>;
 
+// A record's measures as numbers, taken from its fields once when it is read.
+struct RawMeasure {
+  double distance = 0.0;  // Val of field 3, in chains or the survey's own unit
+  double bearing = 0.0;   // field 5 through DmsToRadians
+  std::int8_t quadrant = 0;  // Val of field 4: 1 NE, 2 SE, 3 SW, 4 NW, anything else unsigned
+};
+
 struct RawLineStore {
   static constexpr int kBound = 16000;
   BoundedArray<RawFields> RawLineFields{kBound};
+  BoundedArray<RawMeasure> RawLineMeasures{kBound};
   BoundedArray<RawEnds> RawLineEnds{kBound};
   std::int16_t RawLineCount = 0;
 
   void Clear() {
     RawLineFields.clear();
+    RawLineMeasures.clear();
     RawLineEnds.clear();
     RawLineCount = 0;
   }
 };
+
+// The signs of a record's easting and northing offsets, by its quadrant. Going back from the to
+// end the signs of a known quadrant turn over; a record of any other quadrant code is unsigned
+// both ways.
+struct QuadrantSigns {
+  bool negateEast = false;
+  bool negateNorth = false;
+
+  void Apply(double& east, double& north) const {
+    if (negateEast) east = -east;
+    if (negateNorth) north = -north;
+  }
+};
+inline QuadrantSigns SignsOfQuadrant(int quadrant, bool backFromTo) {
+  QuadrantSigns signs;
+  switch (quadrant) {
+    case 1: break;
+    case 2: signs.negateNorth = true; break;
+    case 3: signs = {true, true}; break;
+    case 4: signs.negateEast = true; break;
+    default: return signs;
+  }
+  if (backFromTo) signs = {!signs.negateEast, !signs.negateNorth};
+  return signs;
+}
 
 }  // namespace tessel

@@ -1,5 +1,7 @@
 #include "model/point_store.h"
 
+#include <algorithm>
+
 #include "model/fault.h"
 
 namespace tessel {
@@ -20,17 +22,68 @@ double PointStore::PointY(int i) const {
   return i >= 0 && i < static_cast<int>(ys_.size()) ? ys_[static_cast<std::size_t>(i)] : 0.0;
 }
 
+PointStore::Key PointStore::KeyOf(std::string_view id) {
+  // FNV-1a, then a final mix so that identifiers in sequence spread over the table.
+  std::uint32_t h = 2166136261u;
+  for (const char c : id) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
+  h ^= h >> 16;
+  h *= 0x85ebca6bu;
+  h ^= h >> 13;
+  if (id.size() > 7) return {kLongKey, h};
+  std::uint64_t packed = static_cast<std::uint64_t>(id.size()) << 56;
+  for (std::size_t b = 0; b < id.size(); ++b) packed |= static_cast<std::uint64_t>(static_cast<unsigned char>(id[b])) << (8 * b);
+  return {packed, h};
+}
+
+std::ptrdiff_t PointStore::Lookup(std::string_view id, const Key& key) const {
+  if (slots_.empty()) return -1;
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t k = key.hash & mask;; k = (k + 1) & mask) {
+    const Slot& slot = slots_[k];
+    if (slot.head == kFree) return -1;
+    if (slot.head != kDeleted && slot.hash == key.hash && slot.key == key.packed &&
+        (key.packed != kLongKey || ids_[static_cast<std::size_t>(slot.head)] == id)) {
+      return static_cast<std::ptrdiff_t>(k);
+    }
+  }
+}
+
+PointStore::Slot& PointStore::Claim(std::string_view id, const Key& key) {
+  if (const std::ptrdiff_t found = Lookup(id, key); found >= 0) return slots_[static_cast<std::size_t>(found)];
+  // At most half full, counting deleted slots, so that every probe ends soon.
+  if ((used_ + 1) * 2 > slots_.size()) Rehash(std::max<std::size_t>(64, slots_.size() * 2));
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t k = key.hash & mask;
+  while (slots_[k].head > 0) k = (k + 1) & mask;
+  if (slots_[k].head == kFree) ++used_;
+  slots_[k] = Slot{key.packed, key.hash, 0};
+  return slots_[k];
+}
+
+void PointStore::Rehash(std::size_t capacity) {
+  std::vector<Slot> old(capacity);
+  old.swap(slots_);
+  used_ = 0;
+  const std::size_t mask = slots_.size() - 1;
+  for (const Slot& slot : old) {
+    if (slot.head <= 0) continue;
+    std::size_t k = slot.hash & mask;
+    while (slots_[k].head != kFree) k = (k + 1) & mask;
+    slots_[k] = slot;
+    ++used_;
+  }
+}
+
 void PointStore::Register(int i, const std::string& id) {
-  auto [it, inserted] = last_.try_emplace(id, i);
+  if (i == 0) return;
+  Slot& slot = Claim(id, KeyOf(id));
   int& lower = lower_[static_cast<std::size_t>(i)];
-  if (inserted) {
-    lower = 0;
-  } else if (it->second < i) {
-    lower = it->second;
-    it->second = i;
-  } else if (it->second != i) {
+  if (slot.head < i) {
+    lower = slot.head;
+    slot.head = i;
+  } else if (slot.head != i) {
     // Written below the highest entry of its identifier: put it in its place in the chain.
-    int above = it->second;
+    int above = slot.head;
     while (lower_[static_cast<std::size_t>(above)] > i) above = lower_[static_cast<std::size_t>(above)];
     if (lower_[static_cast<std::size_t>(above)] != i) {
       lower = lower_[static_cast<std::size_t>(above)];
@@ -41,13 +94,16 @@ void PointStore::Register(int i, const std::string& id) {
 
 void PointStore::Unregister(int i, const std::string& id) {
   if (i == 0) return;
-  const auto it = last_.find(id);
-  if (it == last_.end()) return;
-  if (it->second == i) {
-    it->second = lower_[static_cast<std::size_t>(i)];
+  const std::ptrdiff_t found = Lookup(id, KeyOf(id));
+  if (found < 0) return;
+  Slot& slot = slots_[static_cast<std::size_t>(found)];
+  if (slot.head == i) {
+    const int next = lower_[static_cast<std::size_t>(i)];
+    // The last entry of an identifier gone: the slot stays taken for the probes that pass it.
+    slot.head = next > 0 ? next : kDeleted;
     return;
   }
-  for (int above = it->second; above >= 1; above = lower_[static_cast<std::size_t>(above)]) {
+  for (int above = slot.head; above >= 1; above = lower_[static_cast<std::size_t>(above)]) {
     if (lower_[static_cast<std::size_t>(above)] == i) {
       lower_[static_cast<std::size_t>(above)] = lower_[static_cast<std::size_t>(i)];
       return;
@@ -86,10 +142,12 @@ int PointStore::Find(std::string_view id) const {
   if (count_ < 1) return 0;
   // Entries past the written ones are empty, so the last of them answers an empty identifier.
   if (id.empty() && count_ >= static_cast<int>(ids_.size())) return count_;
-  const auto found = last_.find(id);
-  if (found == last_.end()) return 0;
-  for (int i = found->second; i >= 1; i = lower_[static_cast<std::size_t>(i)]) {
-    if (i <= count_ && ids_[static_cast<std::size_t>(i)] == id) return i;
+  const std::ptrdiff_t found = Lookup(id, KeyOf(id));
+  if (found < 0) return 0;
+  // Every entry of the chain holds the identifier (a write takes an entry out of its old chain),
+  // so the first counted one answers.
+  for (int i = slots_[static_cast<std::size_t>(found)].head; i >= 1; i = lower_[static_cast<std::size_t>(i)]) {
+    if (i <= count_) return i;
   }
   return 0;
 }
@@ -99,7 +157,8 @@ void PointStore::Clear() {
   xs_.assign(1, 0.0);
   ys_.assign(1, 0.0);
   lower_.assign(1, 0);
-  last_.clear();
+  slots_.clear();
+  used_ = 0;
   count_ = 0;
 }
 

@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace tessel {
@@ -34,22 +33,41 @@ class PointStore {
   void Clear();
 
  private:
+  // A slot of the identifier index: the highest entry written with an identifier, the key's
+  // hash, and the key itself when it is short (up to seven characters, with its length); a
+  // longer key is compared with that entry's own identifier text.
+  struct Slot {
+    std::uint64_t key = 0;
+    std::uint32_t hash = 0;
+    std::int32_t head = kFree;
+  };
+  static constexpr std::int32_t kFree = 0;
+  static constexpr std::int32_t kDeleted = -1;
+  static constexpr std::uint64_t kLongKey = ~std::uint64_t{0};
+
+  struct Key {
+    std::uint64_t packed;
+    std::uint32_t hash;
+  };
+  static Key KeyOf(std::string_view id);
+  // The slot holding this identifier, or -1.
+  std::ptrdiff_t Lookup(std::string_view id, const Key& key) const;
+  // The slot holding this identifier, made with head 0 when missing.
+  Slot& Claim(std::string_view id, const Key& key);
+  void Rehash(std::size_t capacity);
   void Register(int i, const std::string& id);
   void Unregister(int i, const std::string& id);
-
-  struct IdHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view id) const { return std::hash<std::string_view>()(id); }
-  };
 
   std::vector<std::string> ids_{std::string()};
   std::vector<double> xs_{0.0};
   std::vector<double> ys_{0.0};
   std::int16_t count_ = 0;
-  // For each identifier the highest entry written with it, and for each entry the next lower
+  // The identifier index: a flat open-addressing table (linear probing, power-of-two size) from
+  // each identifier to the highest entry written with it, and for each entry the next lower
   // entry written with the same identifier (0 at the end): a chain from the last match down.
-  // An entry overwritten since with another identifier is skipped when looked up.
-  std::unordered_map<std::string, int, IdHash, std::equal_to<>> last_;
+  // Entry 0 is never indexed, since no lookup answers with it.
+  std::vector<Slot> slots_;
+  std::size_t used_ = 0;  // slots live or deleted
   std::vector<int> lower_{0};
 };
 

@@ -21,6 +21,8 @@ struct FileRequest {
   std::string defaultExtension;
   bool save = false;
   bool overwritePrompt = false;
+  // The file offered at first, in initialFolder; empty for none.
+  std::string fileName;
 };
 
 struct FileChoice {

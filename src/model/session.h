@@ -13,12 +13,14 @@
 #include "model/display.h"
 #include "model/line_stores.h"
 #include "model/point_store.h"
+#include "model/region_state.h"
 #include "model/selection.h"
 #include "model/tool_mode.h"
 #include "model/ports.h"
 #include "model/view_state.h"
 #include "model/parcel_store.h"
 #include "model/survey_store.h"
+#include "model/section_definitions.h"
 
 namespace tessel {
 
@@ -63,6 +65,9 @@ struct Session {
   SurveyStore surveys;
   ParcelStore parcels;
   RawPolygonStore polygons;
+  SectionDefinitionStore sectionDefinitions;
+  // The region console and its boundary match test.
+  RegionState region;
 
   ViewState view;
   ViewChecks checks;

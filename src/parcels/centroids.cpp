@@ -9,30 +9,19 @@
 #include "model/paths.h"
 #include "model/text.h"
 #include "model/text_file.h"
+#include "parcels/raw_polygons.h"
+#include "parcels/ring_ids.h"
 
 namespace tessel {
 
 namespace {
 
 constexpr int kFieldWidth = 15;
-constexpr int kIdFieldWidth = 7;
 
 struct Vertex {
   double x = 0.0;
   double y = 0.0;
 };
-
-// The identifiers of a ring: 7-column fields, each a blank and a six-character identifier,
-// trimmed; empty fields are passed over, and a closing repeat of the first identifier is dropped.
-std::vector<std::string> RingIds(const std::string& ring) {
-  std::vector<std::string> ids;
-  for (int column = 1; column <= static_cast<int>(ring.size()); column += kIdFieldWidth) {
-    std::string id = Trim(Mid(ring, column, kIdFieldWidth));
-    if (!id.empty()) ids.push_back(std::move(id));
-  }
-  if (ids.size() > 1 && ids.back() == ids.front()) ids.pop_back();
-  return ids;
-}
 
 // The ring's points from the store (the last entry with an identifier); unknown ones are left out.
 std::vector<Vertex> RingVertices(const Session& session, const std::string& ring) {
@@ -96,16 +85,10 @@ bool ComputeCentroids(Session& session) {
   bool headed = false;
   try {
     LineReader rpo(rpoPath);
-    // The heading as the reader takes it: up to the line ending in "POLYGONS FOUND", whose first
-    // three characters give the count; then one line that is passed over.
-    std::string line;
-    int count = 0;
-    while (!EndsWith(Trim(line), "POLYGONS FOUND")) {
-      line = rpo.ReadLine();
-      count = To16(Val(Left(Trim(line), 3)));
-    }
+    std::int16_t count = 0;
+    ReadRpoHeading(rpo, count);
     headed = true;
-    rpo.ReadLine();
+    std::string line;
     for (int i = 1; i <= count; ++i) {
       line = rpo.ReadLine();
       lines.push_back(CrpLine(Centroid(RingVertices(session, Mid(line, 3)))));

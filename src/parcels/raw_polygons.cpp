@@ -6,19 +6,22 @@
 
 namespace tessel {
 
+void ReadRpoHeading(LineReader& rpo, std::int16_t& count) {
+  std::string line;
+  while (!EndsWith(Trim(line), "POLYGONS FOUND")) {
+    rpo.ReadLine(line);
+    count = To16(Val(Left(Trim(line), 3)));
+  }
+  rpo.ReadLine(line);
+}
+
 void ReadRawPolygons(Session& session) {
   session.user.Status(1, "Reading raw polygons");
   RawPolygonStore& store = session.polygons;
   try {
     LineReader rpo(session.DatasetPath(".RPO"));
-    // The heading ends with the line "... POLYGONS FOUND"; the count is in its first three
-    // characters, so a four-digit count reads as its first three digits.
+    ReadRpoHeading(rpo, store.RawPolygonCount);
     std::string line;
-    while (!EndsWith(Trim(line), "POLYGONS FOUND")) {
-      line = rpo.ReadLine();
-      store.RawPolygonCount = To16(Val(Left(Trim(line), 3)));
-    }
-    rpo.ReadLine();
     for (int i = 1; i <= store.RawPolygonCount; ++i) {
       line = rpo.ReadLine();
       store.RawPolygonTag.at(i) = Left(line, 1);

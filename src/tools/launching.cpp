@@ -46,8 +46,8 @@ std::optional<std::string> Quoted(const std::string& text, std::size_t& at) {
   return std::nullopt;
 }
 
-// A path in double quotes. A double quote within it is doubled: Windows allows none in a file
-// name, so there the text is the plain quoted form, and elsewhere ReadBatchCommand reads it back.
+}  // namespace
+
 std::string QuotePath(const std::string& path) {
   std::string out = "\"";
   for (const char c : path) {
@@ -56,8 +56,6 @@ std::string QuotePath(const std::string& path) {
   }
   return out + "\"";
 }
-
-}  // namespace
 
 std::string ScriptCommand(const Session& session, const std::string& programFile, const std::string& answerFile) {
   const std::string program = ResolveCase(session.ToolFolder + PathSeparator() + programFile);

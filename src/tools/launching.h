@@ -13,6 +13,11 @@ namespace tessel {
 // program's file name ("recpad.exe", found in ToolFolder whatever its case), a double quote,
 // "  <", a double quote, JobFolder, the answer file's bare name, a double quote. A double quote
 // within either path is doubled (none can occur on Windows).
+// A path in double quotes, as a batch file's command line holds it. A double quote within it is
+// doubled: Windows allows none in a file name, so there the text is the plain quoted form, and
+// elsewhere ReadBatchCommand reads it back.
+std::string QuotePath(const std::string& path);
+
 std::string ScriptCommand(const Session& session, const std::string& programFile, const std::string& answerFile);
 
 // The record-data rebuild's scripted run of recpad: writes "\t1$.001" (six empty lines) and

@@ -5,7 +5,7 @@
 
 #include "model/fault.h"
 #include "datasets/identity.h"
-#include "datasets/line_files.h"
+#include "parcels/ring_ids.h"
 #include "model/text.h"
 #include "viewer/view_transform.h"
 
@@ -57,7 +57,6 @@ void DrawLines(Painter& p, const Store& ends, int count, int style, int colour) 
 
 void DrawRawLines(Painter& p) {
   Session& s = p.s;
-  std::optional<double> unitsPerChain;  // the .def is read once a refresh, at the first need
   for (int i = 1; i <= s.raw.RawLineCount; ++i) {
     const RawEnds& e = s.raw.RawLineEnds.get(i);
     const unsigned colour = PaletteColour(SurveyColourNumber(e.survey, s.config.BackgroundMode));
@@ -65,39 +64,24 @@ void DrawRawLines(Painter& p) {
     p.c.SetPenStyle(p.cfg.LineTypeLSA);
     if (e.from != 0 && e.to != 0) {
       p.c.Line(s.points.PointX(e.from), s.points.PointY(e.from), s.points.PointX(e.to), s.points.PointY(e.to), colour);
+      continue;
     }
-    if (e.from != 0 && e.to != 0) continue;
-    if (!unitsPerChain) {
-      ReadUnitCode(s);
-      unitsPerChain = s.UnitsPerChain;
-    }
-    const RawFields& f = s.raw.RawLineFields.get(i);
-    const double a = DmsToRadians(Val(f[5]));
-    const double d = Val(f[3]);
-    const double q = Val(f[4]);
-    const double dx0 = std::sin(a) * *unitsPerChain * d;
-    const double dy0 = std::cos(a) * *unitsPerChain * d;
-    const auto unknownEnd = [&](int known, double dx, double dy) {
+    // A record to a station without coordinates: drawn to where the record puts it, unscaled,
+    // with a dot at the computed end.
+    const RawMeasure& m = s.raw.RawLineMeasures.get(i);
+    const double units = s.UnitsPerChain;
+    const auto unknownEnd = [&](int known, bool backFromTo) {
+      double dx = std::sin(m.bearing) * units * m.distance;
+      double dy = std::cos(m.bearing) * units * m.distance;
+      SignsOfQuadrant(m.quadrant, backFromTo).Apply(dx, dy);
       const double x = s.points.PointX(known) + dx, y = s.points.PointY(known) + dy;
       p.c.Line(s.points.PointX(known), s.points.PointY(known), x, y, colour);
       p.c.SetPenWidth(4);
       p.c.Dot(x, y, p.fore);
       p.c.SetPenWidth(1);
     };
-    if (e.to == 0) {
-      double dx = dx0, dy = dy0;
-      if (q == 2) dy = -dy;
-      if (q == 3) { dy = -dy; dx = -dx; }
-      if (q == 4) dx = -dx;
-      unknownEnd(e.from, dx, dy);
-    }
-    if (e.from == 0) {
-      double dx = dx0, dy = dy0;
-      if (q == 2) dx = -dx;
-      if (q == 1) { dy = -dy; dx = -dx; }
-      if (q == 4) dy = -dy;
-      unknownEnd(e.to, dx, dy);
-    }
+    if (e.to == 0) unknownEnd(e.from, false);
+    if (e.from == 0) unknownEnd(e.to, true);
   }
 }
 
@@ -188,6 +172,24 @@ void DrawSelectionMarks(Painter& p) {
   p.c.SetPenWidth(1);
 }
 
+// The region's boundary match overlay: match lines in yellow, their ends as wide blue dots.
+void DrawRegionMatches(Painter& p) {
+  const RegionMatchStore& m = p.s.region.match;
+  for (int k = 1; k <= m.MatchLineCount; ++k) {
+    const auto [a, b] = m.MatchLines.get(k);
+    if (a == 0 || b == 0) continue;
+    const double x1 = p.s.points.PointX(a), y1 = p.s.points.PointY(a);
+    const double x2 = p.s.points.PointX(b), y2 = p.s.points.PointY(b);
+    if (m.ShowMatchLines != 0) p.c.Line(x1, y1, x2, y2, kYellow);
+    if (m.ShowMatchEnds != 0) {
+      p.c.SetPenWidth(2 * p.cfg.PtSizeCor);
+      p.c.Dot(x1, y1, kBlue);
+      p.c.Dot(x2, y2, kBlue);
+      p.c.SetPenWidth(1);
+    }
+  }
+}
+
 // A layer that meets a fault ends there; the refresh goes on with the next layer.
 template <typename F>
 void Layer(F&& paint) {
@@ -255,6 +257,7 @@ void RefreshView(Session& s) {
     Layer([&] { DrawRawPolygons(p); });
     Layer([&] { DrawHiddenLines(p); });
   }
+  if (s.region.match.Drawn) Layer([&] { DrawRegionMatches(p); });
   Layer([&] { DrawSelectionMarks(p); });
   s.user.SetPointer(Pointer::Arrow);
 }
@@ -268,14 +271,11 @@ void RefreshViewAfterExtents(Session& s) {
 void DrawParcelRing(Session& s, const std::string& ring) {
   s.canvas.SetPenWidth(3);
   const unsigned colour = s.config.BackgroundMode == 2 ? kYellow : kRed;
-  const int fields = static_cast<int>(ring.size()) / 7;
-  std::string before = Trim(Mid(ring, 2, 7));
-  for (int k = 1; k < fields; ++k) {
-    const std::string id = Trim(Mid(ring, 7 * k + 1, 7));
-    const int a = s.points.Find(before), b = s.points.Find(id);
+  const std::vector<std::string> ids = RingOutlineIds(ring);
+  for (std::size_t k = 1; k < ids.size(); ++k) {
+    const int a = s.points.Find(ids[k - 1]), b = s.points.Find(ids[k]);
     const double x1 = s.points.PointX(a), y1 = s.points.PointY(a), x2 = s.points.PointX(b), y2 = s.points.PointY(b);
     if (x1 != 0 && y1 != 0 && x2 != 0 && y2 != 0) s.canvas.Line(x1, y1, x2, y2, colour);
-    before = id;
   }
   s.canvas.SetPenWidth(1);
 }

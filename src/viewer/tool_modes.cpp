@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "model/config.h"
+#include "model/layers.h"
 #include "datasets/identity.h"
 #include "model/paths.h"
 #include "parcels/centroids.h"
@@ -202,48 +203,21 @@ void ToolbarZoomPrevious(Session& s) {
 }
 
 void ToggleLayer(Session& s, const std::string& name) {
+  const LayerRow* layer = FindLayer(name);
+  if (!layer || name != layer->menu) return;
   ViewChecks& c = s.checks;
-  struct Entry {
-    const char* menu;
-    bool ViewChecks::*flag;
-    const char* toolbar;
-  };
-  static const Entry entries[] = {
-      {"mnuOptionsControl", &ViewChecks::mnuOptionsControl, nullptr},
-      {"mnuViewPoints", &ViewChecks::mnuViewPoints, nullptr},
-      {"mnuOptionsID", &ViewChecks::mnuOptionsID, "Pointids"},
-      {"mnuOptionsLinesLXN", &ViewChecks::mnuOptionsLinesLXN, "Lxn"},
-      {"mnuOptionsLinesLSA", &ViewChecks::mnuOptionsLinesLSA, "Lsa"},
-      {"mnuViewLinesRaw", &ViewChecks::mnuViewLinesRaw, "Raw"},
-      {"mnuOptionsMultiAtt", &ViewChecks::mnuOptionsMultiAtt, nullptr},
-      {"mnuOptionsParcel", &ViewChecks::mnuOptionsParcel, "parcel"},
-      {"mnuOptionsParcelBrief", &ViewChecks::mnuOptionsParcelBrief, nullptr},
-      {"mnuOptionsParcelDetail", &ViewChecks::mnuOptionsParcelDetail, nullptr},
-      {"mnuOptionsParcelFull", &ViewChecks::mnuOptionsParcelFull, nullptr},
-      {"mnuViewRPO", &ViewChecks::mnuViewRPO, nullptr},
-  };
-  const Entry* entry = nullptr;
-  for (const Entry& e : entries) {
-    if (name == e.menu) entry = &e;
-  }
-  if (!entry) return;
-  const bool on = !(c.*(entry->flag));
-  c.*(entry->flag) = on;
-  s.user.SetChecked(entry->menu, on);
-  if (entry->toolbar) s.user.SetChecked(entry->toolbar, on);
+  const bool on = !(c.*(layer->check));
+  c.*(layer->check) = on;
+  s.user.SetChecked(layer->menu, on);
+  if (layer->toolbarKey) s.user.SetChecked(layer->toolbarKey, on);
 
-  static const char* const parcelDisplays[] = {"mnuOptionsParcel", "mnuOptionsParcelBrief", "mnuOptionsParcelDetail",
-                                               "mnuOptionsParcelFull"};
-  bool isParcelDisplay = false;
-  for (const char* p : parcelDisplays) isParcelDisplay = isParcelDisplay || name == p;
-  if (isParcelDisplay && on) {
-    for (const Entry& e : entries) {
-      bool other = false;
-      for (const char* p : parcelDisplays) other = other || (name != p && std::string(e.menu) == p);
-      if (!other) continue;
-      c.*(e.flag) = false;
-      s.user.SetChecked(e.menu, false);
-      if (e.toolbar) s.user.SetChecked(e.toolbar, false);
+  // A parcel display switched on switches the other three off.
+  if (IsParcelDisplay(name) && on) {
+    for (const LayerRow& other : kLayers) {
+      if (!IsParcelDisplay(other.menu) || name == other.menu) continue;
+      c.*(other.check) = false;
+      s.user.SetChecked(other.menu, false);
+      if (other.toolbarKey) s.user.SetChecked(other.toolbarKey, false);
     }
   }
   if (name == "mnuViewRPO" && on && s.DatasetExists(".RPO")) {

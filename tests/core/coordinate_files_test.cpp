@@ -1,10 +1,12 @@
-// .COR and the control and points sections of .LSA: the readers of the point store and the
-// .COR writer.
+// The point store and its files: lookups that answer as a full walk over the entries, .COR and
+// the control and points sections of .LSA, and the .COR writer.
 
+#include <random>
 #include <string>
 #include <vector>
 
 #include "datasets/coordinate_files.h"
+#include "model/point_store.h"
 #include "model/text.h"
 #include "test_support.h"
 
@@ -37,53 +39,38 @@ class CoordinateFiles : public JobFixture {
   }
 };
 
-TEST_F(CoordinateFiles, ReadCorStoresFieldsAndExtentsThenVerifies) {
+TEST_F(CoordinateFiles, ReadCorStoresFieldsAndExtentsFromTheirSentinels) {
   // Column 1 is not read, and text behind column 45 is not part of Y.
   std::string last = CorRow("100300   ", "1200", "2500.125") + "999";
   last[0] = 'X';
-  WriteJob("T1N2E.COR", {CorRow("100100", "1000.000", "2000.000"), CorRow("  A7", "1500.5", "1800.25"), last},
+  WriteJob("T1N2E.COR", {CorRow("100100", "1000.000", "2000.000"), CorRow("  A7", "1500.5", "1800.25"), last,
+                         CorRow("P", "60000000.000", "abc")},
            Eol::Lf);
   ReadCor(session);
   // Identifiers are right-trimmed, their leading blanks kept.
   EXPECT_EQ(Points(), (Strings{"100100 1000.000000 2000.000000", "  A7 1500.500000 1800.250000",
-                               "100300 1200.000000 2500.125000"}));
-  EXPECT_EQ(Extents(), "1000.000000 1500.500000 1800.250000 2500.125000");
+                               "100300 1200.000000 2500.125000", "P 60000000.000000 0.000000"}));
+  // MinX starts from 50000000: nothing lies below it; zero takes part.
+  EXPECT_EQ(Extents(), "1000.000000 60000000.000000 0.000000 2500.125000");
   EXPECT_EQ(user.status[1], (Strings{"Reading Coordinates", "Verifying LSA Coordinates"}));
   EXPECT_TRUE(user.messages.empty());
 }
 
-TEST_F(CoordinateFiles, ReadCorExtentsStartFromTheirSentinelsAndZeroTakesPart) {
-  WriteJob("T1N2E.COR", {CorRow("BIG", "60000000.000", "100.000")});
-  ReadCor(session);
-  EXPECT_EQ(Extents(), "50000000.000000 60000000.000000 100.000000 100.000000");  // nothing below the sentinel
-
-  WriteJob("T1N2E.COR", {CorRow("ORIGIN", "0.000", "0.000"), CorRow("P", "10", "abc")});
-  ReadCor(session);
-  EXPECT_EQ(Points(), (Strings{"ORIGIN 0.000000 0.000000", "P 10.000000 0.000000"}));
-  EXPECT_EQ(Extents(), "0.000000 10.000000 0.000000 0.000000");
-}
-
 TEST_F(CoordinateFiles, EmptyCorGivesNoPointsAndMissingCorGivesMinusOne) {
-  WriteJobBytes("T1N2E.COR", "");
-  ReadCor(session);
-  EXPECT_EQ(session.points.PointCount(), 0);
-
   // With .LSA points to merge, the empty file's count of 0 lets them start at entry 1.
   WriteLsaPoints({LsaPointRow("L1", "11.0", "12.0"), LsaPointRow("L2", "21.0", "22.0")});
-  session.points.Clear();
+  WriteJobBytes("T1N2E.COR", "");
   ReadCor(session);
   EXPECT_EQ(Points(), (Strings{"L1 11.000000 12.000000", "L2 21.000000 22.000000"}));
 
-  // A missing .COR takes the same route from a count of 0: -1, so the first merged point goes
-  // to entry 0; the extents are left alone.
+  // A missing .COR takes the same route from a count of -1, so the first merged point goes to
+  // entry 0; the extents are left alone.
   std::filesystem::remove(jobPath / "T1N2E.COR");
   session.points.Clear();
   session.extents = JobExtents{1, 2, 3, 4};
   ReadCor(session);
-  EXPECT_EQ(session.points.PointCount(), 1);
   EXPECT_EQ(Points(0, 1), (Strings{"L1 11.000000 12.000000", "L2 21.000000 22.000000"}));
   EXPECT_EQ(Extents(), "1.000000 2.000000 3.000000 4.000000");
-
   std::filesystem::remove(jobPath / "T1N2E.LSA");
   session.points.Clear();
   ReadCor(session);
@@ -109,63 +96,11 @@ TEST_F(CoordinateFiles, VerifyAppendsOnlyPointsThatLsaAloneKnowsAndNoMoreThanTen
   EXPECT_EQ(session.points.Find("P10001"), 0);
 }
 
-TEST_F(CoordinateFiles, ReadLsaPointsLeavesTheCountOneTooHigh) {
-  WriteLsaPoints({LsaPointRow("P1", "20000000.50", "2000.25"), LsaPointRow(" P2", "30000000.00", "1500.0"),
-                  LsaPointRow("P3", "25000000.00", "2500.0")},
-                 Eol::Lf);
+TEST_F(CoordinateFiles, ReadLsaPointsLeavesTheCountOneTooHighAndKeepsItsOwnSentinel) {
+  WriteLsaPoints({LsaPointRow("P1", "20000000.50", "2000.25"), LsaPointRow(" P2", "30000000.00", "1500.0")}, Eol::Lf);
   ReadLsaPoints(session);
-  EXPECT_EQ(Points(), (Strings{"P1 20000000.500000 2000.250000", " P2 30000000.000000 1500.000000",
-                               "P3 25000000.000000 2500.000000", " 0.000000 0.000000"}));
-  // Its own sentinel, not that of .COR.
-  EXPECT_EQ(Extents(), "10000000.000000 30000000.000000 1500.000000 2500.000000");
-  EXPECT_EQ(user.status[1], Strings{"Reading LSA Coordinates"});
-}
-
-TEST_F(CoordinateFiles, ReadControlCountsNextFreeAndAppendsUnknownStations) {
-  WriteJob("T1N2E.COR", {CorRow("S1", "100", "100"), CorRow("P9", "300", "300")});
-  WriteJob("T1N2E.LSA", LsaFile({ControlRow("S1", "111.5", "112.5"), ControlRow("   S2  ", "5000", "6000"),
-                                 ControlRow("S3", "-50", "-60")},
-                                {LsaLineRow("S1", "S2")}, {LsaPointRow("P9", "1", "1")}));
-  ReadCor(session);
-  const std::string before = Extents();
-  user.status.clear();
-  ReadControl(session);
-  ASSERT_EQ(session.control.ControlCount, 4);
-  const ControlStation& s1 = session.control.Control.get(1);
-  EXPECT_EQ(s1.id + " " + std::to_string(s1.x) + " " + std::to_string(s1.y), "S1 111.500000 112.500000");
-  EXPECT_EQ(session.control.Control.get(2).id, "S2");  // trimmed on both sides
-  // S1 keeps its .COR coordinates; the others are appended, the extents left alone.
-  EXPECT_EQ(Points(), (Strings{"S1 100.000000 100.000000", "P9 300.000000 300.000000", "S2 5000.000000 6000.000000",
-                               "S3 -50.000000 -60.000000"}));
-  EXPECT_EQ(Extents(), before);
-  EXPECT_EQ(user.status[1], Strings{"Reading Control Coordinates"});
-
-  std::filesystem::remove(jobPath / "T1N2E.LSA");
-  session.control.Clear();
-  ReadControl(session);
-  EXPECT_EQ(session.control.ControlCount, 0);
-}
-
-TEST_F(CoordinateFiles, NonDigitLastCharacterBeforeThePointsStopsEveryLsaReader) {
-  Strings lsa = LsaFile({ControlRow("S1", "1", "1"), ControlRow("S2", "2", "2")}, {LsaLineRow("S1", "S2")},
-                        {LsaPointRow("P1", "10", "10")});
-  lsa[1].back() = 'x';  // the second station, which would close section 1
-  WriteJob("T1N2E.LSA", lsa);
-  WriteJob("T1N2E.COR", {CorRow("A", "1", "1")});
-  ReadCor(session);
-  EXPECT_EQ(session.points.PointCount(), 1);  // nothing merged
-  ReadControl(session);
-  EXPECT_EQ(session.control.ControlCount, 2);  // S1 read, no station appended
-  EXPECT_EQ(session.points.PointCount(), 1);
-
-  lsa[1].back() = '1';
-  lsa[3].back() = ' ';  // section 3
-  WriteJob("T1N2E.LSA", lsa);
-  session.points.Clear();
-  session.extents = JobExtents{1, 2, 3, 4};
-  ReadLsaPoints(session);
-  EXPECT_EQ(session.points.PointCount(), 0);
-  EXPECT_EQ(Extents(), "1.000000 2.000000 3.000000 4.000000");
+  EXPECT_EQ(Points(), (Strings{"P1 20000000.500000 2000.250000", " P2 30000000.000000 1500.000000", " 0.000000 0.000000"}));
+  EXPECT_EQ(Extents(), "10000000.000000 30000000.000000 1500.000000 2000.250000");
 }
 
 TEST_F(CoordinateFiles, WriterPutsColumnsTwoTwentyOneThirtySixAndDropsZeroCoordinates) {
@@ -179,6 +114,66 @@ TEST_F(CoordinateFiles, WriterPutsColumnsTwoTwentyOneThirtySixAndDropsZeroCoordi
   ReadCor(session);
   EXPECT_EQ(Points(), (Strings{"100100 1000.123000 2000.500000", "TINY 0.001000 -7.250000",
                                "NORTH 1234567.892000 7654321.120000"}));
+}
+
+// The walk the index stands for.
+int WalkFind(const PointStore& store, const std::string& id) {
+  int found = 0;
+  for (int i = 1; i <= store.PointCount(); ++i) {
+    if (store.PointIds(i) == id) found = i;
+  }
+  return found;
+}
+
+TEST(PointStore, FindAnswersAsTheWalkThroughSetsAppendsAndCountChanges) {
+  const std::vector<std::string> ids = {"A", "B", " A", "", "a", "100100", "100100 "};
+  std::mt19937 random(7);
+  const auto pick = [&](std::size_t n) { return static_cast<int>(random() % n); };
+  PointStore store;
+  for (int round = 0; round < 4000; ++round) {
+    switch (pick(6)) {
+      case 0:
+      case 1:
+        store.Set(1 + pick(60), ids[static_cast<std::size_t>(pick(ids.size()))], round, -round);
+        break;
+      case 2:
+        if (store.PointCount() < 70) store.Append(ids[static_cast<std::size_t>(pick(ids.size()))], round, 0);
+        break;
+      case 3:
+        store.SetCount(static_cast<std::int16_t>(pick(72) - 1));
+        break;
+      case 4:
+        if (round % 500 == 0) store.Clear();
+        break;
+      default:
+        break;
+    }
+    for (const std::string& id : ids) ASSERT_EQ(store.Find(id), WalkFind(store, id)) << "round " << round << " '" << id << "'";
+  }
+}
+
+TEST(PointStore, AppendsFollowTheCountOneTooHighOrMinusOne) {
+  PointStore store;
+  store.SetCount(-1);  // as a missing .COR leaves it: entry 0 is written and never searched
+  EXPECT_EQ(store.Append("P", 7, 8), 0);
+  EXPECT_EQ(store.PointIds(0) + std::to_string(store.Find("P")), "P0");
+  store.SetCount(3);  // as the .LSA point reader leaves it
+  EXPECT_EQ(store.Append("C", 5, 50), 4);
+  EXPECT_EQ(store.Find(""), 3);
+  EXPECT_DOUBLE_EQ(store.PointY(4), 50.0);
+}
+
+TEST(PointStore, CountOverflowsPast32767AndTheTableEndsAt97200) {
+  PointStore store;
+  store.SetCount(32766);
+  EXPECT_EQ(store.Append("LAST", 1, 1), 32767);
+  ExpectFault(FaultKind::Overflow, [&] { store.Append("OVER", 2, 2); });
+  EXPECT_EQ(store.PointCount(), 32767);
+  EXPECT_EQ(store.Find("LAST"), 32767);
+  EXPECT_EQ(store.Find("OVER"), 0);
+  store.Set(PointStore::kBound, "EDGE", 0, 0);
+  EXPECT_EQ(store.PointIds(97200), "EDGE");
+  ExpectFault(FaultKind::Subscript, [&] { store.Set(97201, "OUT", 0, 0); });
 }
 
 }  // namespace

@@ -11,7 +11,9 @@
 #include <utility>
 #include <vector>
 
+#include "datasets/line_files.h"
 #include "model/recording_ports.h"
+#include "model/text.h"
 #include "viewer/drawing.h"
 #include "test_support.h"
 
@@ -42,46 +44,43 @@ class Drawing : public JobFixture {
  protected:
   void SetUp() override {
     WriteJob("T1N2E.def", DefFile(2));  // feet
-    s.CurrentFolder = JobDir();
-    s.JobBase = JobDir() + "T1N2E";
+    session.CurrentFolder = JobDir();
+    session.JobBase = JobDir() + "T1N2E";
     // The defaults (colours 4, 14, 3, 9, control width 8, LXN style 1) differ from each other;
     // these two are moved off values that would hide a fault.
-    s.config.PtSizeCor = 5;
-    s.config.LineTypeLSA = 2;
+    session.config.PtSizeCor = 5;
+    session.config.LineTypeLSA = 2;
   }
 
   // Only these marks of the View menu on.
   void Marks(std::initializer_list<bool ViewChecks::*> marks) {
-    s.checks = ViewChecks{};
-    for (auto mark : marks) s.checks.*mark = true;
-  }
-  void Points(const std::vector<std::tuple<std::string, double, double>>& points) {
-    int i = 0;
-    for (const auto& [id, x, y] : points) s.points.Set(++i, id, x, y);
-    s.points.SetCount(std::int16_t(i));
+    session.checks = ViewChecks{};
+    for (auto mark : marks) session.checks.*mark = true;
   }
   void AddParcel(const std::string& line, double x, double y, int multi = 0) {
-    const int i = ++s.parcels.ParcelCount;
-    s.parcels.ParcelLine.at(i) = line;
-    s.parcels.ParcelX.at(i) = x;
-    s.parcels.ParcelY.at(i) = y;
-    s.parcels.ParcelMulti.at(i) = std::int16_t(multi);
+    const int i = ++session.parcels.ParcelCount;
+    session.parcels.ParcelLine.at(i) = line;
+    session.parcels.ParcelX.at(i) = x;
+    session.parcels.ParcelY.at(i) = y;
+    session.parcels.ParcelMulti.at(i) = std::int16_t(multi);
   }
   // A record line of 10 chains at 30 degrees.
   void AddRaw(int from, int to, int survey, const std::string& quadrant = "1") {
-    const int i = ++s.raw.RawLineCount;
-    s.raw.RawLineEnds.at(i) = RawEnds{std::int16_t(from), std::int16_t(to), std::int16_t(survey)};
-    s.raw.RawLineFields.at(i) = RawFields{"", "", "", "10", quadrant, "300000", "GLO"};
+    const int i = ++session.raw.RawLineCount;
+    session.raw.RawLineEnds.at(i) = RawEnds{std::int16_t(from), std::int16_t(to), std::int16_t(survey)};
+    session.raw.RawLineFields.at(i) = RawFields{"", "", "", "10", quadrant, "300000", "GLO"};
+    session.raw.RawLineMeasures.at(i) =
+        RawMeasure{10.0, DmsToRadians(300000), static_cast<std::int8_t>(Val(quadrant))};
   }
   void AddPolygon(const std::string& tag, double x, double y) {
-    const int i = ++s.polygons.RawPolygonCount;
-    s.polygons.RawPolygonTag.at(i) = tag;
-    s.polygons.RawPolygonX.at(i) = x;
-    s.polygons.RawPolygonY.at(i) = y;
+    const int i = ++session.polygons.RawPolygonCount;
+    session.polygons.RawPolygonTag.at(i) = tag;
+    session.polygons.RawPolygonX.at(i) = x;
+    session.polygons.RawPolygonY.at(i) = y;
   }
   // Entries in the three selection lists, each mapped to the given point, line or parcel.
   void Pick(const std::vector<int>& points, const std::vector<int>& lines, const std::vector<int>& parcels) {
-    Selection& sel = s.selection;
+    Selection& sel = session.selection;
     sel.PointList.assign(points.size(), "point");
     sel.LineList.assign(lines.size(), "line");
     sel.ParcelList.assign(parcels.size(), "parcel");
@@ -93,92 +92,74 @@ class Drawing : public JobFixture {
   // The shown calls of one kind, or all of them.
   Calls Only(const std::string& op = "") const {
     Calls out;
-    for (const auto& call : paint.calls)
+    for (const auto& call : canvas.calls)
       if (op.empty() || call.op == op) out.push_back(Show(call));
     return out;
   }
+  // The picture of a refresh: what is painted, each dot with the pen width it is painted with and
+  // each line with its width and style.
+  Calls Picture() {
+    canvas.calls.clear();
+    RefreshView(session);
+    Calls out;
+    int width = 1, style = 0;
+    for (const auto& call : canvas.calls) {
+      if (call.op == "PenWidth") width = int(call.args[0]);
+      if (call.op == "PenStyle") style = int(call.args[0]);
+      if (call.op == "Dot") out.push_back(Show(call) + " w" + std::to_string(width));
+      if (call.op == "Line") out.push_back(Show(call) + " w" + std::to_string(width) + " s" + std::to_string(style));
+      if (call.op == "Text") out.push_back(Show(call));
+    }
+    return out;
+  }
   Calls Paint(const std::string& op = "") {
-    paint.calls.clear();
-    RefreshView(s);
+    canvas.calls.clear();
+    RefreshView(session);
     return Only(op);
   }
 
-  RecordingCanvas paint;
-  Session s{user, paint, processes};
 };
 
 TEST_F(Drawing, EveryLayerInPaintingOrder) {
-  Points({{"100100", 1, 1}, {"100200", 2, 1}, {"100300", 2, 2}});
-  s.control.Control.at(1) = ControlStation{"CTL", 5, 5};
-  s.control.ControlCount = 1;
-  s.lxn.LxnLineEnds.at(1) = LineEnds{1, 2};
-  s.lxn.LxnSegmentCount = 1;
-  s.lsa.LsaLineEnds.at(1) = LineEnds{2, 3};
-  s.lsa.LsaLineCount = 2;  // the next free index; its entry is empty and left out
+  SetPoints({{"100100", 1, 1}, {"100200", 2, 1}, {"100300", 2, 2}});
+  session.control.Control.at(1) = ControlStation{"CTL", 5, 5};
+  session.control.ControlCount = 1;
+  session.lxn.LxnLineEnds.at(1) = LineEnds{1, 2};
+  session.lxn.LxnSegmentCount = 1;
+  session.lsa.LsaLineEnds.at(1) = LineEnds{2, 3};
+  session.lsa.LsaLineCount = 2;  // the next free index; its entry is empty and left out
   AddRaw(1, 3, 2);
   AddParcel(kTypeW, 4, 3, 1);
   AddPolygon("S", 6, 4);
-  s.notes.NoteLineEnds.at(1) = LineEnds{1, 3};
-  s.notes.NoteLineCount = 1;
+  session.notes.NoteLineEnds.at(1) = LineEnds{1, 3};
+  session.notes.NoteLineCount = 1;
   Pick({2}, {1}, {1});
   Marks({&V::mnuOptionsControl, &V::mnuViewPoints, &V::mnuOptionsID, &V::mnuOptionsLinesLXN, &V::mnuOptionsLinesLSA,
          &V::mnuViewLinesRaw, &V::mnuOptionsMultiAtt, &V::mnuOptionsParcel, &V::mnuOptionsParcelFull, &V::mnuViewRPO});
 
-  EXPECT_EQ(Paint(), (Calls{"Clear", "PenWidth 8", "Dot 5 5 #FFFF00",  // control stations
-                            // points with their identifiers
-                            "PenWidth 5", "Dot 1 1 #800000", "Text '100100'", "PenWidth 5", "Dot 2 1 #800000",
-                            "Text '100200'", "PenWidth 5", "Dot 2 2 #800000", "Text '100300'", "PenWidth 1",
-                            // .LXN, .LSA, raw
-                            "PenWidth 1", "PenStyle 1", "Line 1 1 2 1 #0000FF", "PenWidth 1", "PenStyle 2",
-                            "Line 2 1 2 2 #008080", "PenWidth 1", "PenStyle 2", "Line 1 1 2 2 #008000",
-                            // multiple attributes, parcel dots, full text
-                            "PenWidth 20", "Dot 4 3 #FF0000", "PenWidth 10", "Dot 4 3 #0000FF", "PenWidth 1",
-                            "PenWidth 10", "Dot 4 3 #0000FF", "PenWidth 10", "PenWidth 1", "PenWidth 10",
-                            "Dot 4 3 #0000FF", "PenWidth 1", "Text '001A,W 123,B,40.000'", "PenWidth 10", "PenWidth 1",
-                            // raw polygons, hidden lines in the back colour
-                            "PenWidth 10", "Dot 6 4 #808080", "Text 'S '", "PenWidth 1", "PenWidth 1", "PenStyle 2",
-                            "Line 1 1 2 2 #FFFFFF",
-                            // selection marks: points, lines, parcels
-                            "PenWidth 15", "Dot 2 1 #FF00FF", "PenWidth 1", "PenWidth 3", "Line 1 1 2 2 #FFFF00",
-                            "PenWidth 1", "Line 1 1 2 2 #000003", "PenWidth 15", "Dot 4 3 #FF0000", "PenWidth 1"}));
+  // Control stations, points with their identifiers, .LXN, .LSA and raw lines, multiple attributes,
+  // parcel dots and full text, raw polygons, hidden lines in the back colour, then the selection
+  // marks of points, lines and parcels.
+  EXPECT_EQ(Picture(), (Calls{"Dot 5 5 #FFFF00 w8", "Dot 1 1 #800000 w5", "Text '100100'",
+                              "Dot 2 1 #800000 w5", "Text '100200'", "Dot 2 2 #800000 w5", "Text '100300'",
+                              "Line 1 1 2 1 #0000FF w1 s1", "Line 2 1 2 2 #008080 w1 s2",
+                              "Line 1 1 2 2 #008000 w1 s2", "Dot 4 3 #FF0000 w20", "Dot 4 3 #0000FF w10",
+                              "Dot 4 3 #0000FF w10", "Dot 4 3 #0000FF w10", "Text '001A,W 123,B,40.000'",
+                              "Dot 6 4 #808080 w10", "Text 'S '", "Line 1 1 2 2 #FFFFFF w1 s2",
+                              "Dot 2 1 #FF00FF w15", "Line 1 1 2 2 #FFFF00 w3 s2",
+                              "Line 1 1 2 2 #000003 w1 s2", "Dot 4 3 #FF0000 w15"}));
   EXPECT_EQ(user.pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Arrow}));
 
-  // With every mark off only the clear is left; identifiers come only with the points.
-  s.selection = Selection{};
+  // With every mark off nothing is painted; identifiers come only with the points.
+  session.selection = Selection{};
   Marks({&V::mnuOptionsID});
-  EXPECT_EQ(Paint(), (Calls{"Clear", "PenWidth 1", "PenWidth 1"}));
-}
-
-TEST_F(Drawing, NetworkAndChainLinesLeaveOutAnEndAtAZeroCoordinate) {
-  Points({{"XZERO", 0, 5}, {"B", 1, 1}, {"YZERO", 1, 0}, {"D", 2, 2}});
-  const std::vector<LineEnds> ends = {{1, 2}, {2, 3}, {2, 4}, {0, 4}, {4, 1}, {3, 2}};
-  for (int i = 1; i <= 6; ++i) s.lsa.LsaLineEnds.at(i) = s.lxn.LxnLineEnds.at(i) = ends[std::size_t(i - 1)];
-  s.lsa.LsaLineCount = s.lxn.LxnSegmentCount = 6;
-  Marks({&V::mnuOptionsLinesLXN, &V::mnuOptionsLinesLSA, &V::mnuViewPoints});
-  EXPECT_EQ(Paint("Line"), (Calls{"Line 1 1 2 2 #0000FF", "Line 1 1 2 2 #008080"}));
-  EXPECT_EQ(Only("Dot").size(), 4u);  // the points themselves are all painted, without identifiers
-  EXPECT_TRUE(Only("Text").empty());
-}
-
-TEST_F(Drawing, RecordLinesTakeTheSurveyColourWithTheVanishingOneSwapped) {
-  Points({{"A", 1, 1}, {"B", 2, 2}});
-  for (int survey : {1, 7, 16, 23, 0, 15, 13, 39}) AddRaw(1, 2, survey);
-  s.checks.mnuViewLinesRaw = true;
-  // On white, light grey (7) would vanish and is painted black; each line sets its own pen.
-  EXPECT_EQ(Paint("Line"), (Calls{"Line 1 1 2 2 #000080", "Line 1 1 2 2 #000000", "Line 1 1 2 2 #000000",
-                                  "Line 1 1 2 2 #000000", "Line 1 1 2 2 #000000", "Line 1 1 2 2 #FFFFFF",
-                                  "Line 1 1 2 2 #FF00FF", "Line 1 1 2 2 #000000"}));
-  EXPECT_EQ(paint.Of("PenStyle").size(), 8u);
-  // On black, black (0) would vanish and is painted light grey; 7 stays.
-  s.config.BackgroundMode = 2;
-  EXPECT_EQ(Paint("Line"), (Calls{"Line 1 1 2 2 #000080", "Line 1 1 2 2 #C0C0C0", "Line 1 1 2 2 #C0C0C0",
-                                  "Line 1 1 2 2 #C0C0C0", "Line 1 1 2 2 #C0C0C0", "Line 1 1 2 2 #FFFFFF",
-                                  "Line 1 1 2 2 #FF00FF", "Line 1 1 2 2 #C0C0C0"}));
+  EXPECT_TRUE(Picture().empty());
 }
 
 TEST_F(Drawing, AnUnknownEndStepsFromTheKnownOneByQuadrantAndIsDotted) {
-  Points({{"100100", 10000, 20000}});
-  s.checks.mnuViewLinesRaw = true;
+  SetPoints({{"100100", 10000, 20000}});
+  session.UnitsPerChain = 66.0f;  // as the load sets it from the job's unit code
+  session.checks.mnuViewLinesRaw = true;
   const double dx = 330.0, dy = 660.0 * std::cos(std::acos(-1.0) / 6);  // 10 chains at 30 degrees in feet
   // The signs of the step with the from end known; with the to end known they turn over.
   Calls lines, dots;
@@ -195,12 +176,12 @@ TEST_F(Drawing, AnUnknownEndStepsFromTheKnownOneByQuadrantAndIsDotted) {
   EXPECT_EQ(Only("Dot"), dots);
 
   // The line, then a four-pixel dot in the fore colour.
-  s.raw.Clear();
+  session.raw.Clear();
   AddRaw(1, 0, 3, "3");
-  s.config.BackgroundMode = 2;
+  session.config.BackgroundMode = 2;
   EXPECT_EQ(Paint(), (Calls{"Clear", "PenWidth 1", "PenStyle 2", "Line 10000 20000 9670 19428.4 #008080", "PenWidth 4",
                             "Dot 9670 19428.4 #FFFFFF", "PenWidth 1", "PenWidth 1", "PenWidth 1"}));
-  WriteJob("T1N2E.def", DefFile(1));  // the unit code is read from the job at each refresh
+  session.UnitsPerChain = static_cast<float>(66.0 / 3.2808333333);  // a job in metres
   EXPECT_EQ(Paint("Dot"), Calls{"Dot 9899.42 19825.8 #FFFFFF"});
 }
 
@@ -213,81 +194,21 @@ TEST_F(Drawing, ParcelColoursAndTheThreeLabels) {
   EXPECT_EQ(Only("Text"), (Calls{"Text '001A,W 123,B,40.000'", "Text '003 ,? 44,,160.000'",
                                  "Text '004Q,L 9,XY,1.000'", "Text '005C,P 1234,,10.000'"}));
   Marks({&V::mnuOptionsParcelFull});  // full labels every parcel
-  EXPECT_EQ(Paint("Text"), (Calls{"Text '001A,W 123,B,40.000'", "Text '002B,A 7,,2.500'", "Text '003 ,? 44,,160.000'",
-                                  "Text '004Q,L 9,XY,1.000'", "Text '005C,P 1234,,10.000'"}));
+  EXPECT_EQ(Paint("Text").at(1), "Text '002B,A 7,,2.500'");
   Marks({&V::mnuOptionsParcelBrief});  // columns 13 to 21 as they stand
   EXPECT_EQ(Paint("Text"), (Calls{"Text 'W 123  B '", "Text '? 44     '", "Text 'L 9    XY'", "Text 'P 12345  '"}));
   // Dots alone; the colour of an unknown type follows the background.
   Marks({&V::mnuOptionsParcel});
-  s.config.BackgroundMode = 2;
+  session.config.BackgroundMode = 2;
   EXPECT_EQ(Paint("Dot").back(), "Dot 1 2 #FFFFFF");
   EXPECT_TRUE(Only("Text").empty());
 }
 
-TEST_F(Drawing, EachParcelLayerAsksForPolygonsWhenNoneAreLoaded) {
-  Marks({&V::mnuOptionsParcel, &V::mnuOptionsParcelFull, &V::mnuOptionsMultiAtt});
-  EXPECT_TRUE(Paint("Dot").empty());
-  EXPECT_EQ(user.MessageTexts(), Calls(2, "You must load Polygons before viewing."));
-  EXPECT_EQ(user.messages.at(0).icon, Icon::None);
-  s.JobBase.clear();  // without an open job nothing is said
-  Paint();
-  s.JobBase = JobDir() + "T1N2E";
-  AddParcel(kTypeW, 100, 110);  // nor with parcels loaded
-  EXPECT_EQ(Paint("Dot").size(), 2u);
-  EXPECT_EQ(user.messages.size(), 2u);
-}
-
-TEST_F(Drawing, ParcelsSharingALocationGetARedRing) {
-  AddParcel(kTypeW, 500, 500, 1);
-  AddParcel(kTypeL, 500, 500, 1);
-  AddParcel(kTypeA, 800, 800, 0);
-  s.checks.mnuOptionsMultiAtt = true;
-  EXPECT_EQ(Paint(), (Calls{"Clear", "PenWidth 20", "Dot 500 500 #FF0000", "PenWidth 10", "Dot 500 500 #0000FF",
-                            "PenWidth 20", "Dot 500 500 #FF0000", "PenWidth 10", "Dot 500 500 #FFFF00", "PenWidth 1",
-                            "PenWidth 1", "PenWidth 1"}));
-}
-
-TEST_F(Drawing, RawPolygonsByTagAndHiddenLinesInTheBackColour) {
-  for (const char* tag : {"X", "S", "Q", "I", "O", ""}) AddPolygon(tag, 1, 2);
-  Points({{"A", 1, 1}, {"B", 3, 3}, {"C", 0, 5}, {"D", 5, 0}});
-  const LineEnds hidden[] = {{1, 2}, {2, 3}, {4, 1}, {0, 1}};
-  for (int i = 1; i <= 4; ++i) s.notes.NoteLineEnds.at(i) = hidden[i - 1];
-  s.notes.NoteLineCount = 4;
-  s.checks.mnuViewRPO = true;
-  // An unknown tag keeps the colour before it, black at the start; lines with a zero are left out.
-  EXPECT_EQ(Paint(), (Calls{"Clear", "PenWidth 10", "Dot 1 2 #000000", "Text 'X '", "Dot 1 2 #808080", "Text 'S '",
-                            "Dot 1 2 #808080", "Text 'Q '", "Dot 1 2 #000080", "Text 'I '", "Dot 1 2 #008000",
-                            "Text 'O '", "Dot 1 2 #008000", "Text ' '", "PenWidth 1", "PenWidth 1", "PenStyle 2",
-                            "Line 1 1 3 3 #FFFFFF", "PenWidth 1", "PenWidth 1"}));
-  s.config.BackgroundMode = 2;
-  EXPECT_EQ(Paint("Line"), Calls{"Line 1 1 3 3 #000000"});
-}
-
-TEST_F(Drawing, SelectionMarksOfPointsLinesAndParcels) {
-  Points({{"A", 1, 1}, {"B", 2, 2}, {"C", 3, 3}});
-  AddRaw(1, 2, 1);
-  AddRaw(1, 3, 1);
-  AddParcel(kTypeW, 6, 6);
-  AddParcel(kTypeL, 7, 8);
-  Pick({3, 1}, {2}, {2});
-  s.config.PtSizeCor = 4;
-  s.config.LsaColor = 9;  // light blue as a palette number, nearly black as a direct colour
-  EXPECT_EQ(Paint(), (Calls{"Clear", "PenWidth 12", "Dot 3 3 #FF00FF", "PenWidth 12", "Dot 1 1 #FF00FF", "PenWidth 1",
-                            "PenWidth 3", "Line 1 1 3 3 #FFFF00", "PenWidth 1", "Line 1 1 3 3 #000009",
-                            "PenWidth 12", "PenWidth 1"}));  // no parcel layer on: no parcel mark
-  // Any of the four parcel layers shows the parcel mark.
-  for (auto mark : {&V::mnuOptionsParcel, &V::mnuOptionsParcelBrief, &V::mnuOptionsParcelDetail,
-                    &V::mnuOptionsParcelFull}) {
-    Marks({mark});
-    EXPECT_EQ(Paint("Dot").back(), "Dot 7 8 #FF0000");
-  }
-}
-
 TEST_F(Drawing, ParcelRingOutlinesSegmentsBetweenKnownPoints) {
-  Points({{"100100", 1, 1}, {"100200", 2, 1}, {"100300", 2, 2}, {"100400", 0, 2}, {"100100", 3, 3}, {"10030", 4, 4}});
+  SetPoints({{"100100", 1, 1}, {"100200", 2, 1}, {"100300", 2, 2}, {"100400", 0, 2}, {"100100", 3, 3}, {"10030", 4, 4}});
   const auto ring = [&](const std::string& line) {
-    paint.calls.clear();
-    DrawParcelRing(s, line);
+    canvas.calls.clear();
+    DrawParcelRing(session, line);
     return Only();
   };
   // Five fields: the first id at columns 2 to 8, the next at 8, 15, 22, 29; the last match counts.
@@ -296,14 +217,8 @@ TEST_F(Drawing, ParcelRingOutlinesSegmentsBetweenKnownPoints) {
   // A cut field at the end is not a field.
   EXPECT_EQ(ring(" 100200 100300 10030"), (Calls{"PenWidth 3", "Line 2 1 2 2 #FF0000", "PenWidth 1"}));
   // An unknown id breaks the ring on both sides of it; yellow on black.
-  s.config.BackgroundMode = 2;
+  session.config.BackgroundMode = 2;
   EXPECT_EQ(ring(" 100200 999999 100300 100200"), (Calls{"PenWidth 3", "Line 2 2 2 1 #FFFF00", "PenWidth 1"}));
-}
-
-TEST_F(Drawing, TheFirstDrawingOfAJobFitsTheViewFirst) {
-  s.extents = JobExtents{2000, 2500, 4000, 5000};
-  RefreshViewAfterExtents(s);
-  EXPECT_EQ(Only(), (Calls{"Clear", "Scale 1980 5100 1533.33 -1150", "Clear", "PenWidth 1", "PenWidth 1"}));
 }
 
 }  // namespace

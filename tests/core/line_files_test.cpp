@@ -1,13 +1,16 @@
-// The line stores: network lines of .LSA, display chains of .LXN, and the record lines of .raw
-// with the temporary points of stations that have no coordinates.
+// The line stores and what they rest on: .LXN chains, the record lines of .raw with the temporary
+// points of stations without coordinates, the surveys of .sid and the hidden segments of .not.
 
 #include <cmath>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "model/fault.h"
+#include "calculations/note_file.h"
 #include "datasets/line_files.h"
+#include "job/load_sequence.h"
+#include "model/fault.h"
+#include "model/text.h"
 #include "surveys/survey_file.h"
 #include "test_support.h"
 
@@ -53,26 +56,6 @@ class LineFiles : public JobFixture {
   }
 };
 
-TEST_F(LineFiles, LsaLinesMatchBothEndsWithTheLastEntryAndZeroForUnknown) {
-  SetPoints({{"A", 0, 0}, {"B", 0, 0}, {"C", 0, 0}, {"A", 1, 1}});
-  Strings lsa = LsaFile({ControlRow("A", "1", "1")},
-                        {LsaLineRow("A", "B"), LsaLineRow("  B", "X"), LsaLineRow("C", "  A  ")},
-                        {LsaPointRow("A", "1", "1")});
-  WriteJob("T1N2E.LSA", lsa);
-  ReadLsaLines(session);
-  ASSERT_EQ(session.lsa.LsaLineCount, 4);
-  EXPECT_EQ(EndsOf(session.lsa.LsaLineEnds, 3), (Pairs{{4, 2}, {2, 0}, {3, 4}}));
-  EXPECT_EQ(user.status[1], Strings{"Reading LSA Lines"});
-
-  // A line without a digit at its end stops the read; what came before stays.
-  lsa[2].back() = '-';
-  WriteJob("T1N2E.LSA", lsa);
-  session.lsa.Clear();
-  ReadLsaLines(session);
-  EXPECT_EQ(session.lsa.LsaLineCount, 2);
-  EXPECT_EQ(EndsOf(session.lsa.LsaLineEnds, 2), (Pairs{{4, 2}, {0, 0}}));
-}
-
 TEST_F(LineFiles, LxnChainsGiveSegmentsAndSkipThoseEndingOnZero) {
   SetPoints({{"100100", 0, 0}, {"100200", 0, 0}, {"100300", 0, 0}, {"200100", 0, 0}, {"200200", 0, 0},
              {"300100", 0, 0}, {"000000", 0, 0}, {"300300", 0, 0}, {"300400", 0, 0}, {"400100", 0, 0},
@@ -87,11 +70,6 @@ TEST_F(LineFiles, LxnChainsGiveSegmentsAndSkipThoseEndingOnZero) {
   EXPECT_EQ(EndsOf(session.lxn.LxnLineEnds, 7), (Pairs{{1, 2}, {2, 3}, {0, 0}, {7, 8}, {8, 9}, {4, 5}, {10, 11}}));
   EXPECT_EQ(user.status[1], Strings{"Reading LXN Lines"});
 
-  // Without the file nothing changes.
-  std::filesystem::remove(jobPath / "T1N2E.LXN");
-  session.lxn.Clear();
-  ReadLxn(session);
-  EXPECT_EQ(session.lxn.LxnRecordCount + session.lxn.LxnSegmentCount, 0);
 }
 
 TEST_F(LineFiles, ASegmentCountNearTheThirtyTwoBitBoundOverflowsTheCounterAlone) {
@@ -204,25 +182,109 @@ TEST_F(LineFiles, RecordWithBothEndsUnknownPlacesBothAndLaterLinesUseThem) {
   EXPECT_EQ(user.status[1], (Strings{kRaw, kRaw, kComputing, kComputing, kRaw, kComputing}));
 }
 
-TEST_F(LineFiles, RawSentinelsBoundTheRecords) {
-  SetPoints({{"100000", 1000, 1000}});
+// A survey table counted past its bound (as a .sid of too many surveys leaves it) stops the
+// linking at the first line, after that line's ends and before anything else is linked.
+TEST_F(LineFiles, SurveysCountedPastTheirBoundStopTheLinkingAtTheFirstLine) {
+  SetPoints({{"100100", 10, 10}, {"100200", 20, 20}});
+  for (int s = 1; s <= SurveyStore::kBound; ++s) session.surveys.SurveyTable.at(s).sLine = "SGLO";
+  session.surveys.SurveyCount = SurveyStore::kBound + 1;
   WriteJob("T1N2E.def", DefFile(2));
-  const std::string record = RawRow("100000", "900001", "1", "1", "1", "X");
-  WriteJob("T1N2E.raw", {"HEAD", "999999", "999998", record});
-  ReadRaw(session);
-  EXPECT_EQ(session.raw.RawLineCount, 0);
-  EXPECT_EQ(session.points.PointCount(), 1);
-
-  for (const Strings& broken : {Strings{"999999", record}, Strings{record, "999998"}}) {
-    WriteJob("T1N2E.raw", broken);
-    EXPECT_THROW(ReadRaw(session), RuntimeFault);
-    EXPECT_EQ(session.raw.RawLineCount, 0);
+  WriteJob("T1N2E.raw", RawFile({RawRow("100100", "100200", "1", "1", "300000", "GLO"),
+                                 RawRow("100200", "100100", "1", "1", "300000", "GLO")}));
+  try {
+    ReadRaw(session);
+    FAIL() << "no fault";
+  } catch (const RuntimeFault& fault) {
+    EXPECT_EQ(fault.kind(), FaultKind::Subscript);
   }
+  EXPECT_EQ(EndsOf(session.raw.RawLineEnds, 2), (Pairs{{1, 2}, {0, 0}}));
+  EXPECT_EQ(session.raw.RawLineEnds.get(1).survey, SurveyStore::kBound);  // the last of the name
+  EXPECT_EQ(session.UnitsPerChain, 0.0f);  // the unit code is read after the linking
+}
 
-  std::filesystem::remove(jobPath / "T1N2E.raw");
-  user.status.clear();
-  ReadRaw(session);
-  EXPECT_TRUE(user.status[1].empty());
+// Each load starts the unit factor afresh: a job whose unit code is neither metres nor feet does
+// not draw or place its records with the factor of the job opened before it.
+TEST_F(LineFiles, EachLoadStartsTheUnitFactorAfresh) {
+  session.UnitsPerChain = 66.0f;
+  WriteJob("T1N2E.def", DefFile(3));
+  WriteJob("T1N2E.COR", {});
+  WriteJob("T1N2E.raw", RawFile({RawRow("100100", "100200", "1", "1", "300000", "GLO")}));
+  LoadOnly(session);
+  EXPECT_EQ(session.raw.RawLineCount, 1);
+  EXPECT_EQ(session.UnitsPerChain, 0.0f);
+}
+
+class SurveyAndNoteFiles : public JobFixture {
+ protected:
+  void SetUp() override { UseJob("T1N2E"); }
+};
+
+TEST_F(SurveyAndNoteFiles, SurveysKeepTheirSLineAndTheRangeOfTheirCLines) {
+  const std::vector<std::string> sid = {
+      Row({{1, "SGLO 1856"}, {20, "  0.500"}, {27, "   100.0"}, {35, "    30.0"}}) + "   ",
+      "C DU:F     <DISTANCE UNITS ARE US SURVEY FEET>",
+      "C a comment, kept word for word",
+      "not a survey line",
+      "",
+      "SBLM 1978",
+      "S18CHARACTERSNAME01",
+      "C DT:G     <GROUND DISTANCES>",
+  };
+  for (const Eol eol : {Eol::CrLf, Eol::Lf}) {
+    WriteJob("T1N2E.sid", sid, eol);
+    user.status.clear();
+    ReadSurveys(session);  // a second read starts again from 0
+    ASSERT_EQ(session.surveys.SurveyCount, 3);
+    ASSERT_EQ(session.surveys.SurveyCaptionCount, 3);
+    // A survey without C lines has its last below its first.
+    std::vector<std::string> got;
+    for (int k = 1; k <= 3; ++k) {
+      const SurveyEntry& e = session.surveys.SurveyTable.get(k);
+      got.push_back(SurveyName(e) + " " + std::to_string(e.first) + "-" + std::to_string(e.last));
+    }
+    EXPECT_EQ(got, (std::vector<std::string>{"GLO 1856 1-2", "BLM 1978 3-2", "18CHARACTERSNAME01 3-3"}));
+    EXPECT_EQ(session.surveys.SurveyTable.get(1).sLine, RTrim(sid[0]));
+    EXPECT_EQ(session.surveys.SurveyCaptions.get(2), "C a comment, kept word for word");
+    EXPECT_EQ(session.surveys.SurveyCaptions.get(3), "C DT:G     <GROUND DISTANCES>");
+    EXPECT_EQ(user.status[1], std::vector<std::string>{"Reading Survey Identifiers"});
+  }
+}
+
+TEST_F(SurveyAndNoteFiles, SurveysPastTheTableAreAFaultForTheCaller) {
+  std::vector<std::string> sid;
+  for (int s = 1; s <= 201; ++s) sid.push_back("SSURVEY" + std::to_string(s));
+  WriteJob("T1N2E.sid", sid);
+  EXPECT_THROW(ReadSurveys(session), RuntimeFault);
+  EXPECT_EQ(SurveyName(session.surveys.SurveyTable.get(200)), "SURVEY200");
+}
+
+TEST_F(SurveyAndNoteFiles, NoteSegmentsResolveToPointIndexes) {
+  SetPoints({{"100100", 0, 0}, {"100200", 0, 0}, {"100300", 0, 0}, {"100100", 1, 1}});
+  WriteJob("T1N2E.not", {"     2", "100100", "", "100200", "     3", "100100 100200", "", "100300 999999",
+                         "  1002 100300"},
+           Eol::Lf);
+  ReadNotes(session);
+  ASSERT_EQ(session.notes.NoteLineCount, 3);
+  std::vector<std::pair<int, int>> ends;
+  for (int k = 1; k <= 3; ++k) ends.emplace_back(session.notes.NoteLineEnds.get(k).from, session.notes.NoteLineEnds.get(k).to);
+  EXPECT_EQ(ends, (std::vector<std::pair<int, int>>{{4, 2}, {3, 0}, {0, 3}}));
+
+  // A short file keeps the segments read; a missing one gives none.
+  WriteJob("T1N2E.not", {"     0", "     3", "100200 100300"});
+  ReadNotes(session);
+  EXPECT_EQ(session.notes.NoteLineCount, 1);
+  EXPECT_EQ(session.notes.NoteLineEnds.get(1).from, 2);
+  std::filesystem::remove(jobPath / "T1N2E.not");
+  ReadNotes(session);
+  EXPECT_EQ(session.notes.NoteLineCount, 0);
+
+  // The table holds 1000 segments.
+  std::vector<std::string> many = {"     0", "  1001"};
+  for (int k = 1; k <= 1001; ++k) many.push_back("100100 100300");
+  WriteJob("T1N2E.not", many);
+  ReadNotes(session);
+  EXPECT_EQ(session.notes.NoteLineCount, 1000);
+  EXPECT_EQ(session.notes.NoteLineEnds.get(1000).to, 3);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// From program start through File Open, Reload Current, Close and Exit: the order of the
+// From File Open through Reload Current, Close and Exit, and the new job wizard: the order of the
 // readers, the messages and status texts, the menus and the files written and removed.
 
 #include <algorithm>
@@ -7,11 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "model/config.h"
+#include "datasets/support_files.h"
 #include "job/job_menus.h"
 #include "job/load_sequence.h"
+#include "job/new_job.h"
+#include "model/config.h"
 #include "model/paths.h"
-#include "datasets/support_files.h"
+#include "model/text.h"
 #include "test_support.h"
 
 namespace fs = std::filesystem;
@@ -77,22 +79,6 @@ class LoadSequence : public JobFixture {
   RecordingDisplay display;
 };
 
-TEST_F(LoadSequence, MainFormLoadSetsStatusToolButtonsViewAndMenus) {
-  Config config;
-  config.ToolButton[0] = {"C:\\bin\\x.exe", "Run X"};
-  config.ToolButton[11] = {"none", "Never"};
-  config.chkLinesRAW = 1;
-  config.chkLinesLSA = 2;  // only 1 counts as on
-  WriteConfig((toolPath / "Tessel.cfg").string(), config);
-  MainFormLoad(session);
-  EXPECT_EQ(session.ToolMode, ToolMode::ZoomPan);
-  EXPECT_EQ(user.status, (std::map<int, Strings>{{1, {"Open a job or create a new one"}}, {2, {""}}, {3, {""}}}));
-  EXPECT_EQ(user.toolButtons, (std::map<int, std::string>{{1, "Run X"}}));
-  EXPECT_TRUE(user.checked["Raw"] && user.checked["mnuViewLinesRaw"]);
-  EXPECT_FALSE(user.checked["Lsa"] || session.checks.mnuOptionsLinesLSA);
-  EXPECT_EQ(user.enabled, Menus(false, false));
-}
-
 TEST_F(LoadSequence, OpenReadsEveryDatasetInOrderAndEndsOnTheJobName) {
   WriteJobFiles(jobPath);
   Open();
@@ -151,45 +137,28 @@ TEST_F(LoadSequence, EachCaseOfTheLoadTableGivesItsBoxesAndReaders) {
     EXPECT_EQ(s.JobName, "T1N2E") << c.name;
     EXPECT_EQ(u.statusNow[1], "T1N2E") << c.name;
     EXPECT_EQ(Counts(s), c.counts) << c.name;
+    if (!c.cor && c.lsa && !c.lsaBroken) {  // .LSA alone: only the network and the records
+      EXPECT_EQ(u.status[1], (Strings{"Reading LSA Coordinates", "Reading Control Coordinates", "Reading LSA Lines",
+                                      "Reading Survey Identifiers", kRaw, kRaw, kRaw, kComputing,
+                                      "Preparing for display", "T1N2E"}));
+    }
   }
 }
 
-TEST_F(LoadSequence, LsaWithoutCorReadsOnlyTheNetworkAndTheRecords) {
-  WriteJobFiles(jobPath, false, true);
-  Open();
-  EXPECT_EQ(user.status[1], (Strings{"Reading LSA Coordinates", "Reading Control Coordinates", "Reading LSA Lines",
-                                     "Reading Survey Identifiers", kRaw, kRaw, kRaw, kComputing,
-                                     "Preparing for display", "T1N2E"}));
-}
-
-TEST_F(LoadSequence, ReloadClearsAndReadsAgainKeepingTheView) {
+TEST_F(LoadSequence, ReloadClearsAndReadsAgainButRedrawsLsaAloneNot) {
   WriteJobFiles(jobPath);
   Open();
-  WriteJob("T1N2E.COR", {CorRow("100100", "1000", "1000"), CorRow("100200", "2000", "1000"),
-                         CorRow("100300", "2000", "2000"), CorRow("100400", "3000", "3000")});
   fs::remove(jobPath / "T1N2E.raw");
   fs::remove(jobPath / "T1N2E.iid");
-  session.view.ViewLeft = 900.0f;
   session.config.chkLXN = 0;  // chains are not loaded
-  user = RecordingUserPort{};
+  session.view.ViewLeft = 900.0f;  // a drawn view is kept
   ReloadJob(session);
-  // Four from .COR, LSAONLY, CTRL9 and no temporary point; the notes are left as they were.
-  EXPECT_EQ(Counts(session), (Ints{6, 3, 3, 0, 1, 0, 1, 0, 1}));
-  EXPECT_EQ(user.title, "Tessel " + JobDir() + "T1N2E");
-  EXPECT_EQ(user.status[1].back(), "T1N2E");
-  EXPECT_EQ(user.pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Default}));
+  // LSAONLY and CTRL9 after .COR and no temporary point; the notes are left as they were.
+  EXPECT_EQ(Counts(session), (Ints{5, 3, 3, 0, 1, 0, 1, 0, 1}));
   EXPECT_EQ(display.calls, (Strings{"RefreshViewAfterExtents", "RefreshView"}));
-
-  session.view.ViewLeft = 0.0f;
+  fs::remove(jobPath / "T1N2E.COR");  // .LSA alone: its box comes again, and no redraw
   ReloadJob(session);
-  EXPECT_EQ(display.calls.back(), "RefreshViewAfterExtents");
-  EXPECT_TRUE(user.messages.empty());
-
-  // .LSA alone is not redrawn by a reload, and its box comes again.
-  fs::remove(jobPath / "T1N2E.COR");
-  display.calls.clear();
-  ReloadJob(session);
-  EXPECT_TRUE(display.calls.empty());
+  EXPECT_EQ(display.calls.size(), 2u);
   EXPECT_EQ(user.MessageTexts(), Strings{"Viewing LSA coordinates"});
 }
 
@@ -206,10 +175,6 @@ TEST_F(LoadSequence, CloseEmptiesEverythingAndTurnsTheMenusBack) {
   EXPECT_EQ(user.enabled, Menus(false, true));
   EXPECT_EQ(user.statusNow, (std::map<int, std::string>{{1, "Open a project or start a new one"}, {2, ""}, {3, ""}}));
   EXPECT_EQ(display.calls.back(), "ClearCanvas");
-  for (const char* form : {"frmParcelLocator", "frmAttributes", "frmQuickEdit", "frmQuickEditList", "frmListSurveys",
-                           "frmADD", "frmIRR"}) {
-    EXPECT_NE(std::find(user.unloaded.begin(), user.unloaded.end(), form), user.unloaded.end()) << form;
-  }
   // A Reload Current after the close looks for the bare extensions and finds nothing.
   ReloadJob(session);
   EXPECT_EQ(user.MessageTexts(), Strings{"LSA file not found"});
@@ -233,16 +198,6 @@ TEST_F(LoadSequence, CloseAndExitRememberTheFolderAndRemoveSupportFilesButNotThe
     }
   }
   EXPECT_NE(std::find(user.unloaded.begin(), user.unloaded.end(), "frmToolbox"), user.unloaded.end());
-
-  // With no job open neither writes Tessel.hst, and Exit removes nothing.
-  FileClose(session);
-  WriteTool("Tessel.hst", {"/elsewhere/"});
-  WriteJob("temp.bat", {"x"});
-  session.CurrentFolder = JobDir();
-  FileClose(session);
-  FileExit(session);
-  EXPECT_EQ(ReadTool("Tessel.hst"), "/elsewhere/\r\n");
-  EXPECT_TRUE(JobHas("temp.bat"));
 }
 
 TEST_F(LoadSequence, UnsavedParcelEditsAreOfferedForSavingAtCloseAndExit) {
@@ -271,43 +226,88 @@ TEST_F(LoadSequence, UnsavedParcelEditsAreOfferedForSavingAtCloseAndExit) {
   EXPECT_TRUE(user.messages.empty());
 }
 
-TEST_F(LoadSequence, OpenDialogStartsInTheRememberedFolderAndTheToolbarAsksFirst) {
-  WriteJobFiles(jobPath);
-  WriteTool("Tessel.hst", {JobDir()});
-  EXPECT_FALSE(FileOpen(session));
-  ASSERT_EQ(user.fileRequests.size(), 1u);
-  EXPECT_EQ(user.fileRequests[0].initialFolder, JobDir());
-  EXPECT_EQ(user.fileRequests[0].title, "Select a job to view");
-  EXPECT_EQ(user.fileRequests[0].filter, "Project Definition files|*.def");
-  EXPECT_EQ(user.pointers, std::vector<Pointer>{Pointer::Default});
-  EXPECT_EQ(session.JobName, "");
-  EXPECT_FALSE(JobHas("TEMP.JOB"));
+using Strings = std::vector<std::string>;
 
-  user.files.push_back(FileChoice{JobDir() + "T1N2E.def", "T1N2E.def"});
-  EXPECT_TRUE(FileOpen(session));
-  EXPECT_EQ(session.JobName, "T1N2E");
+class NewJob : public JobFixture {
+ protected:
+  void SetUp() override { session.display = &display; }
+  void Choose(const std::string& name) { user.files.push_back(FileChoice{name, fs::path(name).filename().string()}); }
+  RecordingDisplay display;
+};
 
-  // The toolbar's Open asks first; Cancel keeps the job, OK closes it before the dialog.
-  user.messages.clear();
-  user.answers = {Answer::Cancel, Answer::Ok};
-  ToolbarOpen(session);
-  ASSERT_EQ(user.messages.size(), 1u);
-  EXPECT_EQ(user.messages[0].text, "Close current job and open new one?");
-  EXPECT_EQ(user.messages[0].icon, Icon::Question);
-  EXPECT_EQ(user.messages[0].buttons, Buttons::OkCancel);
-  EXPECT_EQ(user.messages[0].title, "Open Project");
-  EXPECT_EQ(session.JobName, "T1N2E");
-  EXPECT_EQ(user.fileRequests.size(), 2u);
-  ToolbarOpen(session);
-  EXPECT_EQ(session.JobName, "");
-  ASSERT_EQ(user.fileRequests.size(), 3u);
-  EXPECT_EQ(user.fileRequests[2].initialFolder, JobDir());
+TEST_F(NewJob, NextMakesTheIdentityMenusSupportFilesAndStartsJobpropsAndCancelDoesNothing) {
+  EXPECT_FALSE(NewJobNext(session));
+  EXPECT_FALSE(ExistingJobRoute(session));
+  EXPECT_TRUE(session.JobBase.empty() && user.enabled.empty() && fs::is_empty(jobPath));
 
-  // With no job open it goes straight to the dialog.
-  user.messages.clear();
-  ToolbarOpen(session);
+  Choose(JobDir() + "newjob");
+  ASSERT_TRUE(NewJobNext(session));
+  EXPECT_EQ(user.fileRequests.at(2).title, "Select or Create a directory & Name the Job");
+  EXPECT_EQ(session.JobBase, Upper(JobDir() + "newjob"));
+  EXPECT_EQ(ReadJob("TEMP.JOB"), "NEWJOB\r\n");
+  // The job menus and the two kept after a close, but not the archive entries; Open goes off.
+  std::map<std::string, bool> menus = {{"mnuFileOpen", false}, {"mnuFileReload", true}, {"mnuFileImport", true}};
+  for (const char* name : kJobMenus) menus[name] = true;
+  EXPECT_EQ(user.enabled, menus);
+  // The support files in their own case, the carried bytes and a line end.
+  for (const char* name : {"Nad27.con", "Nad83.con", "Table.dat", "Zone.dat"}) {
+    EXPECT_EQ(ReadJob(name), ReadBytes(fs::path(TESSEL_RESOURCE_DIR) / name) + "\r\n") << name;
+  }
+  ASSERT_EQ(processes.launches.size(), 1u);
+  const RecordedLaunch& l = processes.launches[0];
+  EXPECT_EQ(l.kind + " " + l.commandLine + " in " + l.folder,
+            "Spawn " + ToolDir() + PathSeparator() + "jobprops.exe in " + JobDir());
+  // Nothing is read or drawn until the tools have made data.
+  EXPECT_TRUE(display.calls.empty() && user.messages.empty());
+
+  Choose(JobDir() + "x.def");  // a typed extension is kept whole
+  ASSERT_TRUE(NewJobNext(session));
+  EXPECT_EQ(session.JobName, "X.DEF");
+}
+
+// The process's current folder moved for the length of a test.
+struct InFolder {
+  explicit InFolder(const fs::path& folder) { fs::current_path(folder); }
+  ~InFolder() { fs::current_path(old); }
+  fs::path old = fs::current_path();
+};
+
+TEST_F(NewJob, ExistingJobCopiesMissingSupportFilesAndLoadsShort) {
+  for (const char* name : kSupportFiles) WriteTool(name, {std::string("MASTER ") + name});
+  WriteJob("NAD83.CON", {"THE JOB'S OWN"});
+  WriteJob("t1n2e.def", DefFile(2));
+  WriteJob("T1N2E.COR", {CorRow("100100", "1000", "1000"), CorRow("100200", "2000", "1500")});
+  WriteJob("T1N2E.LSA", LsaFile({ControlRow("CTRL9", "1500", "500")}, {LsaLineRow("100100", "100200")},
+                                {LsaPointRow("100100", "1000", "1000")}));
+  WriteJob("T1N2E.LXN", {"CHAINS", "HEADER", "2", "100100100200", "999999"});
+  // The dialog has left the current folder at the job's folder, and the name came bare.
+  InFolder here(jobPath);
+  session.CurrentFolder.clear();
+  Choose("t1n2e.def");
+  ASSERT_TRUE(ExistingJobRoute(session));
+  EXPECT_EQ(session.JobBase, "T1N2E");
+  EXPECT_EQ(ReadJob("TEMP.JOB"), "T1N2E\r\n");
+  EXPECT_EQ(user.enabled, (std::map<std::string, bool>{{"mnuFileClose", true}, {"mnuFileReload", true},
+                                                       {"mnuFileOpen", false}}));
+  EXPECT_EQ(ReadJob("Zone.dat") + ReadJob("NAD83.CON"), "MASTER Zone.dat\r\nTHE JOB'S OWN\r\n");
+  EXPECT_FALSE(JobHas("Nad83.con"));
+  // .COR, then the control station appended, the network line and the chain.
+  EXPECT_EQ(session.points.PointIds(3), "CTRL9");
+  const std::vector<int> counts = {session.points.PointCount(), session.lsa.LsaLineEnds.get(1).to,
+                                   session.lxn.LxnSegmentCount};
+  EXPECT_EQ(counts, (std::vector<int>{3, 2, 1}));
   EXPECT_TRUE(user.messages.empty());
-  EXPECT_EQ(user.fileRequests.size(), 4u);
+  EXPECT_EQ(display.calls, Strings{"RefreshViewAfterExtents"});
+
+  // Without .LSA a box says so, and chains that are off are not read.
+  fs::remove(jobPath / "T1N2E.LSA");
+  session.lxn.Clear();
+  session.config.chkLXN = 0;
+  Choose("t1n2e.def");
+  ASSERT_TRUE(ExistingJobRoute(session));
+  EXPECT_EQ(user.MessageTexts(), Strings{"LSA file not found"});
+  EXPECT_EQ(session.lxn.LxnSegmentCount, 0);
+  EXPECT_EQ(display.calls.size(), 2u);
 }
 
 }  // namespace

@@ -1,12 +1,17 @@
-// The parcel file .IID (reading, and saving by copy and replace) and the raw polygons of .RPO
-// with their centroids in .CRP.
+// The parcel file .IID (reading, and saving by copy and replace) and the centroids of the raw
+// polygons of .RPO: the area centroid of each ring from the point store, the mean of the points
+// for a ring without area, and .CRP as the raw polygon reader takes it.
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "model/text.h"
+#include "parcels/centroids.h"
 #include "parcels/parcel_file.h"
 #include "parcels/raw_polygons.h"
+#include "viewer/tool_modes.h"
 #include "test_support.h"
 
 namespace tessel::test {
@@ -26,57 +31,44 @@ class ParcelFiles : public JobFixture {
   const ParcelStore& P() const { return session.parcels; }
 };
 
+// Each parcel as "line | ring | northing easting | multiple".
+std::vector<std::string> Parcels(const ParcelStore& p) {
+  std::vector<std::string> out;
+  for (int i = 1; i <= p.ParcelCount; ++i) {
+    out.push_back(p.ParcelLine.get(i) + " | " + p.ParcelRing.get(i) + " | " + ShortestText(p.ParcelY.get(i)) + " " +
+                  ShortestText(p.ParcelX.get(i)) + " | " + std::to_string(p.ParcelMulti.get(i)));
+  }
+  return out;
+}
+
 TEST_F(ParcelFiles, ReaderGroupsAttributeLinesBeforeTheirRingAndLocation) {
+  // A group's ring and location reach one entry beyond it: the last parcel has none of its own
+  // and keeps what the group before wrote there.
   WriteJob("T1N2E.iid",
            {"RINGFORM PARCELS", "Sec_001  A T_W  12345     C   40.000", kRing1, Location("1000.000", "2000.000"),
             "  heading between groups", "Sec_002  B T_?  22         10.000", "SEC_003  C T_L  33          5.500",
-            " 999999 999999 999999", kRing2, Location("  3000.500", "4000.250")},
+            " 999999 999999 999999", kRing2, Location("  3000.500", "4000.250"), "Sec_004 D"},
            Eol::Lf);
   session.SelectionCount = 3;
   ReadParcels(session);
-  ASSERT_EQ(P().ParcelCount, 3);
-  EXPECT_EQ(P().ParcelLine.get(1), "Sec_001  A T_W  12345     C   40.000");
-  EXPECT_EQ(P().ParcelLine.get(3), "SEC_003  C T_L  33          5.500");
-  EXPECT_EQ(P().ParcelRing.get(1), kRing1);
-  EXPECT_EQ(P().ParcelRing.get(2), kRing2);  // the last ring line of the group
-  EXPECT_EQ(P().ParcelRing.get(3), kRing2);
-  EXPECT_DOUBLE_EQ(P().ParcelY.get(1), 1000.0);
-  EXPECT_DOUBLE_EQ(P().ParcelX.get(1), 2000.0);
-  EXPECT_DOUBLE_EQ(P().ParcelY.get(3), 3000.5);
-  EXPECT_DOUBLE_EQ(P().ParcelX.get(3), 4000.25);
-  EXPECT_EQ(P().ParcelMulti.get(1), 0);
-  EXPECT_EQ(P().ParcelMulti.get(2), 1);
-  EXPECT_EQ(P().ParcelMulti.get(3), 1);
-  for (int i = 1; i <= 3; ++i) EXPECT_EQ(P().ParcelIdx.get(i), i);
+  EXPECT_EQ(Parcels(P()), (std::vector<std::string>{
+                              "Sec_001  A T_W  12345     C   40.000 | " + kRing1 + " | 1000 2000 | 0",
+                              "Sec_002  B T_?  22         10.000 | " + kRing2 + " | 3000.5 4000.25 | 1",
+                              "SEC_003  C T_L  33          5.500 | " + kRing2 + " | 3000.5 4000.25 | 1",
+                              "Sec_004 D | " + kRing2 + " | 3000.5 4000.25 | 1"}));
+  for (int i = 1; i <= 4; ++i) EXPECT_EQ(P().ParcelIdx.get(i), i);
   EXPECT_EQ(session.SelectionCount, 0);
   EXPECT_EQ(user.status[1], std::vector<std::string>{"Reading parcels"});
-}
-
-TEST_F(ParcelFiles, RingAndLocationReachOneEntryBeyondTheirGroup) {
-  // The last parcel has no ring or location of its own: it keeps what the group before it
-  // wrote one entry too far, and so shares that parcel's location.
-  WriteJob("T1N2E.iid", {"TITLE", "Sec_001 A", kRing1, Location("100.0", "200.0"), "Sec_002 B", kRing2,
-                         Location("300.0", "400.0"), "Sec_003 C"});
-  ReadParcels(session);
-  ASSERT_EQ(P().ParcelCount, 3);
-  EXPECT_EQ(P().ParcelRing.get(3), kRing2);
-  EXPECT_DOUBLE_EQ(P().ParcelY.get(3), 300.0);
-  EXPECT_EQ(P().ParcelMulti.get(1), 0);
-  EXPECT_EQ(P().ParcelMulti.get(2), 1);
-  EXPECT_EQ(P().ParcelMulti.get(3), 1);
 
   // A reread clears what the old count covered, but not the multiple flags.
   WriteJob("T1N2E.iid", {"  * * * This file has been edited by Tessel  * * *  "});
   ReadParcels(session);
   EXPECT_EQ(P().ParcelCount, 0);
-  EXPECT_EQ(P().ParcelLine.get(1), "");
-  EXPECT_EQ(P().ParcelRing.get(3), "");
-  EXPECT_EQ(P().ParcelMulti.get(3), 1);
-
+  EXPECT_EQ(P().ParcelLine.get(1) + P().ParcelRing.get(4), "");
+  EXPECT_EQ(P().ParcelMulti.get(4), 1);
   std::filesystem::remove(jobPath / "T1N2E.iid");
   ReadParcels(session);
-  ASSERT_EQ(user.messages.size(), 1u);
-  EXPECT_EQ(user.messages[0].text, ".IID file not found");
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{".IID file not found"});
   EXPECT_EQ(user.messages[0].icon, Icon::Information);
 }
 
@@ -126,32 +118,120 @@ TEST_F(ParcelFiles, SaveReplacesTheTitleAndOnlyTheSecLinesItCounts) {
   EXPECT_EQ(ReadJob("T1N2E.IID"), Text(deleted));
 }
 
-TEST_F(ParcelFiles, RawPolygonsCountFromTheHeadingAndCentroidsFromBothEnds) {
-  WriteJob("T1N2E.RPO", {"RINGFORM", "  5 LINES READ", "  3 POLYGONS FOUND  ", "------", "S 100100 100200 100300",
-                         "I 200100 200200", "O"});
-  WriteJob("T1N2E.CRP", {"       1000.123       2000.456", "  1.5  2.5", "  3 4"});
-  ReadRawPolygons(session);
-  const RawPolygonStore& r = session.polygons;
-  ASSERT_EQ(r.RawPolygonCount, 3);
-  EXPECT_EQ(r.RawPolygonTag.get(1), "S");
-  EXPECT_EQ(r.RawPolygonRing.get(1), "100100 100200 100300");
-  EXPECT_EQ(r.RawPolygonTag.get(2), "I");
-  EXPECT_EQ(r.RawPolygonRing.get(3), "");
-  EXPECT_DOUBLE_EQ(r.RawPolygonX.get(1), 1000.123);
-  EXPECT_DOUBLE_EQ(r.RawPolygonY.get(1), 2000.456);
-  // A short line: both fields read from the same text.
-  EXPECT_DOUBLE_EQ(r.RawPolygonX.get(2), 1.52);
-  EXPECT_DOUBLE_EQ(r.RawPolygonY.get(2), 1.52);
-  EXPECT_DOUBLE_EQ(r.RawPolygonX.get(3), 34.0);
-  EXPECT_EQ(user.status[1], std::vector<std::string>{"Reading raw polygons"});
+std::string CrpRow(const std::string& x, const std::string& y) { return PadLeft(x, 15) + PadLeft(y, 15); }
 
-  // Four digits read as three; the file then ends early and keeps what it had.
-  WriteJob("T1N2E.RPO", {"1234 POLYGONS FOUND", "", "S 1", "O 2"});
-  session.polygons.Clear();
+class Centroids : public JobFixture {
+ protected:
+  void SetUp() override {
+    UseJob();
+    SetPoints({
+        // A square of 100 by 100 at state plane size.
+        {"100100", 2098700.0, 476300.0},
+        {"100200", 2098800.0, 476300.0},
+        {"100300", 2098800.0, 476400.0},
+        {"100400", 2098700.0, 476400.0},
+        // A right triangle with legs of 60 and 30.
+        {"200100", 1000.0, 5000.0},
+        {"200200", 1060.0, 5000.0},
+        {"200300", 1000.0, 5030.0},
+        // Three points on one line.
+        {"300100", 10.0, 20.0},
+        {"300200", 20.0, 40.0},
+        {"300300", 40.0, 80.0},
+    });
+  }
+
+  void WriteRpo(const std::vector<std::string>& polygons, const std::string& count) const {
+    std::vector<std::string> lines = {"RAW POLYGONS  T1N2E", "SECTION 22", count + " POLYGONS FOUND", ""};
+    lines.insert(lines.end(), polygons.begin(), polygons.end());
+    WriteJob("T1N2E.RPO", lines);
+  }
+};
+
+TEST_F(Centroids, ShowingRawPolygonsComputesMissingCentroidsFirst) {
+  WriteRpo({"S 100100 100200 100300 100400 100100"}, "  1");
+  ToggleLayer(session, "mnuViewRPO");
+  EXPECT_TRUE(session.checks.mnuViewRPO);
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), Text({CrpRow("2098750.000", "476350.000")}));
+  ASSERT_EQ(session.polygons.RawPolygonCount, 1);
+  EXPECT_EQ(session.polygons.RawPolygonX.get(1), 2098750.0);
+  EXPECT_EQ(session.polygons.RawPolygonTag.get(1), "S");
+
+  // With both files there, showing them reads them as they stand.
+  WriteJob("T1N2E.CRP", {CrpRow("1.000", "2.000")});
+  ToggleLayer(session, "mnuViewRPO");
+  ToggleLayer(session, "mnuViewRPO");
+  EXPECT_EQ(session.polygons.RawPolygonX.get(1), 1.0);
+}
+
+TEST_F(Centroids, AHeadingThatNeverEndsWritesNothingAndSaysWhy) {
+  WriteJob("T1N2E.CRP", {CrpRow("1.000", "2.000"), CrpRow("3.000", "4.000")});
+  const std::string before = ReadJob("T1N2E.CRP");
+  WriteJob("T1N2E.RPO", {"RAW POLYGONS  T1N2E", "  2 POLYGONS FOUN", "S 100100 100200 100300 100400 100100"});
+  EXPECT_FALSE(ComputeCentroids(session));
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), before);
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{NoPolygonHeadingText(JobDir() + "T1N2E.RPO",
+                                                                               JobDir() + "T1N2E.CRP")});
+  // An empty .RPO has no heading either.
+  WriteJob("T1N2E.RPO", {});
+  EXPECT_FALSE(ComputeCentroids(session));
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), before);
+}
+
+TEST_F(Centroids, EachRingGivesItsAreaCentroidOrWithoutAreaTheMeanOfItsPoints) {
+  for (const auto& [id, x, y] : std::vector<std::tuple<std::string, double, double>>{
+           {"400100", 500.0, 700.0}, {"700100", 0.0, 0.0}, {"700100", 2098700.0, 476500.0}}) {
+    session.points.Append(id, x, y);
+  }
+  const std::pair<std::string, std::vector<std::string>> rings[] = {
+      {"S 100100 100200 100300 100400 100100", {"2098750.000", "476350.000"}},  // the square
+      {"I 200100 200200 200300 200100", {"1020.000", "5010.000"}},              // the triangle
+      {"S 200300 200200 200100", {"1020.000", "5010.000"}},          // the other way round, not closed
+      {"S 200300 200200 200100 200300", {"1020.000", "5010.000"}},
+      {"O 300100 300200 300300", {"23.333", "46.667"}},              // points on one line: their mean
+      {"S 400100", {"500.000", "700.000"}},
+      {"S 400100 400100 400100", {"500.000", "700.000"}},
+      {"S 999999 888888", {"0.000", "0.000"}},                       // no point in the store
+      // Unknown identifiers are left out, and the later 700100 counts: a triangle.
+      {"S 100100 100200 ZZZZZZ 700100", {"2098733.333", "476366.667"}},
+  };
+  std::vector<std::string> rpo, crp;
+  for (const auto& [ring, centroid] : rings) {
+    rpo.push_back(ring);
+    crp.push_back(CrpRow(centroid[0], centroid[1]));
+  }
+  WriteRpo(rpo, "  9");
+  ComputeCentroids(session);
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), Text(crp));
+}
+
+TEST_F(Centroids, NearlyCollinearRingsAreDecidedByTheRoundingTolerance) {
+  // Trapezoids 3000 long at state plane size. 0.000001 high, twice the area is 0.004, under the
+  // tolerance of 1e-9 times the span squared (0.009): a line, so the mean of the four points.
+  // 0.0001 high (0.4) is an area, whose centroid lies 83.333 west of the mean.
+  SetPoints({{"500100", 2098000.0, 476000.0}, {"500200", 2101000.0, 476000.0}, {"500300", 2101000.0, 476000.000001},
+             {"500400", 2100000.0, 476000.000001}, {"600300", 2101000.0, 476000.0001}, {"600400", 2100000.0, 476000.0001}});
+  WriteRpo({"S 500100 500200 500300 500400", "S 500100 500200 600300 600400"}, "  2");
+  ComputeCentroids(session);
+  EXPECT_EQ(ReadJob("T1N2E.CRP"), Text({CrpRow("2100000.000", "476000.000"), CrpRow("2099916.667", "476000.000")}));
+}
+
+TEST_F(Centroids, CentroidsReadBackThroughTheRawPolygonReader) {
+  SetPoints({{"A", 2098700.0, 476300.0}, {"B", 2098800.0, 476300.0}, {"C", 2098800.0, 476400.0},
+             // Northing longer than easting: the easting's field must not run into it.
+             {"D", 500.0, 12000.0}, {"E", 530.0, 12000.0}, {"F", 500.0, 12030.0},
+             {"G", -40.0, -10.0}, {"H", -10.0, -10.0}, {"J", -40.0, -100.0}});
+  WriteRpo({"S A      B      C", "I D      E      F", "O G      H      J"}, "  3");
+  ComputeCentroids(session);
   ReadRawPolygons(session);
-  EXPECT_EQ(r.RawPolygonCount, 123);
-  EXPECT_EQ(r.RawPolygonTag.get(2), "O");
-  EXPECT_DOUBLE_EQ(r.RawPolygonX.get(1), 0.0);
+  ASSERT_EQ(session.polygons.RawPolygonCount, 3);
+  EXPECT_EQ(session.polygons.RawPolygonTag.get(2), "I");
+  EXPECT_EQ(session.polygons.RawPolygonRing.get(2), "D      E      F");
+  const double want[][2] = {{2098766.667, 476333.333}, {510.0, 12010.0}, {-30.0, -40.0}};
+  for (int i = 1; i <= 3; ++i) {
+    EXPECT_NEAR(session.polygons.RawPolygonX.get(i), want[i - 1][0], 1e-9) << i;
+    EXPECT_NEAR(session.polygons.RawPolygonY.get(i), want[i - 1][1], 1e-9) << i;
+  }
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #pragma once
-// A process port for the launch tests: records like RecordingProcessPort, and also the show
-// mode and the locked entries, lets a test look at the job folder while the "tool" runs, and
-// can fail a launch as a missing program would.
+// A process port that records like RecordingProcessPort and also the show mode and the locked
+// entries, lets a test look at the job folder while the "tool" runs, and can fail a launch.
 
 #include <functional>
 #include <stdexcept>

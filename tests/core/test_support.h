@@ -15,6 +15,7 @@
 #include "model/fault.h"
 #include "model/recording_ports.h"
 #include "model/session.h"
+#include "process_probe.h"
 
 namespace tessel::test {
 
@@ -73,7 +74,7 @@ class RecordingDisplay : public Display {
 };
 
 // A fresh temporary folder holding "job" and "tool", removed again at the end of the test, and
-// a session on recording ports whose ToolFolder is "tool".
+// a session on recording ports (the probe for processes) whose ToolFolder is "tool".
 class JobFixture : public ::testing::Test {
  protected:
   JobFixture();
@@ -101,8 +102,8 @@ class JobFixture : public ::testing::Test {
   std::filesystem::path jobPath;
   std::filesystem::path toolPath;
   RecordingUserPort user;
-  NullCanvas canvas;
-  RecordingProcessPort processes;
+  RecordingCanvas canvas;
+  ProcessProbe processes;
   Session session{user, canvas, processes};
 };
 

@@ -1,20 +1,21 @@
-// The menu commands that start the suite's tools: the table of rows, the command lines and
-// folders of the launches, the confirmations, the side files, the rereading after a run.
+// The menu commands that start the suite's tools: the command lines and folders of the launches,
+// the rereading after a run, and the scripted run of recpad with its batch file.
 
 #include <filesystem>
 #include <map>
-#include <set>
 #include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
 
 #include "datasets/coordinate_files.h"
+#include "job/command_table.h"
 #include "model/paths.h"
 #include "model/text.h"
-#include "process_probe.h"
+#include "tools/launching.h"
 #include "test_support.h"
-#include "job/command_table.h"
+
+namespace fs = std::filesystem;
 
 namespace tessel::test {
 namespace {
@@ -25,11 +26,7 @@ class Commands : public JobFixture {
  protected:
   void SetUp() override {
     UseJob();
-    s.ToolFolder = session.ToolFolder;
-    s.JobFolder = s.CurrentFolder = JobDir();
-    s.JobBase = session.JobBase;
-    s.JobName = session.JobName;
-    s.display = &display;
+    session.display = &display;
   }
   std::string Tool(const std::string& name) const { return ToolDir() + PathSeparator() + name + ".exe"; }
   // A launch as Launched() lists it; in the job folder unless told otherwise.
@@ -38,22 +35,18 @@ class Commands : public JobFixture {
   }
   Strings Launched() const {
     Strings out;
-    for (const RecordedLaunch& l : probe.launches) out.push_back(l.kind + " " + l.commandLine + " in " + l.folder);
+    for (const RecordedLaunch& l : processes.launches) out.push_back(l.kind + " " + l.commandLine + " in " + l.folder);
     return out;
   }
   void Forget() {
-    probe = ProcessProbe{};
+    processes = ProcessProbe{};
     user = RecordingUserPort{};
     display.calls.clear();
-  }
-  std::vector<Pointer> FirstAndLastPointer() const {
-    const std::vector<Pointer>& p = user.pointers;
-    return p.empty() ? p : std::vector<Pointer>{p.front(), p.back()};
   }
   void Run(const std::string& name) {
     const CommandRow* row = FindCommand(name);
     ASSERT_NE(row, nullptr) << name;
-    RunCommand(s, *row);
+    RunCommand(session, *row);
   }
   void WriteIid() const {
     WriteJob("T1N2E.iid", {"TITLE", "Sec_001  A T_W  1", " 100100 100200 100300 100100",
@@ -61,44 +54,8 @@ class Commands : public JobFixture {
   }
   void WriteRpo() const { WriteJob("T1N2E.RPO", {"  1 POLYGONS FOUND", "", "S 100100 100200 100300 100100"}); }
 
-  ProcessProbe probe;
-  Session s{user, canvas, probe};
   RecordingDisplay display;
 };
-
-TEST_F(Commands, TableHoldsEveryRowUnderAKnownMenuWithUniqueNames) {
-  std::set<std::string> names;
-  std::set<std::string> menus = {"mnuFile", "mnuEdit", "mnuCommand", "mnuAttributes", "mnuReports", "mnuRegions"};
-  std::set<std::string> subs;
-  for (const SubmenuRow& sub : SubmenuTable()) {
-    subs.insert(sub.parent + ">" + sub.name + ">" + sub.caption);
-    menus.insert(sub.name);
-  }
-  EXPECT_EQ(subs, (std::set<std::string>{"mnuFile>mnuFileImport>&Import", "mnuFile>mnuFileExport>&Export",
-                                         "mnuCommand>mnuCommandCadastral>Cadastral Tools",
-                                         "mnuCommand>mnuCommandUtilities>Utilities",
-                                         "mnuCommand>mnuCommandQuality>Data Quality Tools"}));
-  int plain = 0;
-  for (const CommandRow& row : CommandTable()) {
-    EXPECT_TRUE(menus.count(row.menu)) << row.name;
-    EXPECT_TRUE(names.insert(row.name).second) << "twice: " << row.name;
-    EXPECT_EQ(row.name.rfind(row.menu, 0), 0u) << row.name << " is not named after " << row.menu;
-    plain += row.kind == CommandKind::Plain;
-  }
-  EXPECT_EQ(plain, 47);
-  EXPECT_EQ(CommandTable().size(), 63u);
-  EXPECT_EQ(FindCommand("mnuCommandNothing"), nullptr);
-  // Entries whose caption or tool are easily mistyped.
-  for (const std::string want : {"mnuFileConvert>Convert FF to OBS>freeobs",
-                                 "mnuFileProperties>&Properties (JOBPROPS)>jobprops",
-                                 "mnuFileImportUniqpts>&MERIDA dataset (UNIQPTS)>uniqpts",
-                                 "mnuCommandCadastralLinesplit>Proportioning  (LINESPLIT)>linesplit",
-                                 "mnuAttributesDescin>Convert MERIDA .an to .iid (DESCIN)>descin"}) {
-    const CommandRow* row = FindCommand(want.substr(0, want.find('>')));
-    ASSERT_NE(row, nullptr) << want;
-    EXPECT_EQ(row->name + ">" + row->caption + ">" + row->tool, want);
-  }
-}
 
 TEST_F(Commands, PlainRowsSpawnTheirToolFoundInAnyCaseAndLeaveThePicture) {
   WriteTool("SeedXY.EXE", {"x"});
@@ -109,16 +66,15 @@ TEST_F(Commands, PlainRowsSpawnTheirToolFoundInAnyCaseAndLeaveThePicture) {
     if (row.kind != CommandKind::Plain) continue;
     Forget();
     ASSERT_FALSE(row.tool.empty()) << row.name;
-    RunCommand(s, row);
+    RunCommand(session, row);
     EXPECT_EQ(Launched(), Strings{Launch("Spawn", found.count(row.tool) ? found.at(row.tool) : Tool(row.tool))});
-    EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal});
-    EXPECT_TRUE(display.calls.empty() && user.messages.empty() && user.pointers.empty()) << row.name;
+    EXPECT_EQ(processes.modes, std::vector<ShowMode>{ShowMode::Normal});
+    EXPECT_TRUE(display.calls.empty() && user.messages.empty()) << row.name;
   }
 }
 
 TEST_F(Commands, EachSpecialRowLaunchesItsOwnWayAndAsksNothingWithoutCause) {
   const Strings both = {"mnuEditSplitplan", "mnuCommandCadastralSplitplan"};
-  const std::vector<Pointer> hourglass = {Pointer::Hourglass, Pointer::Default};
   const std::tuple<const char*, std::string, Strings> cases[] = {
       {"mnuCommandFitmain", Launch("Run", Tool("fitmain")), {}},
       {"mnuAttributesDesclink", Launch("Run", Tool("desclink")), {}},
@@ -138,22 +94,21 @@ TEST_F(Commands, EachSpecialRowLaunchesItsOwnWayAndAsksNothingWithoutCause) {
   for (const auto& [entry, launch, locked] : cases) {
     Forget();
     unloadedBefore.clear();
-    probe.during = [&] { unloadedBefore = user.unloaded; };
+    processes.during = [&] { unloadedBefore = user.unloaded; };
     const bool blocking = launch.rfind("Run", 0) == 0;
-    probe.fail = blocking;  // a failed launch is stepped over
+    processes.fail = blocking;  // a failed launch is stepped over
     EXPECT_NO_THROW(Run(entry));
     EXPECT_EQ(Launched(), Strings{launch}) << entry;
-    EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal}) << entry;
-    EXPECT_EQ(probe.locked, std::vector<Strings>{locked}) << entry;
+    EXPECT_EQ(processes.modes, std::vector<ShowMode>{ShowMode::Normal}) << entry;
+    EXPECT_EQ(processes.locked, std::vector<Strings>{locked}) << entry;
     EXPECT_EQ(unloadedBefore, locked == both ? Strings{"frmADD"} : Strings{}) << entry;
-    EXPECT_EQ(FirstAndLastPointer(), blocking ? hourglass : std::vector<Pointer>{}) << entry;
     for (const RecordedMessage& m : user.messages) EXPECT_NE(m.buttons, Buttons::YesNo) << entry << m.text;
   }
-  probe.during = nullptr;
-  probe.fail = false;
-  s.CurrentFolder = root.string();
+  processes.during = nullptr;
+  processes.fail = false;
+  session.CurrentFolder = root.string();
   Run("mnuCommandUtilitiesShell");
-  EXPECT_EQ(s.CurrentFolder, JobDir());
+  EXPECT_EQ(session.CurrentFolder, JobDir());
 
   // The entries of no tool start nothing, and Fit386 does nothing at all; Lsa2Cor copies the
   // points of .LSA into .COR.
@@ -161,14 +116,13 @@ TEST_F(Commands, EachSpecialRowLaunchesItsOwnWayAndAsksNothingWithoutCause) {
   WriteJob("T1N2E.LSA", LsaFile({ControlRow("100100", "1000", "1000")}, {LsaLineRow("100100", "100200")},
                                 {LsaPointRow("100100", "1000", "1000"), LsaPointRow("100200", "2000", "1500.5")}));
   for (const char* entry : {"mnuAttributesCRPO", "mnuCommandUtilitiesLsa2cor", "mnuCommandFit386"}) Run(entry);
-  EXPECT_TRUE(probe.launches.empty() && user.messages.empty() && user.pointers.empty());
-  EXPECT_TRUE(user.fileRequests.empty() && display.calls.empty());
+  EXPECT_TRUE(processes.launches.empty() && user.messages.empty() && display.calls.empty());
   EXPECT_EQ(ReadJob("T1N2E.COR"), Text({CorLine("100100", 1000, 1000), CorLine("100200", 2000, 1500.5)}));
   // Nor does the record editor without a job, but tell so.
-  s.JobBase.clear();
+  session.JobBase.clear();
   Run("mnuEditRecpad");
   EXPECT_EQ(user.MessageTexts(), Strings{"You must first Open or Create a job."});
-  EXPECT_TRUE(probe.launches.empty());
+  EXPECT_TRUE(processes.launches.empty());
 }
 
 TEST_F(Commands, Lsa2CorWritesNothingFromAnLsaItCouldNotReadThrough) {
@@ -177,8 +131,8 @@ TEST_F(Commands, Lsa2CorWritesNothingFromAnLsaItCouldNotReadThrough) {
   const std::string before = ReadJob("T1N2E.COR");
   const std::vector<std::string> lsa = LsaFile({ControlRow("900100", "1000", "1000")}, {LsaLineRow("100100", "900100")},
                                                {LsaPointRow("100100", "1000", "1000"), LsaPointRow("900100", "5", "5")});
-  s.points.Append("100100", 10, 10);  // what the store held before: .COR and a control station
-  s.points.Append("800800", 3, 3);
+  session.points.Append("100100", 10, 10);  // what the store held before: .COR and a control station
+  session.points.Append("800800", 3, 3);
   // Cut to two lines, cut inside its points, or missing: .COR stays, and the user is told why.
   for (const std::size_t keep : {std::size_t{2}, lsa.size() - 1, std::size_t{0}}) {
     user.messages.clear();
@@ -201,42 +155,41 @@ TEST_F(Commands, Lsa2CorWritesNothingFromAnLsaItCouldNotReadThrough) {
 
 TEST_F(Commands, LaunchesKeepBlanksInTheirProgramAndArguments) {
   std::filesystem::create_directories(root / "Tessel Suite");
-  s.ToolFolder = (root / "Tessel Suite").string();
+  session.ToolFolder = (root / "Tessel Suite").string();
   WriteLines(root / "Tessel Suite" / "seedxy.exe", {"x"});
   Run("mnuCommandSeedxy");
-  ASSERT_EQ(probe.launches.size(), 1u);
-  EXPECT_EQ(probe.launches[0].launch, (tessel::Launch{s.ToolFolder + PathSeparator() + "seedxy.exe", {}}));
+  ASSERT_EQ(processes.launches.size(), 1u);
+  EXPECT_EQ(processes.launches[0].launch, (tessel::Launch{session.ToolFolder + PathSeparator() + "seedxy.exe", {}}));
   // The observation file chosen goes to the editor as one argument, blanks and all.
   Forget();
-  s.config.EditorPath = "/opt/my editor/edit";
+  session.config.EditorPath = "/opt/my editor/edit";
   user.files.push_back(FileChoice{JobDir() + "a b.obs", "a b.obs"});
   Run("mnuEditObs");
-  ASSERT_EQ(probe.launches.size(), 1u);
-  EXPECT_EQ(probe.launches[0].launch, (tessel::Launch{"/opt/my editor/edit", {JobDir() + "a b.obs"}}));
-  EXPECT_EQ(probe.launches[0].commandLine, "\"/opt/my editor/edit\" \"" + JobDir() + "a b.obs\"");
+  ASSERT_EQ(processes.launches.size(), 1u);
+  EXPECT_EQ(processes.launches[0].launch, (tessel::Launch{"/opt/my editor/edit", {JobDir() + "a b.obs"}}));
+  EXPECT_EQ(processes.launches[0].commandLine, "\"/opt/my editor/edit\" \"" + JobDir() + "a b.obs\"");
 }
 
 TEST_F(Commands, BlockingRunsRereadWhatTheirToolChanged) {
   WriteJob("T1N2E.COR", {CorRow("100100", "0", "0"), CorRow("100200", "30", "0"), CorRow("100300", "0", "30"),
                          CorRow("100400", "40", "40")});
-  s.view.ViewLeft = 1200.0f;
-  Run("mnuCommandFitmain");  // reloads under the hourglass, then redraws in the same view
-  EXPECT_EQ(s.points.PointCount(), 4);
-  EXPECT_EQ(user.pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Hourglass, Pointer::Default,
-                                                 Pointer::Default}));
+  session.view.ViewLeft = 1200.0f;
+  Run("mnuCommandFitmain");  // reloads, then redraws in the same view
+  EXPECT_EQ(session.points.PointCount(), 4);
   EXPECT_EQ(display.calls, (Strings{"RefreshView", "RefreshView"}));
-  s.view = ViewState{};  // a job never drawn is fitted to its extents
+  session.view = ViewState{};  // a job never drawn is fitted to its extents
   Run("mnuCommandFitmain");
   EXPECT_EQ(display.calls, (Strings{"RefreshView", "RefreshView", "RefreshViewAfterExtents", "RefreshView"}));
 
+  user.messages.clear();
   WriteIid();
   const std::pair<const char*, int> parcelReads[] = {{"mnuAttributesDesclink", 1}, {"mnuAttributesRingcheck", 1},
                                                      {"mnuAttributesDescget", 0}, {"mnuAttributesDescget2", 0}};
   for (const auto& [entry, parcels] : parcelReads) {
     display.calls.clear();
-    s.parcels.ParcelCount = 0;
-    Run(entry);  // the question is answered Yes when no answer is prepared
-    EXPECT_EQ(s.parcels.ParcelCount, parcels) << entry;
+    session.parcels.ParcelCount = 0;
+    Run(entry);  // a question is answered Yes when no answer is prepared
+    EXPECT_EQ(session.parcels.ParcelCount, parcels) << entry;
     EXPECT_EQ(display.calls, parcels ? Strings{"RefreshView"} : Strings{}) << entry;
   }
 
@@ -244,33 +197,19 @@ TEST_F(Commands, BlockingRunsRereadWhatTheirToolChanged) {
   WriteRpo();
   Run("mnuAttributesCRPO");
   EXPECT_EQ(ReadJob("T1N2E.CRP"), PadLeft("10.000", 15) + PadLeft("10.000", 15) + "\r\n");
-  EXPECT_EQ(s.polygons.RawPolygonCount, 0);
+  EXPECT_EQ(session.polygons.RawPolygonCount, 0);
   std::filesystem::remove(jobPath / "T1N2E.CRP");
+  user.answers = {Answer::No};  // No to the question before the run stops everything
   Run("mnuAttributesRaw");
-  ASSERT_EQ(s.polygons.RawPolygonCount, 1);
-  EXPECT_EQ(s.polygons.RawPolygonTag.get(1), "S");
-  EXPECT_DOUBLE_EQ(s.polygons.RawPolygonX.get(1), 10.0);
-  EXPECT_DOUBLE_EQ(s.polygons.RawPolygonY.get(1), 10.0);
-}
-
-TEST_F(Commands, QuestionBeforeOverwritingAnsweredNoStopsEverything) {
-  WriteRpo();
-  WriteIid();
-  const std::pair<const char*, const char*> cases[] = {
-      {"mnuAttributesDesclink", "You already have run LLD, Are you sure you want to continue? "},
-      {"mnuAttributesRaw", "You have already computed Raw Polygons. Are you sure you want to continue? "}};
-  for (const auto& [entry, question] : cases) {
-    Forget();
-    user.answers = {Answer::No};
-    Run(entry);
-    ASSERT_EQ(user.messages.size(), 1u);
-    EXPECT_EQ(user.messages[0].text, question);
-    EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
-    EXPECT_TRUE(probe.launches.empty() && display.calls.empty()) << entry;
-  }
-  EXPECT_EQ(s.parcels.ParcelCount, 0);
-  EXPECT_EQ(s.polygons.RawPolygonCount, 0);
-  EXPECT_FALSE(JobHas("T1N2E.CRP"));
+  EXPECT_EQ(session.polygons.RawPolygonCount, 0);
+  Run("mnuAttributesRaw");
+  EXPECT_EQ(user.MessageTexts(), (Strings{"You already have run LLD, Are you sure you want to continue? ",
+                                          "You have already computed Raw Polygons. Are you sure you want to continue? ",
+                                          "You have already computed Raw Polygons. Are you sure you want to continue? "}));
+  ASSERT_EQ(session.polygons.RawPolygonCount, 1);
+  EXPECT_EQ(session.polygons.RawPolygonTag.get(1), "S");
+  EXPECT_DOUBLE_EQ(session.polygons.RawPolygonX.get(1), 10.0);
+  EXPECT_DOUBLE_EQ(session.polygons.RawPolygonY.get(1), 10.0);
 }
 
 TEST_F(Commands, SideFilesStandBesideTheJobOnlyWhileTheToolRuns) {
@@ -280,41 +219,85 @@ TEST_F(Commands, SideFilesStandBesideTheJobOnlyWhileTheToolRuns) {
     const Strings& files = sideFiles;  // a binding of its own, which the probe can capture
     for (const std::string& f : files) WriteTool(f, {f});
     Strings during;  // the side files found beside the job with the master's bytes
-    probe.during = [&] {
+    processes.during = [&] {
       for (const std::string& f : files) during.push_back(ReadJob(f) == f + "\r\n" ? f : "not " + f);
     };
     Run(entry);
-    probe.during = nullptr;
+    processes.during = nullptr;
     EXPECT_EQ(during, files);
     for (const std::string& f : files) EXPECT_TRUE(!JobHas(f) && ReadTool(f) == f + "\r\n") << f;
   }
   // A job in the tool folder keeps the master.
-  s.JobFolder = s.CurrentFolder = ToolDir() + PathSeparator();
-  s.JobBase = s.JobFolder + "T1N2E";
+  session.JobFolder = session.CurrentFolder = ToolDir() + PathSeparator();
+  session.JobBase = session.JobFolder + "T1N2E";
   Run("mnuCommandCogopad");
-  EXPECT_EQ(Launched().back(), Launch("RunCode", Tool("cogopad"), s.JobFolder));
+  EXPECT_EQ(Launched().back(), Launch("RunCode", Tool("cogopad"), session.JobFolder));
   EXPECT_EQ(ReadTool("cogopad.hlp"), "cogopad.hlp\r\n");
 }
 
-TEST_F(Commands, EditObsOpensTheChosenFileInTheEditor) {
-  Run("mnuEditObs");  // cancelled
-  ASSERT_EQ(user.fileRequests.size(), 1u);
-  EXPECT_EQ(user.fileRequests[0].filter, "Observation Files (*.OBS)|*.obs|All Files (*.*)|*.*");
-  EXPECT_TRUE(probe.launches.empty());
+class Launching : public JobFixture {
+ protected:
+  void SetUp() override { UseJob(); }
+};
 
-  user.files.push_back(FileChoice{JobDir() + "T1N2E.OBS", "T1N2E.OBS"});
-  Run("mnuEditObs");
-  EXPECT_EQ(Launched(), Strings{Launch("Spawn", PlatformProgram("Notepad.exe") + " " + JobDir() + "T1N2E.OBS")});
-  EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal});
+TEST_F(Launching, RecpadScriptWritesAnswersAndBatchRunsHiddenAndCleansUpWhateverHappens) {
+  WriteTool("RECPAD.EXE", {"x"});  // the program is named as it stands in the tool folder
+  const std::string recpad = ToolDir() + PathSeparator() + "RECPAD.EXE";
+  for (const bool fails : {false, true}) {
+    WriteJob("t1n2e.002", {"scratch"});  // in whatever case the tool left it
+    WriteJob("T1N2E.raw", {"RECORD DATA"});
+    std::string answers, batch;
+    processes = ProcessProbe{};
+    processes.fail = fails;  // a failed run is stepped over
+    processes.during = [&] {
+      answers = ReadJob("t1$.001");
+      batch = ReadJob("temp.bat");
+    };
+    EXPECT_NO_THROW(RunRecpadScript(session));
+    ASSERT_EQ(processes.launches.size(), 1u);
+    const RecordedLaunch& l = processes.launches[0];
+    EXPECT_EQ(l.kind + " " + l.commandLine + " in " + l.folder, "RunCode temp.bat in " + JobDir());
+    EXPECT_EQ(processes.modes, std::vector<ShowMode>{ShowMode::Hidden});
+    EXPECT_EQ(answers, "\r\n\r\n\r\n\r\n\r\n\r\n");
+    EXPECT_EQ(batch, "\"" + recpad + "\"  <\"" + JobDir() + "t1$.001\"\r\nexit\r\n");
+    std::vector<std::string> left;
+    for (const auto& entry : fs::directory_iterator(jobPath)) left.push_back(entry.path().filename().string());
+    EXPECT_EQ(left, std::vector<std::string>{"T1N2E.raw"});
+    EXPECT_TRUE(user.messages.empty());
+  }
+  // Where there is no shell the batch file's one command is read back.
+  WriteJobBytes("copy.bat", ScriptCommand(session, "recpad.exe", "apdin.001") + "\r\nexit\r\n");
+  const auto command = ReadBatchCommand((jobPath / "copy.bat").string());
+  ASSERT_TRUE(command.has_value());
+  EXPECT_EQ(command->program + "|" + command->input, recpad + "|" + JobDir() + "apdin.001");
 }
 
-TEST(PlatformProgram, WindowsNamesHaveStandInsWhateverTheirCase) {
-#ifndef _WIN32
-  EXPECT_EQ(PlatformProgram("NOTEPAD.EXE"), "xdg-open");
-  EXPECT_EQ(PlatformProgram("command.COM"), "x-terminal-emulator");
-  EXPECT_EQ(PlatformProgram("msinfo32.exe"), "hardinfo");
-#endif
-  EXPECT_EQ(PlatformProgram("C:\\Windows\\Notepad.exe"), "C:\\Windows\\Notepad.exe");
+TEST_F(Launching, QuotesInAFolderAreDoubledAndReadBack) {
+  // A double quote may stand in a folder's name here (Windows allows none): doubled inside the
+  // quotes, it comes back whole, and the command keeps its shape.
+  std::filesystem::create_directories(root / "a \"b\" c");
+  session.JobFolder = (root / "a \"b\" c").string() + PathSeparator();
+  session.ToolFolder = (root / "a \"b\" c").string();
+  const std::string line = ScriptCommand(session, "recpad.exe", "t1$.001");
+  EXPECT_EQ(line, "\"" + (root / "a \"\"b\"\" c").string() + PathSeparator() + "recpad.exe\"  <\"" +
+                      (root / "a \"\"b\"\" c").string() + PathSeparator() + "t1$.001\"");
+  WriteJobBytes("q.bat", line + "\r\nexit\r\n");
+  const auto command = ReadBatchCommand((jobPath / "q.bat").string());
+  ASSERT_TRUE(command.has_value());
+  EXPECT_EQ(command->program, session.ToolFolder + PathSeparator() + "recpad.exe");
+  EXPECT_EQ(command->input, session.JobFolder + "t1$.001");
+  // An unclosed quote, or a lone quote after the doubled one, is not a command.
+  WriteJobBytes("r.bat", "\"a\"\"  <\"b\"\r\n");
+  EXPECT_FALSE(ReadBatchCommand((jobPath / "r.bat").string()).has_value());
+}
+
+TEST_F(Launching, RecpadScriptWithoutAJobTellsAndWritesNothing) {
+  session.JobBase.clear();
+  session.JobName.clear();
+  RunRecpadScript(session);
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"You must first Open or Create a job."});
+  EXPECT_TRUE(processes.launches.empty());
+  EXPECT_TRUE(fs::is_empty(jobPath));
 }
 
 }  // namespace

@@ -8,6 +8,13 @@
 // - "fitmain" adds 1.000 to every X of the job's .COR;
 // - "ringform" writes a .RPO of two polygons over the first points of the .COR;
 // - "desclink" writes a .iid of one parcel over the first four points of the .COR;
+// - "twpjoin" merges the .COR of every project of the region's .how (keywords skipped) into the
+//   region's .lsa (control: each project's first point; lines: each project's points in a chain;
+//   points: every identifier once), with .sd, .mat and .pgc beside it;
+// - "fitmain" writes a .COR from the .LSA points when the job has none;
+// - "twpsplit" writes the region's .COR coordinates into every project's .COR, by identifier;
+// - "twprel", "twpmatch", "mercgrid", "flatten", "descout" write a small .rel, .tmr, .utm, .LX
+//   and .GLD of the job;
 // - "exitcode" ends with exit code 3;
 // - any other name writes nothing more.
 //
@@ -197,9 +204,17 @@ class Job {
   std::string name_;
 };
 
+std::vector<Point> LsaPoints(const fs::path& lsa);
+
 int Fitmain(const Job& job) {
   const auto cor = job.Existing(".COR");
-  if (!cor) return 0;
+  if (!cor) {
+    const auto lsa = job.Existing(".LSA");
+    if (!lsa) return 0;
+    std::vector<std::string> lines;
+    for (const auto& p : LsaPoints(*lsa)) lines.push_back(CorLine(p));
+    return WriteLines(job.Dataset(".cor"), lines) ? 0 : 1;
+  }
   std::vector<std::string> lines;
   for (auto p : ReadCor(*cor)) {
     p.x += 1.0;
@@ -237,6 +252,104 @@ int Desclink(const Job& job, const std::string& jobName) {
              : 1;
 }
 
+// The projects of a region's .how: paths without extension, keywords left out.
+std::vector<fs::path> RegionProjects(const Job& job, const fs::path& folder) {
+  std::vector<fs::path> projects;
+  const auto how = job.Existing(".how");
+  if (!how) return projects;
+  for (auto row : ReadLines(*how)) {
+    row = Trim(row);
+    if (row.empty() || row == "FIXED" || row == "NOREL") continue;
+    if (row.find('/') != std::string::npos || row.find('\\') != std::string::npos) {
+      projects.emplace_back(row);
+    } else {
+      projects.push_back(folder / row);
+    }
+  }
+  return projects;
+}
+
+std::optional<fs::path> ProjectDataset(const fs::path& project, const std::string& extension) {
+  return FindAnyCase(project.parent_path(), project.filename().string() + extension);
+}
+
+int Twpjoin(const Job& job, const fs::path& folder) {
+  std::vector<std::string> control, lines, points, projects;
+  std::vector<std::string> seen;
+  for (const auto& project : RegionProjects(job, folder)) {
+    projects.push_back(project.string());
+    const auto cor = ProjectDataset(project, ".COR");
+    if (!cor) continue;
+    const auto read = ReadCor(*cor);
+    for (std::size_t k = 0; k < read.size(); ++k) {
+      const Point& p = read[k];
+      if (k == 0) control.push_back(PadRight(" " + p.id, 19) + PadLeft(Fixed3(p.x), 15) + "  " + PadLeft(Fixed3(p.y), 15));
+      if (k > 0) lines.push_back(PadRight(" " + read[k - 1].id, 27) + p.id);
+      if (std::find(seen.begin(), seen.end(), p.id) != seen.end()) continue;
+      seen.push_back(p.id);
+      points.push_back(PadRight(" " + p.id, 28) + PadLeft(Fixed3(p.x), 11) + std::string(13, ' ') + PadLeft(Fixed3(p.y), 11));
+    }
+  }
+  std::vector<std::string> out;
+  const auto section = [&out](std::vector<std::string> rows) {
+    if (rows.empty()) rows.push_back(" ");
+    for (std::size_t k = 0; k < rows.size(); ++k) out.push_back(PadRight(rows[k], 69).substr(0, 69) + (k + 1 == rows.size() ? "1" : "0"));
+  };
+  section(control);
+  section(lines);
+  section({" section three"});
+  section({" section four"});
+  section(points);
+  bool ok = WriteLines(job.Dataset(".lsa"), out);
+  ok = WriteLines(job.Dataset(".sd"), std::vector<std::string>(control.size(), "     0.020     0.020")) && ok;
+  ok = WriteLines(job.Dataset(".mat"), projects) && ok;
+  ok = WriteLines(job.Dataset(".pgc"), {std::to_string(points.size()) + " POINTS"}) && ok;
+  return ok ? 0 : 1;
+}
+
+std::vector<Point> LsaPoints(const fs::path& lsa) {
+  std::vector<Point> points;
+  int section = 1;
+  for (const auto& line : ReadLines(lsa)) {
+    const bool last = !line.empty() && line.back() == '1';
+    if (section == 5) {
+      Point p;
+      p.id = Trim(Mid(line, 2, 18));
+      p.x = std::strtod(Trim(Mid(line, 29, 11)).c_str(), nullptr);
+      p.y = std::strtod(Trim(Mid(line, 53, 11)).c_str(), nullptr);
+      points.push_back(p);
+    }
+    if (last) ++section;
+  }
+  return points;
+}
+
+int Twpsplit(const Job& job, const fs::path& folder) {
+  const auto cor = job.Existing(".COR");
+  if (!cor) return 0;
+  const auto region = ReadCor(*cor);
+  for (const auto& project : RegionProjects(job, folder)) {
+    const auto own = ProjectDataset(project, ".COR");
+    if (!own) continue;
+    std::vector<std::string> lines;
+    for (auto p : ReadCor(*own)) {
+      for (const auto& q : region) {
+        if (q.id == p.id) p = q;
+      }
+      lines.push_back(CorLine(p));
+    }
+    if (!WriteLines(*own, lines)) return 1;
+  }
+  return 0;
+}
+
+// A small file of the job named for what the tool makes.
+int Report(const Job& job, const std::string& extension, const std::string& name) {
+  const auto cor = job.Existing(".COR");
+  const auto points = cor ? ReadCor(*cor) : std::vector<Point>{};
+  return WriteLines(job.Dataset(extension), {name + " " + std::to_string(points.size()) + " POINTS"}) ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -270,5 +383,12 @@ int main(int argc, char** argv) {
   if (name == "fitmain") return Fitmain(job);
   if (name == "ringform") return Ringform(job);
   if (name == "desclink") return Desclink(job, jobName);
+  if (name == "twpjoin") return Twpjoin(job, folder);
+  if (name == "twpsplit") return Twpsplit(job, folder);
+  if (name == "twprel") return Report(job, ".rel", name);
+  if (name == "twpmatch") return Report(job, ".tmr", name);
+  if (name == "mercgrid") return Report(job, ".utm", name);
+  if (name == "flatten") return Report(job, ".LX", name);
+  if (name == "descout") return Report(job, ".GLD", name);
   return 0;
 }

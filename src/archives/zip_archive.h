@@ -1,0 +1,70 @@
+#pragma once
+// ZIP archives of a job over libzip: testing an archive, extracting it into a folder (with an
+// optional LF to CR LF conversion), and adding or replacing files in one.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessel {
+
+// The result codes of the archive operations; anything but Ok is a failure.
+enum ZipCode : std::int16_t {
+  kZipOk = 0,
+  kZipCannotOpen = 1,    // the archive is missing, not a ZIP file, or damaged in its directory
+  kZipDamaged = 2,       // a member cannot be read back whole (truncated, bad checksum)
+  kZipUnsafeName = 3,    // a member's path leaves the target folder
+  kZipWriteFailed = 4,   // a file could not be written
+  kZipNothingToDo = 5,   // no file matched the item list
+  kZipTooLarge = 6,      // a member larger than this program unpacks
+};
+
+// The largest member extracted; larger ones refuse the archive.
+inline constexpr std::uint64_t kZipMemberLimit = std::uint64_t{1} << 31;
+
+// True when a member's name stays inside the folder it is extracted to: not empty, no root or
+// drive, no ".." component (either separator counts).
+bool ZipNameIsSafe(std::string_view name);
+
+// True when the file name matches the pattern: "*" any run, "?" one character, letters in
+// either case; "*.*" also matches names without a point.
+bool WildcardMatch(std::string_view pattern, std::string_view name);
+
+// The name a file is stored under: the path as given, with its root or drive taken off and
+// separators written as "/".
+std::string ZipMemberName(std::string_view path);
+
+// The files of a blank-separated item list, in order: a name as it stands, a pattern in its
+// last component as the matching files of its folder (sorted by name). Relative names are taken
+// in `folder`. Names that match nothing are left out. Each entry is the path as given (the
+// pattern's folder part and the matched name) and the path to read.
+struct ZipItem {
+  std::string given;
+  std::string path;
+};
+std::vector<ZipItem> ExpandZipItems(const std::string& items, const std::string& folder);
+
+// LF not preceded by CR becomes CR LF.
+std::string LfToCrLf(std::string_view bytes);
+
+// Tests the archive: opens it, checks that every member's name is safe and that every member
+// reads back whole. kZipOk, or the code of the first failure with a text saying what failed.
+std::int16_t TestZipArchive(const std::string& zipFile, std::string* problem = nullptr);
+// The same test on an archive's bytes in memory.
+std::int16_t TestZipBytes(std::string_view bytes, std::string* problem = nullptr);
+
+// Tests the archive first; only when the test passes are the members matching `items` (a
+// pattern on the member's last component, "*.*" for all) extracted into `destination`, keeping
+// their folders and replacing files of the same name. Text members (without a NUL byte) are
+// converted LF to CR LF when asked. Each file is written whole or not at all.
+std::int16_t UnzipArchive(const std::string& zipFile, const std::string& destination, const std::string& items,
+                          bool convertLf = false, std::string* problem = nullptr);
+
+// Adds the files of the item list to the archive, replacing members of the same name and keeping
+// the others; creates the archive when it does not exist. The archive is rewritten whole or not
+// at all. Relative items are taken in `folder`.
+std::int16_t ZipArchive(const std::string& zipFile, const std::string& items, const std::string& folder = {},
+                        std::string* problem = nullptr);
+
+}  // namespace tessel

@@ -1,0 +1,125 @@
+#include "subdivision/splitplan_runs.h"
+
+#include "model/fault.h"
+#include "model/paths.h"
+#include "model/text.h"
+#include "model/text_file.h"
+#include "tools/launching.h"
+
+namespace tessel {
+
+namespace {
+
+constexpr const char* kBatchFile = "temp.bat";
+constexpr const char* kAnswerFile = "t1$.001";
+
+std::string InCurrentFolder(const Session& session, const std::string& name) {
+  const std::string& folder = session.CurrentFolder;
+  if (folder.empty()) return ResolveCase(name);
+  const char last = folder.back();
+  const bool ended = last == '/' || last == PathSeparator();
+  return ResolveCase(folder + (ended ? "" : std::string(1, PathSeparator())) + name);
+}
+
+std::vector<std::string> Tail(std::vector<std::string> lines) {
+  for (const char* line : {"9", "4", "3", "1"}) lines.emplace_back(line);
+  return lines;
+}
+
+bool Empty(const std::string& field) { return Trim(field).empty(); }
+
+bool Incomplete(Session& session) {
+  session.user.Message(kMsgCompleteInformation, Icon::Stop);
+  return false;
+}
+
+void RunWithBusyPointer(Session& session, const std::vector<std::string>& answers) {
+  session.user.SetPointer(Pointer::Hourglass);
+  RunSplitplanScript(session, answers);
+  session.user.SetPointer(Pointer::Default);
+}
+
+}  // namespace
+
+std::vector<std::string> ComputeAnswers() { return std::vector<std::string>(6); }
+
+std::vector<std::string> AutoIrrAnswers(int section) {
+  return {"1", std::to_string(section), "11", "12", "", "", "3", "1"};
+}
+
+std::vector<std::string> NoSubdivisionAnswers(int section) {
+  return {"1", std::to_string(section), "10", "12", "", "3", "1"};
+}
+
+std::vector<std::string> ThreeMileAnswers(int section) {
+  return Tail({"2", "3", "8", "2", std::to_string(section), ""});
+}
+
+std::vector<std::string> ElongatedAnswers(const ElongatedInput& input) {
+  return Tail({"2", "3", "5", input.section, input.direction, input.rows, ""});
+}
+
+std::vector<std::string> ShortSectionAnswers(const ShortSectionInput& input) {
+  return Tail({"2", "3", "7", "2", input.section, std::to_string(input.closingDirection),
+               std::to_string(input.howShort), ""});
+}
+
+std::vector<std::string> MinorAnswers(const MinorInput& input) {
+  std::vector<std::string> lines = {"2", "3", "4"};
+  if (!input.half.empty()) {
+    lines.emplace_back("Y");
+    lines.push_back(input.half);
+  } else {
+    lines.emplace_back("");
+  }
+  lines.push_back(input.parcel);
+  lines.emplace_back("");
+  return Tail(lines);
+}
+
+void RunSplitplanScript(Session& session, const std::vector<std::string>& answers) {
+  StepOver([&] { WriteFileBytes(session.JobFile(kAnswerFile), JoinCrLf(answers)); });
+  StepOver([&] {
+    WriteFileBytes(InCurrentFolder(session, kBatchFile),
+                   JoinCrLf({ScriptCommand(session, "splitplan.exe", kAnswerFile), "exit"}));
+  });
+  StepOver([&] { session.processes.Run({kBatchFile, {}}, session.CurrentFolder); });
+}
+
+bool FinishElongated(Session& session, const ElongatedInput& input) {
+  if (Empty(input.section) || Empty(input.rows)) return Incomplete(session);
+  RunWithBusyPointer(session, ElongatedAnswers(input));
+  ReloadCalculationLists(session);
+  return true;
+}
+
+bool FinishShortSection(Session& session, const ShortSectionInput& input) {
+  if (Empty(input.section)) return Incomplete(session);
+  RunWithBusyPointer(session, ShortSectionAnswers(input));
+  ReloadCalculationLists(session);
+  return true;
+}
+
+bool FinishMinor(Session& session, const MinorInput& input) {
+  if (Empty(input.parcel)) return Incomplete(session);
+  RunWithBusyPointer(session, MinorAnswers(input));
+  ReloadCalculationLists(session);
+  return true;
+}
+
+void ComputeSubdivision(Session& session) {
+  session.user.SetPointer(Pointer::Hourglass);
+  RunSplitplanScript(session, ComputeAnswers());
+  // The reload redraws; without one the picture is at least repainted.
+  if (session.reloadJob) ReloadJobFiles(session);
+  else if (session.display) session.display->RefreshView();
+  session.user.SetPointer(Pointer::Default);
+}
+
+void RunSectionScript(Session& session, const std::vector<std::string>& answers) {
+  RunWithBusyPointer(session, answers);
+}
+
+void ReloadCalculationLists(Session& session) { (void)session; }
+
+}  // namespace tessel

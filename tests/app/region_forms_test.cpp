@@ -1,0 +1,206 @@
+// The region console on the offscreen platform: the Regions menu entry, the listing edited by
+// its buttons, Preview and Test with the match lines on the canvas, Details in the text window,
+// and the enabled states that follow.
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QTimer>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "app/view_window.h"
+#include "model/text_file.h"
+#include "regions/ui/region_forms.h"
+
+namespace tessel {
+
+class RegionFormsTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    tools_ = std::make_unique<QTemporaryDir>();
+    jobs_ = std::make_unique<QTemporaryDir>();
+    window_ = std::make_unique<ViewWindow>(tools_->path());
+    window_->show();
+    window_->Load();
+  }
+
+  void cleanup() {
+    window_.reset();
+    jobs_.reset();
+    tools_.reset();
+  }
+
+  void menuEntryOpensTheConsole() {
+    ViewWindow& w = *window_;
+    auto* menu = w.findChild<QMenu*>(QStringLiteral("mnuRegions"));
+    QVERIFY(menu);
+    QCOMPARE(menu->title(), QStringLiteral("Regio&ns"));
+    QAction* build = w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"));
+    QVERIFY(build);
+    QCOMPARE(menu->actions().first(), build);
+    build->trigger();
+    auto* form = w.findChild<QWidget*>(QStringLiteral("frmRegion"));
+    QVERIFY(form && form->isVisible());
+    QCOMPARE(form->windowTitle(), QStringLiteral("Build / Edit  Region"));
+    QCOMPARE(form->findChild<QPushButton*>(QStringLiteral("cmdMerge"))->toolTip(), QStringLiteral("Merge projects with TWPJOIN."));
+    QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->isEnabled());
+    QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->isEnabled());
+  }
+
+  void previewAndTestDrawTheMatchLines() {
+    ViewWindow& w = *window_;
+    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
+    const auto cor = [](const char* id, const char* x, const char* y) {
+      std::string line = std::string(" ") + id;
+      line.resize(19, ' ');
+      std::string xs = x, ys = y;
+      return line + std::string(12 - xs.size(), ' ') + xs + " " + std::string(13 - ys.size(), ' ') + ys;
+    };
+    WriteFileBytes(dir + "T1.COR", JoinCrLf({cor("100100", "1000.000", "2000.000"), cor("100200", "1000.000", "2100.000")}));
+    WriteFileBytes(dir + "T2.COR", JoinCrLf({cor("100100", "1000.200", "2000.100"), cor("300300", "5000.000", "2100.000")}));
+    WriteFileBytes(dir + "REG.how", "T1\r\n\r\nT2\r\n");
+    Session& s = w.session();
+    s.JobFolder = dir;
+    s.JobBase = dir + "REG";
+    s.JobName = "REG";
+    s.CurrentFolder = dir;
+    s.RegionJobFolder = dir;
+    s.RegionJobName = "REG";
+
+    w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
+    auto* form = w.findChild<QWidget*>(QStringLiteral("frmRegion"));
+    auto* list = form->findChild<QListWidget*>(QStringLiteral("lstRegion"));
+    QCOMPARE(list->count(), 2);
+    QCOMPARE(form->findChild<QLineEdit*>(QStringLiteral("txtTolerance"))->text(), QStringLiteral("10"));
+
+    // A keyword before the selected row, saved at once.
+    list->setCurrentRow(1);
+    form->findChild<QPushButton*>(QStringLiteral("cmdNoRel"))->click();
+    QCOMPARE(list->item(1)->text(), QStringLiteral("NOREL"));
+    std::string how;
+    QVERIFY(ReadFileBytes(dir + "REG.how", how));
+    QCOMPARE(QString::fromStdString(how), QStringLiteral("T1\r\nNOREL\r\nT2\r\n"));
+
+    form->findChild<QPushButton*>(QStringLiteral("cmdPreview"))->click();
+    QCOMPARE(s.points.PointCount(), std::int16_t(4));
+    QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblStatus1"))->text(), QStringLiteral("Total Points = 4. Total Lines = 0."));
+    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->isEnabled());
+    form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->click();
+    QCOMPARE(s.region.match.MatchPointCount, std::int16_t(2));
+    QVERIFY(form->findChild<QCheckBox*>(QStringLiteral("chkLines"))->isChecked());
+    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->isEnabled());
+    QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblStatus2"))->text(), QStringLiteral("Points matching: 2. Lines: 0"));
+
+    form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->click();
+    auto* report = w.findChild<QWidget*>(QStringLiteral("frmReport"));
+    QVERIFY(report->isVisible());
+    QCOMPARE(report->windowTitle(), QStringLiteral("Matching Line Details"));
+    QVERIFY(report->findChild<QPlainTextEdit*>()->toPlainText().contains(QStringLiteral(" Matching Lines: ")));
+  }
+
+  // Merge, Adjust, Parse and Reliabilities with the stand-in suite, through the real launches.
+  void workflowRunsTheSuiteAndRestoresTheRegion() {
+    ViewWindow& w = *window_;
+    const QString tools = tools_->path();
+    for (const char* name : {"twpjoin", "fitmain", "twpsplit", "twprel"}) {
+      const QString file = QDir(tools).filePath(QString::fromLatin1(name) + QStringLiteral(".exe"));
+      QVERIFY(QFile::copy(QStringLiteral(TESSEL_STANDIN), file));
+      QVERIFY(QFile::setPermissions(file, QFile::permissions(QStringLiteral(TESSEL_STANDIN))));
+    }
+    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
+    const auto cor = [](const char* id, const char* x, const char* y) {
+      std::string line = std::string(" ") + id;
+      line.resize(19, ' ');
+      std::string xs = x, ys = y;
+      return line + std::string(12 - xs.size(), ' ') + xs + " " + std::string(13 - ys.size(), ' ') + ys;
+    };
+    WriteFileBytes(dir + "T1.COR", JoinCrLf({cor("100100", "1000.000", "2000.000"), cor("100200", "1000.000", "2100.000")}));
+    WriteFileBytes(dir + "T2.COR", JoinCrLf({cor("100100", "1000.200", "2000.100"), cor("300300", "5000.000", "2100.000")}));
+    WriteFileBytes(dir + "REG.how", "T1\r\nFIXED\r\nT2\r\n");
+    WriteFileBytes(dir + "REG.def", JoinCrLf({"REG", "", "", "2", "", "", "Y"}));
+    // The region as its opening leaves it: TEMP.JOB names it for the tools.
+    WriteFileBytes(dir + "TEMP.JOB", "REG\r\n");
+    Session& s = w.session();
+    s.JobFolder = dir;
+    s.JobBase = dir + "REG";
+    s.JobName = "REG";
+    s.CurrentFolder = dir;
+    s.RegionJobFolder = dir;
+    s.RegionJobName = "REG";
+
+    // Every message box of the run is answered with its default button, and noted.
+    QStringList boxes;
+    QTimer answer;
+    answer.setInterval(20);
+    connect(&answer, &QTimer::timeout, [&boxes] {
+      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        boxes << box->text();
+        box->accept();
+      }
+    });
+    answer.start();
+    w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
+    auto* form = w.findChild<RegionForm*>(QStringLiteral("frmRegion"));
+    const auto click = [form](const char* name) {
+      auto* button = form->findChild<QPushButton*>(QString::fromLatin1(name));
+      QVERIFY(button->isEnabled());
+      button->click();
+    };
+    click("cmdMerge");
+    QVERIFY(QFile::exists(QString::fromStdString(dir + "REG.lsa")));
+    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdAdjust"))->isEnabled());
+    QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("cmdParse"))->isEnabled());
+    click("cmdAdjust");
+    QVERIFY(QFile::exists(QString::fromStdString(dir + "REG.cor")));
+    click("cmdParse");
+    // The merge kept T1's 100100, which the parse wrote into T2.
+    std::string t2;
+    QVERIFY(ReadFileBytes(dir + "T2.COR", t2));
+    QVERIFY(QString::fromStdString(t2).contains(QStringLiteral("1000.000")));
+    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdUpdate"))->isEnabled());
+
+    std::string lsa;
+    QVERIFY(ReadFileBytes(dir + "REG.lsa", lsa));
+    click("cmdReliabilities");
+    auto* panel = w.findChild<QWidget*>(QStringLiteral("frmContinue"));
+    QVERIFY(panel && panel->isVisible());
+    std::string how;
+    QVERIFY(ReadFileBytes(dir + "tempjob.how", how));
+    QCOMPARE(QString::fromStdString(how), QStringLiteral("T1\r\nFIXED\r\nT2\r\n"));
+    panel->findChild<QPushButton*>(QStringLiteral("cmdContinue"))->click();
+    QVERIFY(!panel->isVisible());
+    QVERIFY(ReadFileBytes(dir + "REG.how", how));
+    QCOMPARE(QString::fromStdString(how), QStringLiteral("T1\r\nFIXED\r\nT2\r\n"));
+    std::string after;
+    QVERIFY(ReadFileBytes(dir + "REG.lsa", after));
+    QCOMPARE(after, lsa);
+    std::string log;
+    QVERIFY(ReadFileBytes(dir + "standin.log", log));
+    QStringList ran;
+    for (const QString& line : QString::fromStdString(log).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+      ran << line.section(QLatin1Char('\t'), 0, 0) + QLatin1Char(':') + line.section(QLatin1Char('\t'), 2, 2);
+    }
+    QCOMPARE(ran, (QStringList{QStringLiteral("twpjoin:REG"), QStringLiteral("fitmain:REG"), QStringLiteral("twpsplit:REG"),
+                                 QStringLiteral("twpjoin:REG"), QStringLiteral("twprel:REG")}));
+    QVERIFY(QFile::exists(QString::fromStdString(dir + "REG.rel")));
+    QVERIFY(boxes.filter(QStringLiteral("Your regional files for REG have been backed up.")).size() == 1);
+  }
+
+ private:
+  std::unique_ptr<QTemporaryDir> tools_;
+  std::unique_ptr<QTemporaryDir> jobs_;
+  std::unique_ptr<ViewWindow> window_;
+};
+
+}  // namespace tessel
+
+QTEST_MAIN(tessel::RegionFormsTest)
+#include "region_forms_test.moc"

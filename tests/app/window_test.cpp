@@ -1,0 +1,160 @@
+// The main window on the offscreen platform with the sample job: File Open through the real
+// dialog, the menus, panels, title and picture that follow, Close, and picking through the canvas
+// into the list windows.
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+#include "app/view_window.h"
+#include "job/load_sequence.h"
+
+namespace tessel {
+namespace {
+
+const char* const kJobMenus[] = {"mnuFileClose", "mnuFileReload", "mnuEdit", "mnuCommand", "mnuTools",
+                                 "mnuReports", "mnuOptionsLinesLSA", "mnuOptionsControl", "mnuOptionsID"};
+
+}  // namespace
+
+class WindowTest : public QObject {
+  Q_OBJECT
+
+ private:
+  ViewWindow& W() { return *window_; }
+  QAction* Action(const char* name) { return W().findChild<QAction*>(QString::fromLatin1(name)); }
+  bool Enabled(const char* name) {
+    if (QAction* action = Action(name)) return action->isEnabled();
+    auto* menu = W().findChild<QMenu*>(QString::fromLatin1(name));
+    return menu && menu->menuAction()->isEnabled();
+  }
+  QString Panel(int n) { return W().findChild<QLabel*>(QStringLiteral("Panel%1").arg(n))->text(); }
+  QString Job(const char* name) const { return jobs_->filePath(QString::fromLatin1(name)); }
+  void Open() { OpenJob(W().session(), Job("T12NR04E.def").toStdString(), "T12NR04E.def"); }
+  QPoint Pixel(double x, double y) {
+    const ViewState& v = W().session().view;
+    const QWidget& c = W().canvas();
+    return QPointF((x - v.ScaleLeft) / v.ScaleWidth * c.width(), (y - v.ScaleTop) / v.ScaleHeight * c.height()).toPoint();
+  }
+  void Click(QPoint at) {
+    QTest::mousePress(&W().canvas(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseRelease(&W().canvas(), Qt::LeftButton, Qt::NoModifier, at);
+  }
+
+  std::unique_ptr<QTemporaryDir> tools_, jobs_;
+  std::unique_ptr<ViewWindow> window_;
+
+ private slots:
+  void init() {
+    tools_ = std::make_unique<QTemporaryDir>();
+    jobs_ = std::make_unique<QTemporaryDir>();
+    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
+    for (const QString& name : samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files)) {
+      QVERIFY(QFile::copy(samples.filePath(name), jobs_->filePath(name)));
+    }
+    // The last job folder remembered beside the program.
+    QFile hst(tools_->filePath(QStringLiteral("Tessel.hst")));
+    QVERIFY(hst.open(QIODevice::WriteOnly));
+    hst.write((jobs_->path() + "/\r\n").toLocal8Bit());
+    hst.close();
+    window_ = std::make_unique<ViewWindow>(tools_->path());
+    window_->resize(1000, 750);
+    window_->show();
+    window_->Load();
+  }
+
+  void cleanup() {
+    window_.reset();
+    jobs_.reset();
+    tools_.reset();
+  }
+
+  void startsEmptyAndOpensTheSampleThroughFileOpen() {
+    QCOMPARE(W().windowTitle(), QStringLiteral("Tessel"));
+    QCOMPARE(Panel(1), QStringLiteral("Open a job or create a new one"));
+    for (const char* name : kJobMenus) QVERIFY2(!Enabled(name), name);
+    QVERIFY(Action("mnuOptionsLinesLSA")->isChecked() && Action("Lsa")->isChecked() && !Action("Raw")->isChecked());
+
+    QString initialFolder;
+    QTimer::singleShot(0, [&] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      QVERIFY(dialog);
+      initialFolder = QDir(dialog->directory()).absolutePath();
+      dialog->selectFile(Job("T12NR04E.def"));
+      QMetaObject::invokeMethod(dialog, "accept");
+    });
+    Action("mnuFileOpen")->trigger();
+    QCOMPARE(initialFolder, QDir(jobs_->path()).absolutePath());
+    QCOMPARE(W().windowTitle(), QStringLiteral("Tessel ") + Job("T12NR04E"));
+    QCOMPARE(Panel(1), QStringLiteral("T12NR04E"));
+    QVERIFY(!Enabled("mnuFileOpen"));
+    for (const char* name : kJobMenus) QVERIFY2(Enabled(name), name);
+    QVERIFY(QFile::exists(Job("TEMP.JOB")) && QFile::exists(Job("Nad27.con")));
+    QCOMPARE(W().session().points.PointCount(), 640);
+    // A control station's yellow ring round the point dot painted over its centre; white behind.
+    const ControlStation& station = W().session().control.Control.get(1);
+    const QImage picture = W().canvas().Picture();
+    QCOMPARE(picture.pixelColor(Pixel(station.x, station.y) + QPoint(3, 0)), QColor(0xFF, 0xFF, 0x00));
+    QCOMPARE(picture.pixelColor(picture.width() - 2, picture.height() - 2), QColor(Qt::white));
+  }
+
+  void closeLeavesReloadOnAndRemovesTheSupportFiles() {
+    Open();
+    Action("mnuFileClose")->trigger();
+    QCOMPARE(W().windowTitle(), QStringLiteral("Tessel"));
+    QCOMPARE(Panel(1), QStringLiteral("Open a project or start a new one"));
+    QVERIFY(Enabled("mnuFileOpen") && Enabled("mnuFileReload") && !Enabled("mnuFileClose") && !Enabled("mnuTools"));
+    QVERIFY(!QFile::exists(Job("Nad27.con")));
+  }
+
+  void pickAPointAndAParcelThroughTheirListWindows() {
+    Open();
+    Action("Select")->trigger();
+    QWidget* points = W().findChild<QWidget*>(QStringLiteral("frmSelectedPoints"));
+    QVERIFY(points->isVisible());
+    const PointStore& store = W().session().points;
+    Click(Pixel(store.PointX(100), store.PointY(100)));
+    auto* list = points->findChild<QListWidget*>();
+    const QString id = QString::fromStdString(store.PointIds(100));
+    QVERIFY(list->count() >= 1 && list->item(0)->text().startsWith(id + "    "));
+    QCOMPARE(Panel(2), QStringLiteral("Station ") + id);
+    while (list->count() > 0) {
+      list->setCurrentRow(0);
+      points->findChild<QPushButton*>(QStringLiteral("cmdRemoveItem"))->click();
+    }
+    QVERIFY(W().session().selection.PointList.empty());
+    // Closing the list returns to the zoom tool and remembers the window's place.
+    points->close();
+    QCOMPARE(W().session().ToolMode, ToolMode::ZoomPan);
+    QFile places(tools_->filePath(QStringLiteral("ts$002.cfg")));
+    QVERIFY(places.open(QIODevice::ReadOnly) && places.readAll().startsWith("frmSelectedPoints,"));
+
+    Action("mnuOptionsParcel")->trigger();
+    Action("Centroid")->trigger();
+    const ParcelStore& parcels = W().session().parcels;
+    Click(Pixel(parcels.ParcelX.get(1), parcels.ParcelY.get(1)));
+    QVERIFY(Panel(2).endsWith(QStringLiteral(" Parcel(s) Selected")));
+    Action("mnuOptionsParcelIds")->trigger();
+    QWidget* form = W().findChild<QWidget*>(QStringLiteral("frmTesting"));
+    QVERIFY(form->isVisible());
+    QCOMPARE(form->findChild<QListWidget*>()->item(0)->text(), QString::fromStdString(parcels.ParcelLine.get(1)));
+    auto* clear = form->findChild<QPushButton*>(QStringLiteral("cmdClearAll"));
+    clear->click();
+    QVERIFY(form->findChild<QListWidget*>()->count() == 0 && !clear->isEnabled());
+    QCOMPARE(W().session().SelectionCount, 0);
+  }
+
+};
+
+}  // namespace tessel
+
+QTEST_MAIN(tessel::WindowTest)
+#include "window_test.moc"

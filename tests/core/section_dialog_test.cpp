@@ -1,0 +1,272 @@
+// The township diagram and the section dialog without their widgets: colours from .sub and
+// .irr, the click on a section, the popup by position, and what each dialog does to the store.
+
+#include <gtest/gtest.h>
+
+#include "subdivision/irr_file.h"
+#include "subdivision/irr_save.h"
+#include "subdivision/nominal.h"
+#include "subdivision/section_editor.h"
+#include "subdivision/township.h"
+#include "test_support.h"
+
+namespace tessel {
+namespace {
+
+using test::Row;
+
+// A .sub as splitplan reports: a section heading line, then a status block keyed by the centre.
+std::vector<std::string> SubFile() {
+  return {Row({{1, "SUBDIVISION REPORT"}, {36, "SECTION "}, {44, "5"}}),
+          Row({{1, "status of section"}, {63, "240640"}}),
+          "  corners proportioned",
+          "  quarter corners set",
+          " *** end",
+          Row({{36, "SECTION "}, {44, "36"}}),
+          Row({{36, "SECTION:"}, {44, "12"}}),
+          Row({{36, "SECTION "}, {44, "40"}})};
+}
+
+TEST(TownshipDiagram, SectionButtonsRunBackAndForthFromTheNortheast) {
+  EXPECT_EQ(SectionAt(0, 5), 1);
+  EXPECT_EQ(SectionAt(0, 0), 6);
+  EXPECT_EQ(SectionAt(1, 0), 7);
+  EXPECT_EQ(SectionAt(1, 5), 12);
+  EXPECT_EQ(SectionAt(5, 0), 31);
+  EXPECT_EQ(SectionAt(5, 5), 36);
+  // Each button sits where its centre is.
+  for (int row = 0; row < 6; ++row) {
+    for (int column = 0; column < 6; ++column) {
+      const int centre = NominalId(SectionAt(row, column), 1);
+      EXPECT_EQ(centre / 1000, 140 + 100 * column);
+      EXPECT_EQ(centre % 1000, 640 - 100 * row);
+    }
+  }
+}
+
+TEST(TownshipDiagram, ScansOfSubAndIrr) {
+  const std::string sub = test::Text(SubFile());
+  EXPECT_EQ(ReportedSections(sub), (std::vector<int>{5, 36}));
+  EXPECT_EQ(SectionStatusText(sub, 5), Row({{1, "status of section"}, {63, "240640"}}) +
+                                           "\r\n  corners proportioned\r\n  quarter corners set");
+  EXPECT_EQ(SectionStatusText(sub, 6), kNoIrregularSubdivision);
+  const std::string irr = test::Text({"  640640  ", "640640 640641", "540640", "999999", "64064", "140140"});
+  EXPECT_EQ(DefinedSections(irr), (std::vector<int>{1, 2, 31}));
+}
+
+class SectionDialog : public test::JobFixture {
+ protected:
+  SectionDialog() { UseJob(); }
+};
+
+TEST_F(SectionDialog, TogglesColourTheDiagramFromTheFiles) {
+  TownshipDiagram diagram;
+  SetStatusMode(session, diagram, true);
+  EXPECT_EQ(diagram.shades[5], Shade::System);  // no .sub yet
+  WriteJob("T1N2E.sub", SubFile());
+  WriteJob("T1N2E.irr", WriteIrrBlock(session.sectionDefinitions, 7));
+  SetStatusMode(session, diagram, true);
+  SetDefineMode(session, diagram, true);
+  EXPECT_EQ(diagram.shades[5], Shade::Yellow);
+  EXPECT_EQ(diagram.shades[36], Shade::Yellow);
+  EXPECT_EQ(diagram.shades[7], Shade::Green);
+  EXPECT_EQ(diagram.shades[12], Shade::System);
+  SetStatusMode(session, diagram, false);
+  for (int s = 1; s <= 36; ++s) EXPECT_EQ(diagram.shades[static_cast<std::size_t>(s)], Shade::System) << s;
+}
+
+TEST_F(SectionDialog, AClickShowsTheStatusAndOpensTheSectionFromIrr) {
+  SetPoints({{"300601", 1.0, 2.0}, {"240600", 3.0, 4.0}});
+  WriteJob("T1N2E.sub", SubFile());
+  SectionDefinitionStore file;
+  file.sections[5].Substitute[3] = 300601;
+  file.sections[5].QuarterFlag[2] = true;
+  file.sections[5].NonComputable[7] = 240600;
+  WriteJob("T1N2E.irr", WriteIrrBlock(file, 5));
+
+  TownshipDiagram diagram;
+  SectionForm form;
+  // With neither mode on nothing shows.
+  SectionClick click = ClickSection(session, diagram, 5, form);
+  EXPECT_FALSE(click.showStatus);
+  EXPECT_FALSE(click.openEditor);
+  EXPECT_EQ(diagram.statusText, kNoIrregularSubdivision);
+
+  SetStatusMode(session, diagram, true);
+  diagram.defineMode = true;
+  click = ClickSection(session, diagram, 5, form);
+  EXPECT_TRUE(click.showStatus);
+  EXPECT_TRUE(click.openEditor);
+  EXPECT_EQ(diagram.statusCaption, "Section 5");
+  EXPECT_NE(diagram.statusText.find("corners proportioned"), std::string::npos);
+  EXPECT_EQ(diagram.shades[5], Shade::Green);
+  EXPECT_EQ(form.caption, "Section 5");
+  EXPECT_EQ(form.labels[3], "300601");
+  EXPECT_EQ(form.labels[2], "300700");
+  EXPECT_EQ(form.shades[3], Shade::Yellow);
+  EXPECT_EQ(form.shades[7], Shade::Red);
+  EXPECT_TRUE(form.emphasised[3]);
+  EXPECT_TRUE(form.emphasised[7]);
+  EXPECT_FALSE(form.emphasised[2]);
+
+  // A section .sub says nothing about keeps the text.
+  click = ClickSection(session, diagram, 6, form);
+  EXPECT_TRUE(click.showStatus);
+  EXPECT_EQ(diagram.statusText, kNoIrregularSubdivision);
+}
+
+TEST_F(SectionDialog, PopupEntriesByPositionRange) {
+  const std::map<std::string, std::vector<int>> enabled = {
+      {"mnuIRRSubstitution", {1, 2, 6, 10, 14, 18, 25}}, {"mnuIRRCenter", {1}},
+      {"mnuIRRDoubleCorner", {2, 3, 4, 5}},              {"mnuIRRQuarterNC", {6, 7, 8, 9}},
+      {"mnuIRRProportion", {10, 11, 12, 13}},            {"mnuIRRQuarterCenter", {14, 15, 16, 17}},
+      {"mnuIRRExteriorNC", {18, 19, 20, 21, 22, 23, 24, 25}},
+      {"mnuIRROffset", {6, 7, 8, 9, 18, 19, 20, 21, 22, 23, 24, 25}}};
+  for (const auto& entry : SectionPopupEntries()) {
+    int count = 0;
+    for (int p = 1; p <= 25; ++p) count += PopupEnabled(entry.name, p) ? 1 : 0;
+    const auto& expected = enabled.at(entry.name);
+    for (int p : expected) EXPECT_TRUE(PopupEnabled(entry.name, p)) << entry.name << " " << p;
+    if (std::string(entry.name) != "mnuIRRSubstitution") EXPECT_EQ(count, static_cast<int>(expected.size())) << entry.name;
+    else EXPECT_EQ(count, 25);
+  }
+}
+
+TEST_F(SectionDialog, DiagramPlacesFollowTheSection) {
+  EXPECT_EQ(PositionPlace(5).row, 0);  // NW corner
+  EXPECT_EQ(PositionPlace(5).column, 0);
+  EXPECT_EQ(PositionPlace(3).row, 4);  // SE corner
+  EXPECT_EQ(PositionPlace(3).column, 4);
+  EXPECT_EQ(PositionPlace(1).row, 2);
+  EXPECT_EQ(PositionPlace(1).column, 2);
+  EXPECT_EQ(PositionPlace(25).row, 0);  // north line, east half
+  EXPECT_EQ(PositionPlace(25).column, 3);
+  std::set<std::pair<int, int>> places;
+  for (int p = 1; p <= 25; ++p) places.insert({PositionPlace(p).row, PositionPlace(p).column});
+  EXPECT_EQ(places.size(), 25u);
+}
+
+TEST_F(SectionDialog, SubstitutionDoubleCornerToggles) {
+  SectionForm form = OpenSection(session, 1);
+  EXPECT_EQ(SubstitutionLabel(form, 6), "Substitution for nominal 700640");
+  ApplySubstitution(session, form, 6, "700641");
+  ApplySubstitution(session, form, 7, "640600");
+  ApplySubstitution(session, form, 8, "");
+  SectionDefinitions& d = session.sectionDefinitions.sections[1];
+  EXPECT_EQ(d.Substitute[0], 1);
+  EXPECT_EQ(form.shades[6], Shade::Yellow);
+  EXPECT_EQ(form.shades[7], Shade::System);
+  EXPECT_EQ(d.Substitute[8], 0);
+
+  // The non-computable and offset marks take the substitute.
+  ToggleNonComputable(session, form, 6);
+  EXPECT_EQ(d.NonComputable[6], 700641);
+  EXPECT_EQ(form.shades[6], Shade::Red);
+  ToggleNonComputable(session, form, 6);
+  EXPECT_EQ(d.NonComputable[6], 0);
+  EXPECT_FALSE(d.QuarterFlag[1]);
+  ToggleOffset(session, form, 20);
+  EXPECT_EQ(d.Offset[20], 660600);
+  EXPECT_EQ(form.shades[20], Shade::Cyan);
+  ToggleOffset(session, form, 10);  // not an offset position
+  EXPECT_FALSE(d.OffsetFlag[10]);
+
+  EXPECT_EQ(DoubleCornerHeading(form, 3), "SE Corner of Section 1");
+  EXPECT_FALSE(ApplyDoubleCorner(session, form, 3, {{{"700601", "N"}, {"", "E"}}}));
+  EXPECT_EQ(session.sectionDefinitions.DoubleCornerCount, 0);
+  EXPECT_TRUE(ApplyDoubleCorner(session, form, 3, {{{"700601", "N"}, {"700602", "e"}}}));
+  EXPECT_TRUE(ApplyDoubleCorner(session, form, 3, {{{"700603", "S"}, {"700604", "W"}}}));
+  ASSERT_EQ(session.sectionDefinitions.DoubleCornerCount, 2);
+  EXPECT_EQ(session.sectionDefinitions.DoubleCorners[1], (DoubleCornerRecord{700600, 700603, 2, 3}));
+  EXPECT_EQ(session.sectionDefinitions.DoubleCorners[2], (DoubleCornerRecord{700600, 700604, 2, 4}));
+  EXPECT_TRUE(d.DoubleFlag[2]);
+  EXPECT_EQ(form.shades[3], Shade::Green);
+  // The dialog of a corner is filled from the records of the corner before it.
+  EXPECT_EQ(DoubleCornerPrefill(session, form, 3)[0].point, "");
+  const auto next = DoubleCornerPrefill(session, form, 4);
+  EXPECT_EQ(next[0].point, "700603");
+  EXPECT_EQ(next[0].direction, "S");
+  EXPECT_EQ(next[1].point, "700604");
+  EXPECT_EQ(next[1].direction, "W");
+  DeleteDoubleCorner(session, form, 3);
+  EXPECT_EQ(session.sectionDefinitions.DoubleCornerCount, 0);
+  EXPECT_FALSE(d.DoubleFlag[2]);
+  EXPECT_EQ(form.shades[3], Shade::System);
+}
+
+TEST_F(SectionDialog, ProportionsAndLineDefinitions) {
+  SectionForm form = OpenSection(session, 2);
+  EXPECT_EQ(ProportionHeading(form, 11), "Proportion definition for CS 1/16 Section 2");
+  ApplyProportion(session, form, 11, "19.8", "", false);
+  const SectionDefinitions& d = session.sectionDefinitions.sections[2];
+  EXPECT_EQ(d.Proportions[2], (ProportionDefinition{"540620", "19.800", "0.000"}));
+  EXPECT_EQ(form.shades[11], Shade::Green);
+  ApplyProportion(session, form, 11, "19.8", "40", true);
+  EXPECT_FALSE(d.ProportionFlag[2]);
+  EXPECT_EQ(d.Proportions[2], ProportionDefinition{});
+  EXPECT_EQ(form.shades[11], Shade::System);
+
+  EXPECT_EQ(IntersectHeading(form, 1), "For Center of Section 2, Point 540640");
+  EXPECT_EQ(IntersectHeading(form, 16), "For Southwest 1/16th Section 2, Point 520620");
+  ApplyIntersect(session, form, 1, {"7", "", "", "", "", "7", "", "", "", ""});
+  EXPECT_EQ(form.shades[1], Shade::Red);
+  ApplyIntersect(session, form, 15, {"3", "1", "45.3015", "2", "1", "6", "520620", "40.000", "1", "0.5"});
+  EXPECT_EQ(form.shades[15], Shade::Green);
+  EXPECT_EQ(d.QuarterCentre[2], (LinePair{"3", "1", "45.30150", "2", "1.00000", "6", "520620", "40.000", "1", ".50000"}));
+  EXPECT_EQ(IntersectPrefill(session, form, 15), d.QuarterCentre[2]);
+  EXPECT_EQ(LineFieldLabels(6), (std::array<std::string, 4>{"Point From", "Distance (chains)", "Quadrant",
+                                                            "Bearing (DD.MMSS)"}));
+  EXPECT_EQ(LineGroupLabels(4)[0], "Parallel to:");
+  EXPECT_EQ(LineFieldLabels(7)[0], "");
+}
+
+TEST_F(SectionDialog, ResetKeepsDoubleCornersAndClearsTheOffsetsOfSection36) {
+  SectionForm form = OpenSection(session, 3);
+  ApplySubstitution(session, form, 2, "500701");
+  ToggleOffset(session, form, 7);
+  ApplyDoubleCorner(session, form, 2, {{{"500702", "N"}, {"500703", "E"}}});
+  session.sectionDefinitions.sections[36].OffsetFlag[7] = true;
+  ResetSection(session, form);
+  const SectionDefinitions& d = session.sectionDefinitions.sections[3];
+  EXPECT_EQ(d.Substitute[2], 0);
+  EXPECT_FALSE(d.DoubleFlag[1]);
+  EXPECT_EQ(session.sectionDefinitions.DoubleCornerCount, 2);
+  EXPECT_TRUE(d.OffsetFlag[7]);
+  EXPECT_FALSE(session.sectionDefinitions.sections[36].OffsetFlag[7]);
+  EXPECT_EQ(form.labels[2], "500700");
+  EXPECT_EQ(form.shades[7], Shade::System);
+  // What stayed is written at the next save.
+  ASSERT_TRUE(SaveSection(session, 3).saved);
+  SectionDefinitionStore read;
+  ReadIrrBlock(ReadJob("T1N2E.irr"), 3, read);
+  EXPECT_EQ(read.DoubleCornerCount, 2);
+  EXPECT_TRUE(read.sections[3].OffsetFlag[7]);
+}
+
+TEST_F(SectionDialog, OpeningTheDiagramNeedsAJobAndBacksUpIrrOnce) {
+  session.JobBase.clear();
+  EXPECT_FALSE(OpenTownshipDiagram(session));
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"You must first open or create a project"});
+  UseJob();
+  WriteJob("T1N2E.irr", {"first"});
+  EXPECT_TRUE(OpenTownshipDiagram(session));
+  WriteJob("T1N2E.irr", {"second"});
+  EXPECT_TRUE(OpenTownshipDiagram(session));
+  EXPECT_EQ(ReadJob("T1N2E.irZ"), "first\r\n");
+}
+
+TEST_F(SectionDialog, AfterASaveTheSavedSectionsReturnToTheSystemColourUntilDefineColoursThem) {
+  TownshipDiagram diagram;
+  diagram.shades[4] = Shade::Green;
+  diagram.shades[9] = Shade::Yellow;
+  RefreshAfterSave(session, diagram, {4, 9});
+  EXPECT_EQ(diagram.shades[4], Shade::System);
+  EXPECT_EQ(diagram.shades[9], Shade::System);
+  WriteJob("T1N2E.irr", {"340640"});
+  diagram.defineMode = true;
+  RefreshAfterSave(session, diagram, {4});
+  EXPECT_EQ(diagram.shades[4], Shade::Green);
+}
+
+}  // namespace
+}  // namespace tessel

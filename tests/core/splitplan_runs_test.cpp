@@ -1,0 +1,95 @@
+// The scripted runs of splitplan from the subdivision forms: the answer file of every button and
+// wizard, temp.bat, the blocking run, and the wizards' refusal of empty fields.
+
+#include <gtest/gtest.h>
+
+#include "model/paths.h"
+#include "subdivision/splitplan_runs.h"
+#include "test_support.h"
+
+namespace tessel {
+namespace {
+
+using test::Text;
+
+TEST(SplitplanAnswers, ButtonsOfTheSectionDialogAndTheDiagram) {
+  EXPECT_EQ(ComputeAnswers(), (std::vector<std::string>{"", "", "", "", "", ""}));
+  EXPECT_EQ(AutoIrrAnswers(7), (std::vector<std::string>{"1", "7", "11", "12", "", "", "3", "1"}));
+  EXPECT_EQ(NoSubdivisionAnswers(7), (std::vector<std::string>{"1", "7", "10", "12", "", "3", "1"}));
+  EXPECT_EQ(ThreeMileAnswers(36), (std::vector<std::string>{"2", "3", "8", "2", "36", "", "9", "4", "3", "1"}));
+}
+
+TEST(SplitplanAnswers, Wizards) {
+  EXPECT_EQ(ElongatedAnswers({"640640", "N", "2"}),
+            (std::vector<std::string>{"2", "3", "5", "640640", "N", "2", "", "9", "4", "3", "1"}));
+  EXPECT_EQ(ShortSectionAnswers({"31", 2, 3}),
+            (std::vector<std::string>{"2", "3", "7", "2", "31", "2", "3", "", "9", "4", "3", "1"}));
+  EXPECT_EQ(ShortSectionAnswers({"31", 0, 0}),
+            (std::vector<std::string>{"2", "3", "7", "2", "31", "0", "0", "", "9", "4", "3", "1"}));
+  EXPECT_EQ(MinorAnswers({"620620", "W"}),
+            (std::vector<std::string>{"2", "3", "4", "Y", "W", "620620", "", "9", "4", "3", "1"}));
+  EXPECT_EQ(MinorAnswers({"620620", ""}),
+            (std::vector<std::string>{"2", "3", "4", "", "620620", "", "9", "4", "3", "1"}));
+}
+
+class SplitplanRun : public test::JobFixture {
+ protected:
+  SplitplanRun() { UseJob(); }
+  std::string Batch() const {
+    std::string batch = "\"";
+    batch.append(ToolDir()).push_back(PathSeparator());
+    batch.append("splitplan.exe\"  <\"").append(JobDir()).append("t1$.001\"\r\nexit\r\n");
+    return batch;
+  }
+};
+
+TEST_F(SplitplanRun, WritesTheAnswersAndTempBatAndRunsBlocking) {
+  RunSectionScript(session, AutoIrrAnswers(12));
+  EXPECT_EQ(ReadJob("t1$.001"), "1\r\n12\r\n11\r\n12\r\n\r\n\r\n3\r\n1\r\n");
+  EXPECT_EQ(ReadJob("temp.bat"), Batch());
+  ASSERT_EQ(processes.launches.size(), 1u);
+  EXPECT_EQ(processes.launches[0].kind, "Run");
+  EXPECT_EQ(processes.launches[0].commandLine, "temp.bat");
+  EXPECT_EQ(processes.launches[0].folder, JobDir());
+  EXPECT_EQ(user.pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Default}));
+}
+
+TEST_F(SplitplanRun, ComputeRereadsTheJob) {
+  int reloads = 0;
+  static int* counter = nullptr;
+  counter = &reloads;
+  session.reloadJob = [](Session&) { ++*counter; };
+  ComputeSubdivision(session);
+  EXPECT_EQ(ReadJob("t1$.001"), "\r\n\r\n\r\n\r\n\r\n\r\n");
+  EXPECT_EQ(processes.launches.size(), 1u);
+  EXPECT_EQ(reloads, 1);
+}
+
+TEST_F(SplitplanRun, AWizardWithAnEmptyFieldStaysAndRunsNothing) {
+  EXPECT_FALSE(FinishElongated(session, {"5", "N", "  "}));
+  EXPECT_FALSE(FinishElongated(session, {"", "N", "2"}));
+  EXPECT_FALSE(FinishShortSection(session, {"", 1, 1}));
+  EXPECT_FALSE(FinishMinor(session, {"", "N"}));
+  ASSERT_EQ(user.messages.size(), 4u);
+  for (const auto& m : user.messages) {
+    EXPECT_EQ(m.text, "You must complete the information requested.");
+    EXPECT_EQ(m.icon, Icon::Stop);
+  }
+  EXPECT_TRUE(processes.launches.empty());
+  EXPECT_FALSE(JobHas("t1$.001"));
+}
+
+TEST_F(SplitplanRun, AWizardWithItsFieldsRuns) {
+  // The options are not required: a short section with none chosen sends zeros.
+  EXPECT_TRUE(FinishShortSection(session, {"19", 0, 0}));
+  EXPECT_EQ(ReadJob("t1$.001"), Text({"2", "3", "7", "2", "19", "0", "0", "", "9", "4", "3", "1"}));
+  EXPECT_TRUE(FinishMinor(session, {"660660", ""}));
+  EXPECT_EQ(ReadJob("t1$.001"), Text({"2", "3", "4", "", "660660", "", "9", "4", "3", "1"}));
+  EXPECT_TRUE(FinishElongated(session, {"6", "W", "3"}));
+  EXPECT_EQ(ReadJob("t1$.001"), Text({"2", "3", "5", "6", "W", "3", "", "9", "4", "3", "1"}));
+  EXPECT_EQ(processes.launches.size(), 3u);
+  EXPECT_TRUE(user.messages.empty());
+}
+
+}  // namespace
+}  // namespace tessel

@@ -1,0 +1,208 @@
+// The files of the tool folder: Tessel.cfg (its defaults, its lines in order, the error route
+// that drops all that was read), the configuration dialog's actions (OK, Save, Restore), the
+// window places of ts$002.cfg, and the identity of a job with its TEMP.JOB.
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "datasets/identity.h"
+#include "job/config_actions.h"
+#include "model/config.h"
+#include "model/dialog_memory.h"
+#include "model/paths.h"
+#include "model/text.h"
+#include "test_support.h"
+
+namespace fs = std::filesystem;
+
+namespace tessel::test {
+namespace {
+
+class ConfigFile : public JobFixture {
+ protected:
+  std::string CfgPath() const { return (toolPath / "Tessel.cfg").string(); }
+
+  // A file of 39 lines with no default in it; `editor` and the last tool entry can be varied.
+  static std::vector<std::string> Lines(const std::string& editor = "C:\\Tools\\edit.exe",
+                                        const std::string& lastPath = "C:\\bin\\twelve.exe",
+                                        const std::string& lastCaption = "Twelve") {
+    std::vector<std::string> lines = {"6 5", "10,12", "2,1", "3,11", "12.5, 25", "0", editor,
+                                      "C:\\bin\\one.exe", "One"};
+    for (int k = 2; k <= 11; ++k) {
+      lines.push_back("none");
+      lines.push_back("");
+    }
+    lines.push_back(lastPath);
+    lines.push_back(lastCaption);
+    for (const char* v : {"0", "1", "1", "0", "0", "1", "2", "1"}) lines.push_back(v);
+    return lines;
+  }
+};
+
+TEST_F(ConfigFile, MissingFileGivesTheDefaults) {
+  const Config c = ReadConfig(CfgPath());
+  EXPECT_EQ(c, Config{});
+  WriteConfig(CfgPath(), c);
+  std::vector<std::string> defaults = {"4,4", "8,14", "0,3", "1,9", "10,10", "1", "Notepad.exe"};
+  for (int k = 1; k <= 12; ++k) defaults.insert(defaults.end(), {"none", ""});
+  defaults.insert(defaults.end(), {"1", "0", "0", "1", "1", "0", "1", "0"});
+  EXPECT_EQ(ReadTool("Tessel.cfg"), Text(defaults));
+}
+
+TEST_F(ConfigFile, AnyFailureDropsEverythingReadForTheDefaults) {
+  const std::pair<std::size_t, const char*> breaks[] = {{38, nullptr}, {2, "x,1"}, {31, "on"}};
+  for (const auto& [line, text] : breaks) {
+    std::vector<std::string> lines = Lines();
+    text ? void(lines[line] = text) : lines.resize(line);  // 38 lines: the read of line 39 fails
+    WriteTool("Tessel.cfg", lines);
+    EXPECT_EQ(ReadConfig(CfgPath()), Config{}) << line;
+  }
+  // A comma in the editor path shifts every later item; a caption that then falls where a
+  // number belongs ends in the defaults too.
+  WriteTool("Tessel.cfg", Lines("C:\\Tools\\my,editor.exe"));
+  EXPECT_EQ(ReadConfig(CfgPath()), Config{});
+}
+
+TEST_F(ConfigFile, CommaInTheEditorPathShiftsEveryLaterItem) {
+  // The last entry's caption is empty, so the line it shifts onto a number still reads as 0.
+  WriteTool("Tessel.cfg", Lines("C:\\Tools\\my,editor.exe", "none", ""));
+  const Config c = ReadConfig(CfgPath());
+  EXPECT_EQ(c.EditorPath + "|" + c.ToolButton[0].path + "|" + c.ToolButton[0].caption + "|" + c.ToolButton[1].path +
+                "|" + c.ToolButton[11].caption,
+            "C:\\Tools\\my|editor.exe|C:\\bin\\one.exe|One|none");
+  // The empty caption line, then lines 32, 34 (written for chkRPO), 37 and 38; 39 is not read.
+  EXPECT_EQ((std::vector<int>{c.PtSizeCor, c.chkLinesLSA, c.chkLinesLXN, c.chkPoints, c.BackgroundMode, c.chkLinesRAW}),
+            (std::vector<int>{6, 0, 0, 1, 1, 2}));
+}
+
+class ConfigActions : public JobFixture {
+ protected:
+  std::string CfgPath() const { return (toolPath / "Tessel.cfg").string(); }
+
+  static Config Custom() {
+    Config c{.chkLXN = 0, .chkLinesLSA = 0, .chkLinesLXN = 1, .chkLinesRAW = 1, .chkRPO = 1, .chkPoints = 0,
+             .chkControl = 2,  // only 1 is on
+             .chkParcels = 1, .BackgroundMode = 2};
+    c.ToolButton[0] = {"/opt/one", "One"};
+    c.ToolButton[1] = {"  none  ", "Hidden"};  // trimmed, still "none"
+    c.ToolButton[4] = {"None", "Five"};        // the test is by exact case
+    c.ToolButton[9] = {"/opt/ten", ""};
+    return c;
+  }
+};
+
+TEST_F(ConfigActions, OkAppliesButtonsChecksColoursAndRedrawsWithoutWriting) {
+  RecordingCanvas viewCanvas;
+  RecordingDisplay display;
+  Session viewed{user, viewCanvas, processes};
+  viewed.display = &display;
+  viewed.ToolFolder = ToolDir();
+  ApplyConfig(viewed, Custom());
+
+  EXPECT_EQ(viewed.config, Custom());
+  EXPECT_EQ(user.toolButtons, (std::map<int, std::string>{{1, "One"}, {5, "Five"}, {10, ""}}));
+  const std::map<std::string, bool> checks = {
+      {"mnuOptionsLinesLSA", false}, {"Lsa", false},         {"mnuOptionsLinesLXN", true}, {"Lxn", true},
+      {"mnuViewLinesRaw", true},     {"Raw", true},          {"mnuViewRPO", true},         {"mnuViewPoints", false},
+      {"mnuOptionsControl", false},  {"mnuOptionsParcel", true}, {"parcel", true}};
+  EXPECT_EQ(user.checked, checks);
+  // Light text on a dark background.
+  const auto colours = viewCanvas.Of("Colours");
+  ASSERT_EQ(colours.size(), 1u);
+  EXPECT_EQ(colours[0].args, (std::vector<double>{0.0, double(0xFFFFFF)}));
+  EXPECT_EQ(display.calls, std::vector<std::string>{"RefreshView"});
+  EXPECT_FALSE(fs::exists(CfgPath()));
+}
+
+TEST_F(ConfigActions, SaveReplacesTheFileOrStillAppliesWhenItCannotWriteAndRestoreResets) {
+  WriteTool("Tessel.cfg", {"garbage"});
+  EXPECT_TRUE(SaveConfig(session, Custom()));
+  Config reread = Custom();
+  reread.ToolButton[1].path = "none";  // the reader drops the blanks around a string
+  EXPECT_EQ(ReadConfig(CfgPath()), reread);
+  // Without a viewer, into a folder that is not there.
+  session.ToolFolder = (root / "no such folder").string();
+  EXPECT_FALSE(SaveConfig(session, Config{}));
+  EXPECT_EQ(session.config, Config{});
+  EXPECT_EQ(user.MessageTexts(),
+            std::vector<std::string>{"Path/File access error: " + (root / "no such folder").string() + "/Tessel.cfg"});
+  user.messages.clear();
+  EXPECT_TRUE(user.checked.at("Lsa"));
+
+  // Restore on Yes deletes the file in any case, and resets even without one.
+  session.ToolFolder = ToolDir();
+  std::filesystem::rename(CfgPath(), toolPath / "TESSEL.CFG");
+  user.answers = {Answer::Yes, Answer::Yes};
+  for (int run = 0; run < 2; ++run) {
+    session.config = Custom();
+    EXPECT_TRUE(RestoreDefaults(session));
+    EXPECT_EQ(session.config, Config{});
+  }
+  EXPECT_FALSE(fs::exists(toolPath / "TESSEL.CFG"));
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>(2, "Restore original values? Clicking yes will overwrite "
+                                                             "any custom settings your have setup."));
+  user.answers = {Answer::No};
+  session.config = Custom();
+  EXPECT_FALSE(RestoreDefaults(session));
+  EXPECT_EQ(session.config, Custom());
+}
+
+class DialogMemory : public JobFixture {
+ protected:
+  std::filesystem::path Places() const { return toolPath / "ts$002.cfg"; }
+};
+
+TEST_F(DialogMemory, PlacesAreKeptByKeyAndAKeyTakesEveryLineItBegins) {
+  EXPECT_FALSE(ReadWindowPlace(session, "frmSelectedPoints").has_value());
+  WriteWindowPlace(session, "frmSelectedPoints", {1200, 300.5f, 4000, 5000});
+  EXPECT_EQ(ReadBytes(Places()), "frmSelectedPoints,1200,300.5,4000,5000\r\n");
+  const auto place = ReadWindowPlace(session, "frmSelectedPoints");
+  ASSERT_TRUE(place.has_value());
+  EXPECT_EQ((std::vector<float>{place->top, place->left, place->height, place->width}),
+            (std::vector<float>{1200, 300.5f, 4000, 5000}));
+
+  // Every line of the key is replaced, through the scratch copy, which keeps the file as it was;
+  // a key that begins another takes that line too; a new key goes to the end.
+  const std::vector<std::string> before = {"frmADDCalcs,1,2,3,4", "frmSelectedLines,5,6,7,8", "frmADD,9,9,9,9"};
+  WriteLines(Places(), before);
+  EXPECT_EQ(ReadWindowPlace(session, "frmADD")->top, 9.0f);
+  EXPECT_EQ(ReadWindowPlace(session, "frmADDCalcs")->top, 1.0f);
+  WriteWindowPlace(session, "frmADD", {10, 20, 30, 40});
+  WriteWindowPlace(session, "frmSelectedParcels", {1, 1, 1, 1});
+  EXPECT_EQ(ReadBytes(Places()), Text({"frmADD,10,20,30,40", "frmSelectedLines,5,6,7,8", "frmADD,10,20,30,40",
+                                       "frmSelectedParcels,1,1,1,1"}));
+  EXPECT_EQ(ReadBytes(toolPath / "tstemp.cfg"),
+            Text({"frmADD,10,20,30,40", "frmSelectedLines,5,6,7,8", "frmADD,10,20,30,40"}));
+}
+
+class Identity : public JobFixture {};
+
+TEST_F(Identity, EachRouteCutsThePathAtItsFirstPointAndNamesTheJobInUpperCase) {
+  // A point in a folder name cuts the path there: the datasets are then looked for under that
+  // wrong name.
+  const std::filesystem::path dotted = root / "a.b" / "c";
+  std::filesystem::create_directories(dotted);
+  const std::string dottedDir = dotted.string() + PathSeparator();
+  const struct {
+    void (*route)(Session&, const std::string&, const std::string&);
+    std::string folder, title, base, name;
+  } cases[] = {
+      {OpenIdentity, JobDir(), "t12n.def", JobDir() + "t12n", "T12N"},
+      {OpenIdentity, JobDir(), "X.Y.def", JobDir() + "X", "X"},
+      {OpenIdentity, dottedDir, "Job.def", (root / "a").string(), "JOB"},
+      {OpenIdentityUpper, JobDir(), "old.def", Upper(JobDir() + "old"), "OLD"},
+      {NewIdentity, JobDir(), "newjob", Upper(JobDir() + "newjob"), "NEWJOB"},
+  };
+  for (const auto& c : cases) {
+    c.route(session, c.folder + c.title, c.title);
+    EXPECT_EQ(session.JobBase + "|" + session.JobFolder + "|" + session.JobName, c.base + "|" + c.folder + "|" + c.name);
+    EXPECT_EQ(ReadBytes(std::filesystem::path(c.folder) / "TEMP.JOB"), c.name + "\r\n");
+    EXPECT_EQ(user.title, "Tessel " + c.base);
+  }
+  EXPECT_EQ(session.RegionJobFolder + session.RegionJobName, JobDir() + "NEWJOB");
+}
+
+}  // namespace
+}  // namespace tessel::test

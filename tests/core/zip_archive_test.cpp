@@ -1,0 +1,333 @@
+// ZIP archives over libzip: round trips with the system's zip and unzip, members replaced and
+// kept, the job pattern, refusal of damaged archives and of members leaving the target folder,
+// and the extract and wizard commands with their texts.
+
+#include <zip.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "archives/zip_archive.h"
+#include "archives/zip_commands.h"
+#include "model/paths.h"
+#include "test_support.h"
+
+namespace fs = std::filesystem;
+
+namespace tessel::test {
+namespace {
+
+// Runs a shell command; its exit status.
+int Shell(const std::string& command) { return std::system((command + " >/dev/null 2>&1").c_str()); }
+
+// What a shell command printed.
+std::string Output(const std::string& command) {
+  std::string out;
+  if (FILE* pipe = popen(command.c_str(), "r")) {
+    char buffer[4096];
+    std::size_t got;
+    while ((got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, got);
+    pclose(pipe);
+  }
+  return out;
+}
+
+std::string Q(const fs::path& path) {
+  std::string quoted(1, '\'');
+  quoted += path.string();
+  quoted += '\'';
+  return quoted;
+}
+
+// Every file under a folder, relative, sorted.
+std::vector<std::string> FilesUnder(const fs::path& folder) {
+  std::vector<std::string> names;
+  if (!fs::exists(folder)) return names;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.is_regular_file()) names.push_back(fs::relative(entry.path(), folder).generic_string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+// An archive with members of any name, stored uncompressed, written by libzip directly.
+void WriteRawZip(const fs::path& path, const std::vector<std::pair<std::string, std::string>>& members) {
+  int error = 0;
+  zip_t* archive = zip_open(path.string().c_str(), ZIP_CREATE | ZIP_TRUNCATE, &error);
+  ASSERT_NE(archive, nullptr);
+  for (const auto& [name, data] : members) {
+    zip_source_t* source = zip_source_buffer(archive, data.data(), data.size(), 0);
+    const zip_int64_t index = zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
+    ASSERT_GE(index, 0) << name;
+    zip_set_file_compression(archive, static_cast<zip_uint64_t>(index), ZIP_CM_STORE, 0);
+  }
+  ASSERT_EQ(zip_close(archive), 0);
+}
+
+class ZipTest : public JobFixture {
+ protected:
+  void SetUp() override {
+    if (Shell("command -v zip") != 0 || Shell("command -v unzip") != 0) GTEST_SKIP() << "zip and unzip are needed";
+    UseJob("T1");
+    WriteJob("T1.def", {"T1", "1", "2", "2"});
+    WriteJob("T1.raw", {"HEADING", "999999", "999998"});
+    WriteJobBytes("T1.bin", std::string("\x00\x01\n\x02\xff", 5));
+    WriteJob("other.txt", {"not the job"});
+  }
+  fs::path Out() const { return root / "out"; }
+};
+
+TEST_F(ZipTest, ArchiveWrittenHereOpensWithUnzip) {
+  const fs::path zip = root / "t1.zip";
+  ASSERT_EQ(ZipArchive(zip.string(), "T1.*", jobPath.string()), kZipOk);
+  EXPECT_EQ(Shell("unzip -tq " + Q(zip)), 0);
+  EXPECT_EQ(Output("unzip -Z1 " + Q(zip)), "T1.bin\nT1.def\nT1.raw\n");
+  ASSERT_EQ(Shell("unzip -q " + Q(zip) + " -d " + Q(Out())), 0);
+  for (const char* name : {"T1.bin", "T1.def", "T1.raw"}) {
+    EXPECT_EQ(ReadBytes(Out() / name), ReadJob(name)) << name;
+  }
+}
+
+TEST_F(ZipTest, PathsAreStoredAsGivenLessTheirRoot) {
+  const fs::path zip = root / "paths.zip";
+  fs::create_directory(jobPath / "sub");
+  WriteJob("sub/a.txt", {"a"});
+  ASSERT_EQ(ZipArchive(zip.string(), "sub/a.txt " + JobDir() + "T1.def", jobPath.string()), kZipOk);
+  const std::string absolute = ZipMemberName(JobDir() + "T1.def");
+  EXPECT_FALSE(absolute.empty());
+  EXPECT_NE(absolute.front(), '/');
+  EXPECT_EQ(Output("unzip -Z1 " + Q(zip)), "sub/a.txt\n" + absolute + "\n");
+}
+
+TEST_F(ZipTest, ArchiveWrittenByZipOpensHere) {
+  fs::create_directory(jobPath / "sub");
+  WriteJobBytes("sub/lf.txt", "one\ntwo\r\nthree\n");
+  const fs::path zip = root / "byzip.zip";
+  ASSERT_EQ(Shell("cd " + Q(jobPath) + " && zip -q " + Q(zip) + " T1.def T1.bin sub/lf.txt"), 0);
+
+  ASSERT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*"), kZipOk);
+  EXPECT_EQ(FilesUnder(Out()), (std::vector<std::string>{"T1.bin", "T1.def", "sub/lf.txt"}));
+  EXPECT_EQ(ReadBytes(Out() / "sub/lf.txt"), "one\ntwo\r\nthree\n");
+  EXPECT_EQ(ReadBytes(Out() / "T1.bin"), ReadJob("T1.bin"));
+
+  // Again with the line-end conversion, over the files now there: text converted, the member
+  // with a NUL byte left as it is.
+  ASSERT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*", true), kZipOk);
+  EXPECT_EQ(ReadBytes(Out() / "sub/lf.txt"), "one\r\ntwo\r\nthree\r\n");
+  EXPECT_EQ(ReadBytes(Out() / "T1.bin"), ReadJob("T1.bin"));
+
+  // An item pattern picks members by their last component.
+  fs::remove_all(Out());
+  ASSERT_EQ(UnzipArchive(zip.string(), Out().string(), "*.txt"), kZipOk);
+  EXPECT_EQ(FilesUnder(Out()), std::vector<std::string>{"sub/lf.txt"});
+}
+
+TEST_F(ZipTest, AddingReplacesMembersOfTheSameNameAndKeepsTheOthers) {
+  const fs::path zip = root / "t1.zip";
+  ASSERT_EQ(ZipArchive(zip.string(), "T1.def other.txt", jobPath.string()), kZipOk);
+  WriteJob("T1.def", {"CHANGED"});
+  ASSERT_EQ(ZipArchive(zip.string(), "T1.def T1.raw", jobPath.string()), kZipOk);
+  EXPECT_EQ(Output("unzip -Z1 " + Q(zip)), "T1.def\nother.txt\nT1.raw\n");
+  EXPECT_EQ(Output("unzip -p " + Q(zip) + " T1.def"), "CHANGED\r\n");
+  EXPECT_EQ(Output("unzip -p " + Q(zip) + " other.txt"), "not the job\r\n");
+  EXPECT_EQ(Shell("unzip -tq " + Q(zip)), 0);
+}
+
+TEST_F(ZipTest, CurrentJobPatternTakesInTheArchiveOfTheSameBaseName) {
+  const std::string zip = ZipCurrentDefault(session);
+  EXPECT_EQ(zip, JobDir() + "T1.zip");
+  ASSERT_EQ(ZipCurrentJob(session, zip), kZipOk);
+  const std::string first = ReadJob("T1.zip");
+  EXPECT_EQ(Output("unzip -Z1 " + Q(zip)).find("T1.zip"), std::string::npos);
+  ASSERT_EQ(ZipCurrentJob(session, zip), kZipOk);
+  const std::string members = Output("unzip -Z1 " + Q(zip));
+  EXPECT_NE(members.find("T1.zip"), std::string::npos) << members;
+  EXPECT_EQ(members.find("other.txt"), std::string::npos) << members;
+  // The member is the archive as it stood before.
+  const std::string inner = ZipMemberName(JobDir() + "T1.zip");
+  EXPECT_EQ(Output("unzip -p " + Q(zip) + " " + Q(inner)), first);
+}
+
+TEST_F(ZipTest, NothingToAddLeavesTheArchiveAlone) {
+  const fs::path zip = root / "t1.zip";
+  ASSERT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string()), kZipOk);
+  const std::string before = ReadBytes(zip);
+  EXPECT_EQ(ZipArchive(zip.string(), "none.* missing.txt", jobPath.string()), kZipNothingToDo);
+  EXPECT_EQ(ZipArchive(zip.string(), "   ", jobPath.string()), kZipNothingToDo);
+  EXPECT_EQ(ReadBytes(zip), before);
+}
+
+TEST_F(ZipTest, AddingToADamagedArchiveLeavesItAsItWas) {
+  const fs::path zip = root / "bad.zip";
+  WriteLines(zip, {"this is not a zip file"});
+  std::string problem;
+  EXPECT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string(), &problem), kZipCannotOpen);
+  EXPECT_EQ(ReadBytes(zip), "this is not a zip file\r\n");
+  EXPECT_NE(problem.find("bad.zip"), std::string::npos);
+}
+
+TEST_F(ZipTest, MembersLeavingTheTargetAreRefusedAndNothingIsExtracted) {
+  const std::vector<std::string> escapes = {"../evil.txt", "/tmp/tessel-evil.txt", "sub/../../evil.txt",
+                                            "..\\evil.txt", "C:/evil.txt"};
+  for (const std::string& name : escapes) {
+    const fs::path zip = root / "escape.zip";
+    WriteRawZip(zip, {{"good.txt", "good"}, {name, "evil"}});
+    std::string problem;
+    EXPECT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*", false, &problem), kZipUnsafeName) << name;
+    EXPECT_NE(problem.find(name), std::string::npos) << problem;
+    EXPECT_TRUE(FilesUnder(Out()).empty()) << name;
+    EXPECT_FALSE(fs::exists(root / "evil.txt"));
+    EXPECT_FALSE(fs::exists("/tmp/tessel-evil.txt"));
+  }
+}
+
+TEST_F(ZipTest, DamagedArchivesAreRefusedBeforeAnythingIsWritten) {
+  const fs::path good = root / "good.zip";
+  const std::string content(5000, 'x');
+  WriteRawZip(good, {{"a.txt", "first"}, {"b.txt", content}});
+  const std::string bytes = ReadBytes(good);
+  fs::create_directory(Out());
+  WriteLines(Out() / "a.txt", {"kept"});
+
+  // Cut short, empty, not a ZIP at all.
+  for (const std::string& damaged : {bytes.substr(0, bytes.size() / 2), std::string(), std::string("PK\x03\x04junk")}) {
+    const fs::path zip = root / "damaged.zip";
+    {
+      std::FILE* f = std::fopen(zip.string().c_str(), "wb");
+      std::fwrite(damaged.data(), 1, damaged.size(), f);
+      std::fclose(f);
+    }
+    std::string problem;
+    EXPECT_NE(UnzipArchive(zip.string(), Out().string(), "*.*", false, &problem), kZipOk);
+    EXPECT_FALSE(problem.empty());
+    EXPECT_EQ(FilesUnder(Out()), std::vector<std::string>{"a.txt"});
+    EXPECT_EQ(ReadBytes(Out() / "a.txt"), "kept\r\n");
+  }
+
+  // A stored member whose data no longer matches its checksum: the second member is damaged,
+  // and the first is not extracted either.
+  std::string flipped = bytes;
+  const std::size_t at = flipped.find(content.substr(0, 100));
+  ASSERT_NE(at, std::string::npos);
+  flipped[at + 10] = 'y';
+  const fs::path zip = root / "crc.zip";
+  {
+    std::FILE* f = std::fopen(zip.string().c_str(), "wb");
+    std::fwrite(flipped.data(), 1, flipped.size(), f);
+    std::fclose(f);
+  }
+  EXPECT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*"), kZipDamaged);
+  EXPECT_EQ(TestZipArchive(zip.string()), kZipDamaged);
+  EXPECT_EQ(ReadBytes(Out() / "a.txt"), "kept\r\n");
+  EXPECT_EQ(TestZipArchive(good.string()), kZipOk);
+  EXPECT_EQ(TestZipBytes(bytes), kZipOk);
+  EXPECT_EQ(TestZipBytes(flipped), kZipDamaged);
+  // Every archive cut short is refused, whatever the cut.
+  for (std::size_t size = 0; size < bytes.size(); size += 7) {
+    EXPECT_NE(TestZipBytes(std::string_view(bytes).substr(0, size)), kZipOk) << size;
+  }
+  EXPECT_EQ(TestZipArchive((root / "missing.zip").string()), kZipCannotOpen);
+}
+
+TEST(ZipNames, SafeNamesStayInsideTheTarget) {
+  for (const char* name : {"a.txt", "sub/a.txt", "sub\\a.txt", "a..b", "..a/b", "sub/"}) {
+    EXPECT_TRUE(ZipNameIsSafe(name)) << name;
+  }
+  for (const char* name : {"", "/", "/a", "\\a", "..", "../a", "a/../../b", "a/..", "C:a", "c:\\a", "./.."}) {
+    EXPECT_FALSE(ZipNameIsSafe(name)) << name;
+  }
+}
+
+TEST(ZipNames, WildcardsMatchAsTheFileDialogsDo) {
+  EXPECT_TRUE(WildcardMatch("*.*", "README"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1.def"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "t1.DEF"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1.tar.gz"));
+  EXPECT_FALSE(WildcardMatch("T1.*", "T10.def"));
+  EXPECT_TRUE(WildcardMatch("T?.raw", "T2.raw"));
+  EXPECT_FALSE(WildcardMatch("T?.raw", "T22.raw"));
+  EXPECT_TRUE(WildcardMatch("*a*b*", "xxaYYbzz"));
+  EXPECT_FALSE(WildcardMatch("*a*b", "xxaYYbzz"));
+  EXPECT_TRUE(WildcardMatch("*", ""));
+  EXPECT_FALSE(WildcardMatch("?", ""));
+}
+
+TEST(ZipNames, LineEndsConvertOnlyLoneLineFeeds) {
+  EXPECT_EQ(LfToCrLf("a\nb\r\nc\n\n"), "a\r\nb\r\nc\r\n\r\n");
+  EXPECT_EQ(LfToCrLf("\n"), "\r\n");
+  EXPECT_EQ(LfToCrLf("\r\r\n"), "\r\r\n");
+  EXPECT_EQ(LfToCrLf(""), "");
+}
+
+TEST_F(ZipTest, ExtractAsksFirstAndCanMakeTheTargetTheJobFolder) {
+  const fs::path zip = root / "t1.zip";
+  ASSERT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string()), kZipOk);
+  fs::create_directory(Out());
+
+  user.answers.push_back(Answer::No);
+  EXPECT_EQ(UnzipCommand(session, zip.string(), Out().string(), true, false), -1);
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"Unzip " + zip.string() + "\nto folder " + Out().string() + "?"});
+  EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
+  EXPECT_TRUE(FilesUnder(Out()).empty());
+  EXPECT_EQ(session.JobFolder, JobDir());
+
+  user.messages.clear();
+  EXPECT_EQ(UnzipCommand(session, zip.string(), Out().string(), true, false), kZipOk);
+  EXPECT_EQ(FilesUnder(Out()), std::vector<std::string>{"T1.def"});
+  ASSERT_EQ(user.messages.size(), 2u);
+  EXPECT_EQ(user.messages[1].text, "Choose File, Open to view this job");
+  EXPECT_EQ(session.JobFolder, Out().string() + PathSeparator());
+
+  // A refused archive is told, and the folder still changes when asked.
+  user.messages.clear();
+  session.JobFolder = JobDir();
+  WriteLines(root / "bad.zip", {"junk"});
+  EXPECT_EQ(UnzipCommand(session, (root / "bad.zip").string(), Out().string(), true, false), kZipCannotOpen);
+  ASSERT_EQ(user.messages.size(), 3u);
+  EXPECT_EQ(user.messages[1].icon, Icon::Stop);
+  EXPECT_NE(user.messages[1].text.find("bad.zip"), std::string::npos);
+  EXPECT_EQ(user.messages[2].text, "Choose File, Open to view this job");
+  EXPECT_EQ(session.JobFolder, Out().string() + PathSeparator());
+}
+
+TEST_F(ZipTest, NewFolderIsMadeInsideTheTarget) {
+  user.inputs.push_back(std::string("fresh"));
+  EXPECT_EQ(UnzipNewFolder(session, root.string()), (root / "fresh").string());
+  EXPECT_TRUE(fs::is_directory(root / "fresh"));
+  EXPECT_EQ(user.prompts, std::vector<std::string>{"Enter a name for the new folder"});
+  // Cancelled or empty: nothing.
+  EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
+  user.inputs.push_back(std::string("  "));
+  EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
+}
+
+TEST_F(ZipTest, ZippingTheCurrentJobNeedsAJob) {
+  EXPECT_TRUE(ZipWizardNext(session, true));
+  session.JobBase.clear();
+  EXPECT_TRUE(ZipWizardNext(session, false));
+  EXPECT_TRUE(user.messages.empty());
+  EXPECT_FALSE(ZipWizardNext(session, true));
+  ASSERT_EQ(user.messages.size(), 1u);
+  EXPECT_EQ(user.messages[0].text, "No job is open");
+  EXPECT_EQ(user.messages[0].icon, Icon::Stop);
+}
+
+TEST_F(ZipTest, ManualFinishNeedsANameAndItems) {
+  const std::string zip = (root / "manual.zip").string();
+  EXPECT_FALSE(ZipManualFinish(session, " ", "T1.def"));
+  EXPECT_FALSE(ZipManualFinish(session, zip, "  "));
+  EXPECT_EQ(user.MessageTexts(),
+            (std::vector<std::string>{"You must supply a zip file name", "You must select files to include"}));
+  EXPECT_FALSE(fs::exists(zip));
+  EXPECT_TRUE(ZipManualFinish(session, zip, JobDir() + "*.raw " + JobDir() + "other.txt"));
+  EXPECT_EQ(Shell("unzip -tq " + Q(zip)), 0);
+  EXPECT_EQ(Output("unzip -Z1 " + Q(zip)),
+            ZipMemberName(JobDir() + "T1.raw") + "\n" + ZipMemberName(JobDir() + "other.txt") + "\n");
+}
+
+}  // namespace
+}  // namespace tessel::test
