@@ -108,9 +108,9 @@ int main(int argc, char** argv) {
   // The time under each status text, summed over its appearances (the record reader announces
   // every record and every temporary point).
   std::vector<std::pair<std::string, double>> byText;
-  for (const auto& [text, ms] : loaded.steps) {
-    auto it = std::find_if(byText.begin(), byText.end(), [&](const auto& e) { return e.first == text; });
-    if (it == byText.end()) byText.emplace_back(text, ms); else it->second += ms;
+  for (const auto& step : loaded.steps) {
+    auto it = std::find_if(byText.begin(), byText.end(), [&](const auto& e) { return e.first == step.first; });
+    if (it == byText.end()) byText.push_back(step); else it->second += step.second;
   }
   for (const auto& [text, ms] : byText) std::printf("  %-55s %7.1f ms\n", text.c_str(), ms);
   const bool ok = loadMs < 1000.0 && loadMs <= 2.5 * plainMs;

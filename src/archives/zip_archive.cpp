@@ -341,6 +341,7 @@ std::int16_t ZipArchive(const std::string& zipFile, const std::string& items, co
   zip_t* archive = zip_open_from_source(source.get(), existing.empty() ? ZIP_TRUNCATE : ZIP_CHECKCONS, &error);
   zip_error_fini(&error);
   if (!archive) {
+    zip_source_free(source.get());  // the reference kept for an archive that never took it
     Tell(problem, "\"" + zipFile + "\" is not a ZIP file or is damaged; it was left as it was.");
     return kZipCannotOpen;
   }
