@@ -120,7 +120,7 @@ int main(int argc, char** argv) {
   }
   Shoot(window, "mnuHelpContents", QStringLiteral("frmHelp"), QStringLiteral("help-window.png"), [](QWidget& form) {
     form.resize(1000, 680);
-    if (auto* help = qobject_cast<tessel::HelpWindow*>(&form)) help->Search(QStringLiteral("township diagram"));
+    if (auto* help = qobject_cast<tessel::HelpWindow*>(&form)) help->Search(QStringLiteral("double corner"));
   });
   tessel::FileClose(window.session());
   return g_failures == 0 ? 0 : 1;

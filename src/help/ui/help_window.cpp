@@ -161,6 +161,7 @@ void HelpWindow::BuildContents() {
       if (heading.level > 2) continue;
       auto* item = chapter && heading.level == 2 ? new QTreeWidgetItem(chapter) : new QTreeWidgetItem(contents_);
       if (!chapter || heading.level == 1) chapter = item;
+      if (heading.level == 1 && !chapters_.count(page.file)) chapters_[page.file] = Utf8(heading.title);
       item->setText(0, Utf8(heading.title).remove(QLatin1Char('`')));
       item->setData(0, Qt::UserRole, Utf8(page.file));
       item->setData(0, Qt::UserRole + 1, heading.level == 1 ? QString() : Utf8(heading.anchor));
@@ -193,7 +194,11 @@ void HelpWindow::Search(const QString& words) {
   const QSignalBlocker quiet(results_);
   results_->clear();
   for (const ManualHit& hit : hits_) {
-    results_->addItem(QStringLiteral("%1  (%2)").arg(Utf8(hit.place.title).remove(QLatin1Char('`'))).arg(hit.count));
+    // "Chapter: section (count)", the chapter alone for its own first section.
+    QString title = Utf8(hit.place.title).remove(QLatin1Char('`'));
+    const QString chapter = chapters_.count(hit.place.file) ? chapters_[hit.place.file] : QString();
+    if (!chapter.isEmpty() && chapter != title) title = chapter + QStringLiteral(": ") + title;
+    results_->addItem(QStringLiteral("%1  (%2)").arg(title).arg(hit.count));
   }
   if (hits_.empty() && !words.trimmed().isEmpty()) results_->addItem(QStringLiteral("Nothing found"));
   tabs_->setCurrentWidget(results_);

@@ -9,6 +9,7 @@
 #include <QTextBrowser>
 #include <QTreeWidget>
 #include <QWidget>
+#include <map>
 #include <vector>
 
 #include "help/manual.h"
@@ -59,6 +60,7 @@ class HelpWindow : public QWidget {
   void OpenHit(int row);
 
   std::vector<ManualPage> pages_;
+  std::map<std::string, QString> chapters_;  // page file to its title
   std::vector<ManualHit> hits_;
   QString firstWord_;
   ManualBrowser* browser_ = nullptr;
