@@ -15,8 +15,9 @@ if command -v xvfb-run > /dev/null; then
 else
   QT_QPA_PLATFORM=offscreen build/bin/manual-screenshots "$out" samples
 fi
-# tessel-batch render works on a copy, since opening a job writes TEMP.JOB and the support files.
-work=$(mktemp -d)
+# tessel-batch render works on a copy, since opening a job writes TEMP.JOB and the support files;
+# its folder has no "." in its path, which would cut the job's name short.
+work=$(mktemp -d "${TMPDIR:-/tmp}/tessel-pictures-XXXXXX")
 trap 'rm -rf "$work"' EXIT
 cp samples/T12NR04E.* "$work/"
 QT_QPA_PLATFORM=offscreen build/bin/tessel-batch render "$work/T12NR04E.def" "$out/sample-job.png" \
