@@ -1,13 +1,16 @@
 #include "app/subsystem_forms.h"
 
 #include "archives/ui/archive_forms.h"
+#include "help/ui/help_forms.h"
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
 
 namespace tessel {
 
 void InstallSubsystemForms(QMainWindow& window, Session& session) {
-  // One line per subsystem form library, in menu order.
+  // One line per subsystem form library, in menu order. Help comes first: its menu then ends
+  // the menu bar, and every other installer finds `mnuHelp`.
+  InstallHelpForms(window, session);
   InstallArchivesForms(window, session);
   InstallSubdivisionForms(window, session);
   InstallRegionForms(window, session);
