@@ -71,7 +71,10 @@ std::string UnnumberedLotNumber(std::string_view number) {
 }
 
 std::string EchoSection(std::string_view line, std::string_view section) {
-  return Left(line, 4) + Left(section, 3) + Mid(line, 8);
+  // A section still being typed stands padded, so that the rest of the line keeps its columns.
+  std::string field = Left(section, 3);
+  field.append(3 - field.size(), ' ');
+  return Left(line, 4) + field + Mid(line, 8);
 }
 
 std::string EchoLocation(std::string_view line, std::string_view letter) {

@@ -43,7 +43,8 @@ std::string WrittenAcreage(std::string_view acreage);
 // For survey type "O" the number gets leading zeros up to three digits.
 std::string UnnumberedLotNumber(std::string_view number);
 
-// The live echo of a field into the working line.
+// The live echo of a field into the working line. A section shorter than 3 characters is
+// echoed padded with blanks, so that typing it keeps the columns of the rest of the line.
 std::string EchoSection(std::string_view line, std::string_view section);
 std::string EchoLocation(std::string_view line, std::string_view letter);
 std::string EchoSurveyType(std::string_view line, std::string_view letter);
