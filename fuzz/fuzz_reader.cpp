@@ -25,6 +25,7 @@
 #include "model/text_file.h"
 #include "parcels/centroids.h"
 #include "parcels/parcel_file.h"
+#include "parcels/parcel_listings.h"
 #include "parcels/raw_polygons.h"
 #include "regions/how_file.h"
 #include "regions/region_preview.h"

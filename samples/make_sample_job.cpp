@@ -699,12 +699,84 @@ int main(int argc, char** argv) {
   };
 
   // ------------------------------------------------------------------------------------------
+  // .lld and .lot: the parcel descriptions of sections 1, 6 and 22, as the desclink tool and the
+  // protraction diagram list them, for the properties dialog's listings and the multi-attribute
+  // tool.
+  const auto at = [](std::string& line, int column, const std::string& text) {
+    const std::size_t start = static_cast<std::size_t>(column - 1);
+    if (line.size() < start + text.size()) line.resize(start + text.size(), ' ');
+    line.replace(start, text.size(), text);
+  };
+  struct Description {
+    const char* id;
+    const char* section;
+    const char* type;
+    const char* number;
+    const char* suffix;
+    const char* flags;
+    const char* acreage;
+    const char* note;
+  };
+  const Description descriptions[] = {
+      {"T12NR04E-01-00001", "001", "L", "1", ",,", "X...............", "0039.510", ","},
+      {"T12NR04E-01-00002", "001", "L", "2", ",,", ".X..............", "0039.341", ","},
+      {"T12NR04E-01-00005", "001", "A", "", ",,", ".....X..........", "0040.000", ","},
+      {"T12NR04E-01-00006", "001", "A", "", ",,", ".........XX.....", "0080.000", ","},
+      {"T12NR04E-01-00031", "001", "M", "4521", "A", "..........X.....", "0012.250", "A"},
+      {"T12NR04E-06-00012", "006", "L", "6", ",,", "...........X....", "0039.739", ","},
+      {"T12NR04E-06-00013", "006", "W", "", ",,", "...........X....", "0039.739", "A"},
+      {"T12NR04E-22-00020", "022", "W", "", ",,", "..........XX....", "0080.056", "A"},
+  };
+  std::vector<std::string> lld;
+  for (const Description& d : descriptions) {
+    std::string line;
+    at(line, 1, d.id);
+    at(line, 23, d.section);
+    at(line, 27, d.type);
+    at(line, 29, d.number);
+    at(line, 34, d.suffix);
+    at(line, 38, d.flags);
+    at(line, 55, d.acreage);
+    at(line, 64, d.note);
+    lld.push_back(line);
+  }
+  struct Lot {
+    const char* lot;
+    const char* location;
+    const char* type;
+    const char* number;
+    const char* suffix;
+    const char* section;
+    const char* acreage;
+    const char* note;
+  };
+  const Lot lots[] = {
+      {" 1", " 1", "L", "1", ",,", "001", "0039.510", ","}, {" 2", " 2", "L", "2", ",,", "001", "0039.341", ","},
+      {" 3", " 3", "L", "3", ",,", "001", "0039.130", ","}, {" 4", " 4", "L", "4", ",,", "001", "0038.941", ","},
+      {" 1", " 1", "L", "1", ",,", "006", "0039.546", ","}, {" 6", "12", "L", "6", ",,", "006", "0039.739", ","},
+      {" 7", "13", "L", "7", ",,", "006", "0039.703", ","},
+  };
+  std::vector<std::string> lot;
+  for (const Lot& l : lots) {
+    std::string line;
+    at(line, 1, l.lot);
+    at(line, 4, l.location);
+    at(line, 7, l.type);
+    at(line, 9, l.number);
+    at(line, 15, l.suffix);
+    at(line, 23, l.section);
+    at(line, 27, l.acreage);
+    at(line, 36, l.note);
+    lot.push_back(line);
+  }
+
+  // ------------------------------------------------------------------------------------------
   const struct {
     const char* extension;
     const std::vector<std::string>* lines;
   } files[] = {{".def", &def}, {".COR", &cor}, {".LSA", &lsa}, {".LXN", &lxn}, {".raw", &raw},
                {".sid", &sid}, {".IID", &iid}, {".RPO", &rpo}, {".CRP", &crp}, {".not", &note},
-               {".irr", &irr}};
+               {".irr", &irr}, {".lld", &lld}, {".lot", &lot}};
   for (const auto& f : files) {
     if (!WriteLines(Path(folder, f.extension), *f.lines)) {
       std::fprintf(stderr, "cannot write %s\n", Path(folder, f.extension).c_str());

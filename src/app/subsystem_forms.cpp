@@ -4,6 +4,7 @@
 #include "help/ui/help_forms.h"
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
+#include "parcels/ui/parcel_forms.h"
 
 namespace tessel {
 
@@ -14,6 +15,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   InstallArchivesForms(window, session);
   InstallSubdivisionForms(window, session);
   InstallRegionForms(window, session);
+  InstallParcelsForms(window, session);
 }
 
 }  // namespace tessel

@@ -55,9 +55,10 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   new ToolboxForm(*session_, this);
   new Wizard2Form(this);
   BuildMenus();
-  InstallSubsystemForms(*this, *session_);
   BuildPopup();
   BuildToolBar();
+  // After the popups, which the forms extend too.
+  InstallSubsystemForms(*this, *session_);
 
   Session& s = *session_;
   connect(canvas_, &CanvasWidget::mousePressed, this, [this, &s](Qt::MouseButton b, QPointF w) {

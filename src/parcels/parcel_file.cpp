@@ -118,22 +118,36 @@ void RewriteParcelFile(Session& session, const std::function<void(const std::str
   WriteFileBytes(iid, JoinCrLf(out));
 }
 
+void WriteAttributeLines(Session& session, const ParcelWriteRule& rule) {
+  const ParcelStore& store = session.parcels;
+  const bool ok = rule.kind == ParcelWriteRule::Kind::Ok;
+  int k = 0;
+  RewriteParcelFile(session, [&](const std::string& line, std::vector<std::string>& out) {
+    if (!StartsWith(line, "Sec_")) {
+      out.push_back(line);
+      return;
+    }
+    ++k;
+    const std::string& note = store.ParcelEdit.get(k);
+    if (ok && rule.obsoleteLines && StartsWith(note, "(OBSOLETE)")) {
+      out.insert(out.end(), rule.obsoleteLines->begin(), rule.obsoleteLines->end());
+      return;
+    }
+    if (ok && StartsWith(note, "DBLATT")) {
+      out.push_back(store.ParcelLine.get(static_cast<int>(Val(Trim(Mid(note, 7))))));
+    } else if (!note.empty()) {
+      out.push_back("Tessel Edited: " + note);
+    }
+    if (!ok || !store.ParcelLine.get(k).empty()) out.push_back(store.ParcelLine.get(k));
+  });
+}
+
 bool WriteParcels(Session& session) {
   session.user.SetPointer(Pointer::Hourglass);
-  ParcelStore& store = session.parcels;
   bool saved = false;
   try {
-    int k = 0;
-    RewriteParcelFile(session, [&](const std::string& line, std::vector<std::string>& out) {
-      if (!StartsWith(line, "Sec_")) {
-        out.push_back(line);
-        return;
-      }
-      ++k;
-      if (!store.ParcelEdit.get(k).empty()) out.push_back("Tessel Edited: " + store.ParcelEdit.get(k));
-      out.push_back(store.ParcelLine.get(k));
-    });
-    store.ParcelDirty = 0;
+    WriteAttributeLines(session, {ParcelWriteRule::Kind::Save, nullptr});
+    session.parcels.ParcelDirty = 0;
     saved = true;
   } catch (const RuntimeFault& fault) {
     // The edits stay in memory, still unsaved, and .IID stays as it was.
@@ -141,6 +155,29 @@ bool WriteParcels(Session& session) {
   }
   session.user.SetPointer(Pointer::Arrow);
   return saved;
+}
+
+bool WriteEditedParcels(Session& session, const std::vector<std::string>* obsoleteLines) {
+  try {
+    WriteAttributeLines(session, {ParcelWriteRule::Kind::Ok, obsoleteLines});
+    return true;
+  } catch (const RuntimeFault& fault) {
+    TellFileFault(session.user, fault);
+    return false;
+  }
+}
+
+void RereadParcelsAfterWrite(Session& session) {
+  session.parcels.Clear();
+  session.SelectionCount = 0;
+  session.user.Status(2, "");
+  session.selection.ParcelList.clear();
+  session.user.ListChanged("frmTesting");
+  session.user.SetEnabled("frmTesting/cmdRemoveItem", false);
+  StepOver([&] { ReadParcels(session); });
+  session.ToolMode = ToolMode::PickParcels;
+  session.parcels.ParcelDirty = 0;
+  if (session.display) session.display->RefreshView();
 }
 
 void MoveParcelLocation(Session& session, double x, double y) {

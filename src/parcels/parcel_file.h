@@ -23,9 +23,30 @@ void ReadParcels(Session& session);
 void RewriteParcelFile(Session& session,
                        const std::function<void(const std::string& line, std::vector<std::string>& out)>& each);
 
+// How the attribute lines of the store reach the file. Each line of the file that begins with
+// "Sec_" is the next parcel k (a "SEC_" line is copied as it stands, and later parcels fall out
+// of step, as the file has always been written).
+//   Save: the edit note of k as "Tessel Edited: " and the note, then its line, even an empty one.
+//   Ok (the dialogs' OK): a note "DBLATT n" writes the line of parcel n in its place, any other
+//     note is written as above; the line is written only when it is not empty. With
+//     `obsoleteLines`, a parcel whose note begins with "(OBSOLETE)" is replaced by all of them.
+struct ParcelWriteRule {
+  enum class Kind { Save, Ok } kind = Kind::Save;
+  const std::vector<std::string>* obsoleteLines = nullptr;
+};
+// The one frame of every attribute write; faults go to the caller.
+void WriteAttributeLines(Session& session, const ParcelWriteRule& rule);
+
 // File Save: .IID is copied to .iib and written back with the edited attribute lines. False when
 // it could not be: the user is told, naming the file, and the edits stay unsaved.
 bool WriteParcels(Session& session);
+// The write of the dialogs' OK (parcel properties, quick edit, the id selection). False when
+// .IID could not be rewritten: the user is told, naming the file, .IID is as it was and the
+// store keeps its edits.
+bool WriteEditedParcels(Session& session, const std::vector<std::string>* obsoleteLines = nullptr);
+// After such a write: the store emptied and .IID read again, the selection and its list emptied,
+// the parcel tool back, the edits saved.
+void RereadParcelsAfterWrite(Session& session);
 // The parcels of the selection list take the location (x, y): their location lines in .IID are
 // rewritten and marked, and the parcels are read again. When .IID cannot be rewritten the user is
 // told and the parcels stay where they were.
