@@ -3,6 +3,7 @@
 #include "archives/ui/archive_forms.h"
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
+#include "surveys/ui/survey_forms.h"
 
 namespace tessel {
 
@@ -11,6 +12,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   InstallArchivesForms(window, session);
   InstallSubdivisionForms(window, session);
   InstallRegionForms(window, session);
+  InstallSurveysForms(window, session);
 }
 
 }  // namespace tessel
