@@ -243,6 +243,7 @@ int SelectBySid(Session& session, const std::vector<int>& entries) {
   const int count = static_cast<int>(sel.LineList.size());
   session.user.ListChanged(kLinesFormName);
   session.user.Message(std::to_string(count) + " records selected");
+  session.user.ShowForm(kLinesFormName);
   Repaint(session);
   return count;
 }

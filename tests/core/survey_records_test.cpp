@@ -11,6 +11,7 @@
 
 #include "job/load_sequence.h"
 #include "model/paths.h"
+#include "model/text.h"
 #include "model/text_file.h"
 #include "surveys/print_columns.h"
 #include "surveys/raw_records.h"
@@ -98,7 +99,7 @@ TEST(SurveyBlock, FieldsAreTabulatedPaddedAndNeverCut) {
                                       ""}));
   // A constant wider than its seven columns moves the parts per million to a line of their own.
   b = {"X", "12345678", "   200.0", "", "", "", "", {}};
-  EXPECT_EQ(Left(SurveyBlockText(b), 31), Row({{1, "SX"}, {20, "12345678"}}) + "\r\n" + std::string(26, ' ') + "  ");
+  EXPECT_EQ(Left(SurveyBlockText(b), 63), Row({{1, "SX"}, {20, "12345678"}}) + "\r\n" + std::string(26, ' ') + "   200.0");
 }
 
 TEST(SurveyBlock, DirectiveTableKeepsItsStrings) {
@@ -140,7 +141,8 @@ TEST_F(SurveyRecordsTest, DirectivesAreReadWithTheirOffsets) {
   EXPECT_EQ(d.bearingType, 0);
   EXPECT_TRUE(d.convertToAngles);
   EXPECT_EQ(d.angleError, "0.0010");
-  EXPECT_EQ(d.bearingCorrection, "0.0030");
+  // Read from columns 6-14 of a value written in 7-15: its last character is lost.
+  EXPECT_EQ(d.bearingCorrection, "0.003");
   EXPECT_EQ(SurveyCommentLabel(session, 0), "C ORIGINAL SURVEY\r\n" + std::string(kDirectivesDefined));
   EXPECT_EQ(SurveyCommentLabel(session, 1), "C RESURVEY\r\n");
   EXPECT_EQ(SurveyListEntries(session), (std::vector<std::string>{Left(kGlo, 42), Left(kBlm, 42)}));
@@ -197,8 +199,8 @@ TEST_F(SurveyRecordsTest, SavingWithCorrectionsTickedAgainKeepsThem) {
   user.answers = {Answer::No};
   ASSERT_TRUE(SaveSidForm(session, form));
   EXPECT_EQ(Sid(), Text({kGlo, "C ORIGINAL SURVEY", "", kDu, kDt,
-                         "C DC:           0.010          2.000   <DISTANCE CORRECTION CONST+PPM>", kAngles, kBc, kBlm,
-                         "C RESURVEY"}));
+                         "C DC:           0.010          2.000   <DISTANCE CORRECTION CONST+PPM>", kAngles,
+                         "C BC:     0.003  <BEARING ROTATION CORRECTION (DD.MMSS)>", kBlm, "C RESURVEY"}));
   EXPECT_EQ(user.MessageTexts(), (std::vector<std::string>{"SID file updated\r\nUpdate weights based upon new error estimates?",
                                                            "alright I won't"}));
   EXPECT_TRUE(processes.launches.empty());
@@ -226,7 +228,7 @@ TEST_F(SurveyRecordsTest, RenamingCarriesTheNameIntoTheRecords) {
   EXPECT_EQ(user.MessageTexts(),
             (std::vector<std::string>{"SID file updated\r\nSID Name changed, update raw file records?",
                                       "GLO 1854 will be updated to GLO 1854 RENAMED X"}));
-  EXPECT_EQ(Left(Sid(), 27), "SGLO 1854 RENAMED X   .050");
+  EXPECT_EQ(Left(Sid(), 26), "SGLO 1854 RENAMED X   .050");
   EXPECT_EQ(ReadJob("T1N2E.raw"),
             Text({"RECORD DATA", "  999999", RawRow("100100", "100200", "  80.000", "1", " 10000.0", "GLO 1854 RENAMED X"),
                   Records()[1], RawRow("100300", "100400", "  80.250", "1", "  1200.0", "GLO 1854 RENAMED X"), "999998"}));
@@ -302,10 +304,10 @@ TEST_F(SurveyRecordsTest, RawWriterKeepsTheHeadAndTheFormerFile) {
 
   // A distance wider than its field pushes the quadrant's tab stop to a new line.
   session.raw.RawLineFields.at(1)[3] = "123456789";
-  EXPECT_EQ(Left(RawRecordsText(session.raw), 31), "100100   100200  123456789 1   ");
+  EXPECT_EQ(Left(RawRecordsText(session.raw), 31), "100100   100200 123456789 1    ");
   session.raw.RawLineFields.at(1)[3] = "12345678901";
   EXPECT_EQ(RawRecordsText(session.raw),
-            Text({"100100   100200  12345678901", Row({{27, "1"}, {31, " 10000.0"}, {40, "GLO 1854"}}), "999998"}));
+            Text({"100100   100200 12345678901", Row({{27, "1"}, {31, " 10000.0"}, {40, "GLO 1854"}}), "999998"}));
 
   // Without "999999" the file is malformed: nothing is written.
   WriteJob("T1N2E.raw", {"NO SENTINEL", Records()[0]});

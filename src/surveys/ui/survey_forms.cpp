@@ -273,6 +273,8 @@ ListSurveysForm::ListSurveysForm(Session& session, SidEditForm* editor, QWidget*
     editor_->raise();
   });
   connect(list_, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { Clicked(list_->row(item)); });
+  // A save rereads the surveys: the list follows.
+  connect(editor_, &QDialog::accepted, this, &ListSurveysForm::Reload);
   resize(420, 360);
 }
 
