@@ -29,6 +29,7 @@
 #include "model/recording_ports.h"
 #include "model/session.h"
 #include "model/text.h"
+#include "model/text_file.h"
 #include "paint/qt_text.h"
 #include "surveys/raw_records.h"
 #include "surveys/ui/survey_forms.h"
@@ -143,10 +144,16 @@ class SurveyFormsTest : public QObject {
   void listShowsSurveysAndLoadsTheEditor() {
     window_->findChild<QAction*>(QStringLiteral("mnuEditSurveys"))->trigger();
     QVERIFY(Form("frmListSurveys")->isVisible());
+    QVERIFY(QTest::qWaitForWindowExposed(Form("frmListSurveys")));
     auto* list = Find<QListWidget>("frmListSurveys", "lstSurveys");
     QCOMPARE(list->count(), 5);
     QCOMPARE(list->item(0)->text(), QStringLiteral("SGLO 1854 EXT         .050   200.0    60.0"));
+    // The first survey has no C lines; the second has its comments and directives.
     ClickSurvey(0);
+    QCOMPARE(Find<QLabel>("frmListSurveys", "lblComments")->text(), QString());
+    QCOMPARE(Find<QLineEdit>("frmSidEdit", "txtName")->text(), QStringLiteral("GLO 1854 EXT"));
+    QVERIFY(!Find<QCheckBox>("frmSidEdit", "chkProperty8")->isChecked());
+    ClickSurvey(1);
     QCOMPARE(Find<QLabel>("frmListSurveys", "lblComments")->text(),
              QStringLiteral("C ORIGINAL SURVEY OF THE SUBDIVISIONAL LINES, T12N R04E\n"
                             "C GENERAL LAND OFFICE, FIELD NOTES VOL. R-114, PLAT APPROVED 1856\n"
@@ -156,7 +163,7 @@ class SurveyFormsTest : public QObject {
       const bool ticked = Find<QCheckBox>("frmSidEdit", qPrintable(QStringLiteral("chkProperty%1").arg(box)))->isChecked();
       QVERIFY2(ticked == (box == 5 || box == 8 || box == 9 || box == 11), qPrintable(QString::number(box)));
     }
-    QCOMPARE(Find<QLineEdit>("frmSidEdit", "txtName")->text(), QStringLiteral("GLO 1854 EXT"));
+    QCOMPARE(Find<QLineEdit>("frmSidEdit", "txtName")->text(), QStringLiteral("GLO 1855"));
     QCOMPARE(Find<QLineEdit>("frmSidEdit", "txtName")->maxLength(), 18);
     QCOMPARE(Find<QComboBox>("frmSidEdit", "cboDistanceUnits")->currentText(), QStringLiteral("C - Chains"));
     // "Options" shows and hides the lower half.
@@ -173,7 +180,6 @@ class SurveyFormsTest : public QObject {
     QVERIFY(!Form("frmSidEdit")->isVisible());
 
     // "Select by SID" with the first two surveys chosen.
-    ClickSurvey(1);
     Click("frmListSurveys", "cmdSelectBySid");
     const auto count = session_->selection.LineList.size();
     QVERIFY(count > 0);
@@ -249,7 +255,7 @@ class SurveyFormsTest : public QObject {
     QCOMPARE(user_.MessageTexts(),
              std::vector<std::string>{"RAW file has changed.\r\nUpdate adjustment parameters based upon new values?"});
     QCOMPARE(Lines("T12NR04E.raw")[4], std::string("700100   700140   41.500  4     1800.0 NEW SURVEY"));
-    QCOMPARE(session_->selection.LineList[0], std::string("700100 700140   41.500 4     1800.0 NEW SURVEY"));
+    QCOMPARE(session_->selection.LineList[0], std::string("700100 700140   41.500 4   1800.0 NEW SURVEY"));
     // Six control stations, then the records.
     std::vector<std::string> sd = Lines("T12NR04E.sd");
     QCOMPARE(sd[0], std::string("KQ1234             0.020     0.020"));
