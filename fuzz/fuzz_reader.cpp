@@ -30,6 +30,8 @@
 #include "regions/how_file.h"
 #include "regions/region_preview.h"
 #include "subdivision/irr_file.h"
+#include "surveys/raw_records.h"
+#include "surveys/survey_editor.h"
 #include "surveys/survey_file.h"
 #include "tools/launching.h"
 #include "viewer/drawing.h"
@@ -70,6 +72,18 @@ void PreviewHowListing(Session& s) {
 void BuildAddFromRaw(Session& s) {
   const ApdSplit split = SplitApdRaw(TextLines(InputBytes(s)));
   (void)BuildAddLines(split.apd, [] { return true; });
+}
+
+// What the survey editor reads of every survey: the comment label, the loaded form and the block
+// a save would write.
+void LoadEverySurvey(Session& s) {
+  for (int entry = 0; entry < s.surveys.SurveyCount; ++entry) {
+    (void)SurveyCommentLabel(s, entry);
+    SidForm form;
+    LoadSidForm(s, entry, form);
+    form.ticked.fill(true);
+    (void)SidBlockText(s, form);
+  }
 }
 
 struct Target {

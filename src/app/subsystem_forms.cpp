@@ -5,6 +5,7 @@
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
 #include "parcels/ui/parcel_forms.h"
+#include "surveys/ui/survey_forms.h"
 
 namespace tessel {
 
@@ -16,6 +17,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   InstallSubdivisionForms(window, session);
   InstallRegionForms(window, session);
   InstallParcelsForms(window, session);
+  InstallSurveysForms(window, session);
 }
 
 }  // namespace tessel

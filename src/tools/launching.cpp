@@ -62,8 +62,8 @@ std::string ScriptCommand(const Session& session, const std::string& programFile
   return QuotePath(program) + "  <" + QuotePath(session.JobFolder + answerFile);
 }
 
-void RunRecpadScript(Session& session) {
-  if (!JobGuard(session, kMsgOpenOrCreateJob)) return;
+std::optional<int> RunRecpadScript(Session& session) {
+  if (!JobGuard(session, kMsgOpenOrCreateJob)) return std::nullopt;
   // The answer file's name carries its own separator, which doubles the one JobFolder ends with.
   const std::string answers = session.JobFile(std::string(1, PathSeparator()) + kRecpadAnswers);
   // A temp.bat or an answer file that could not be written is not run: an older one may stand
@@ -72,10 +72,14 @@ void RunRecpadScript(Session& session) {
       WriteFileOrTell(session.user, answers, "\r\n\r\n\r\n\r\n\r\n\r\n") &&
       WriteFileOrTell(session.user, InCurrentFolder(session, kBatchFile),
                       ScriptCommand(session, "recpad.exe", kRecpadAnswers) + "\r\nexit\r\n");
-  if (ready) StepOver([&] { session.processes.RunCode({kBatchFile, {}}, session.CurrentFolder, ShowMode::Hidden); });
+  std::optional<int> code;
+  if (ready) {
+    StepOver([&] { code = session.processes.RunCode({kBatchFile, {}}, session.CurrentFolder, ShowMode::Hidden); });
+  }
   StepOver([&] { DeleteAnyCase(InCurrentFolder(session, kBatchFile)); });
   StepOver([&] { DeleteAnyCase(InCurrentFolder(session, kRecpadAnswers)); });
   StepOver([&] { DeleteAnyCase(session.DatasetPath(".002")); });
+  return code;
 }
 
 std::optional<BatchCommand> ReadBatchCommand(const std::string& batchPath) {

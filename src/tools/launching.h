@@ -24,7 +24,8 @@ std::string ScriptCommand(const Session& session, const std::string& programFile
 // temp.bat in JobFolder, runs temp.bat hidden with ToolRunCode, then deletes temp.bat, the answer
 // file and the job's .002. Without a job: "You must first Open or Create a job." and nothing.
 // When either file cannot be written the user is told, naming it, and nothing is run.
-void RunRecpadScript(Session& session);
+// The run's exit code; nothing when it was not run or could not be started.
+std::optional<int> RunRecpadScript(Session& session);
 
 // What temp.bat asks for where there is no command shell: the program of its first line and the
 // file fed to it as standard input, both unquoted (a doubled quote read as one); nothing when the

@@ -7,6 +7,7 @@
 #include "model/fault.h"
 #include "model/text.h"
 #include "parcels/parcel_file.h"
+#include "surveys/raw_records.h"
 #include "viewer/drawing.h"
 #include "viewer/tool_switch.h"
 #include "viewer/view_transform.h"
@@ -21,10 +22,6 @@ constexpr const char* kLinesForm = "frmSelectedLines";
 
 // The shortest text of a coordinate, as the point list shows it.
 std::string Number(double value) { return ShortestText(value); }
-
-std::string RawLineText(const RawFields& f) {
-  return f[1] + " " + f[2] + " " + f[3] + " " + f[4] + " " + f[5] + " " + f[6];
-}
 
 bool ParcelDisplayOn(const Session& s) {
   const ViewChecks& v = s.checks;

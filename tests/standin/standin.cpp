@@ -15,6 +15,10 @@
 // - "twpsplit" writes the region's .COR coordinates into every project's .COR, by identifier;
 // - "twprel", "twpmatch", "mercgrid", "flatten", "descout" write a small .rel, .tmr, .utm, .LX
 //   and .GLD of the job;
+// - "recpad" rebuilds .lsa and .sd from .raw and .sid: .lsa keeps its first section (the control
+//   block) and gets one network line a record, two short sections and the .COR points; .sd gets
+//   one line a control station and then one line a record with the error estimates of the
+//   record's survey;
 // - "exitcode" ends with exit code 3;
 // - any other name writes nothing more.
 //
@@ -350,6 +354,78 @@ int Report(const Job& job, const std::string& extension, const std::string& name
   return WriteLines(job.Dataset(extension), {name + " " + std::to_string(points.size()) + " POINTS"}) ? 0 : 1;
 }
 
+struct Record {
+  std::string from, to, distance, quadrant, bearing, survey;
+};
+
+// The records of .raw: the lines between "999999" and "999998".
+std::vector<Record> RawRecords(const fs::path& raw) {
+  std::vector<Record> records;
+  bool inRecords = false;
+  for (const auto& line : ReadLines(raw)) {
+    if (!inRecords) {
+      inRecords = Trim(line) == "999999";
+      continue;
+    }
+    if (line == "999998") break;
+    records.push_back({Trim(Mid(line, 1, 6)), Trim(Mid(line, 10, 6)), Trim(Mid(line, 17, 8)), Trim(Mid(line, 27, 1)),
+                       Trim(Mid(line, 31, 8)), Trim(Mid(line, 40))});
+  }
+  return records;
+}
+
+// A row of an .lsa section: the text padded to 79 and the section's flag, "1" on its last row.
+std::string SectionRow(const std::string& text, bool last) { return PadRight(text, 79).substr(0, 79) + (last ? "1" : "0"); }
+
+int Recpad(const Job& job) {
+  const auto raw = job.Existing(".raw");
+  const std::vector<Record> records = raw ? RawRecords(*raw) : std::vector<Record>{};
+  struct Estimates {
+    std::string name, constant, ppm, seconds;
+  };
+  std::vector<Estimates> surveys;
+  if (const auto sid = job.Existing(".sid")) {
+    for (const auto& line : ReadLines(*sid)) {
+      if (Mid(line, 1, 1) != "S") continue;
+      surveys.push_back({Trim(Mid(line, 2, 18)), Trim(Mid(line, 20, 7)), Trim(Mid(line, 27, 8)), Trim(Mid(line, 35, 8))});
+    }
+  }
+  // The control block: the first section of .lsa; .sd opens with one line a station.
+  const auto lsaFile = job.Existing(".lsa");
+  std::vector<std::string> lsa, sd;
+  for (const auto& line : lsaFile ? ReadLines(*lsaFile) : std::vector<std::string>{}) {
+    lsa.push_back(line);
+    sd.push_back(PadRight(Trim(Mid(line, 2, 18)), 14) + "     0.020     0.020");
+    if (!line.empty() && line.back() == '1') break;
+  }
+  for (std::size_t k = 0; k < records.size(); ++k) {
+    const Record& r = records[k];
+    lsa.push_back(SectionRow(PadRight(" " + r.from, 27) + PadRight(r.to, 16) + PadLeft(r.distance, 12) + "  " +
+                                 r.quadrant + PadLeft(r.bearing, 11),
+                             k + 1 == records.size()));
+    Estimates e{r.survey, "?", "?", "?"};
+    for (const auto& s : surveys) {
+      if (s.name == r.survey) e = s;
+    }
+    sd.push_back(PadRight(r.from, 7) + PadRight(r.to, 7) + PadLeft(e.constant, 10) + PadLeft(e.ppm, 10) +
+                 PadLeft(e.seconds, 10) + "  " + r.survey);
+  }
+  if (records.empty()) lsa.push_back(SectionRow(" ", true));
+  lsa.push_back(SectionRow(" section three", true));
+  lsa.push_back(SectionRow(" section four", true));
+  const auto cor = job.Existing(".COR");
+  const auto points = cor ? ReadCor(*cor) : std::vector<Point>{};
+  for (std::size_t k = 0; k < points.size(); ++k) {
+    const Point& p = points[k];
+    lsa.push_back(SectionRow(PadRight(" " + p.id, 28) + PadLeft(Fixed3(p.x), 11) + std::string(13, ' ') +
+                                 PadLeft(Fixed3(p.y), 11),
+                             k + 1 == points.size()));
+  }
+  bool ok = WriteLines(job.Dataset(".lsa"), lsa);
+  ok = WriteLines(job.Dataset(".sd"), sd) && ok;
+  return ok ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -385,6 +461,7 @@ int main(int argc, char** argv) {
   if (name == "desclink") return Desclink(job, jobName);
   if (name == "twpjoin") return Twpjoin(job, folder);
   if (name == "twpsplit") return Twpsplit(job, folder);
+  if (name == "recpad") return Recpad(job);
   if (name == "twprel") return Report(job, ".rel", name);
   if (name == "twpmatch") return Report(job, ".tmr", name);
   if (name == "mercgrid") return Report(job, ".utm", name);

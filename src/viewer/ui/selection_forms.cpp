@@ -126,6 +126,9 @@ SelectedLinesForm::SelectedLinesForm(Session& session, QWidget* parent)
   connect(AddButton("cmdRemoveLine", QStringLiteral("Remove Line")), &QPushButton::clicked, this,
           [this] { LinesRemoveLine(session_, list_->currentRow()); });
   connect(AddButton("cmdCancel", QStringLiteral("Cancel")), &QPushButton::clicked, this, [this] { close(); });
+  // The record editors belong to the survey forms, which connect these two when they install.
+  AddButton("cmdEditLine", QStringLiteral("Edit Line"));
+  AddButton("cmdChangeSID", QStringLiteral("Change SID"));
   connect(AddButton("cmdPrint", QStringLiteral("Print")), &QPushButton::clicked, this, [this] { Print(); });
   auto* popup = new QMenu(this);
   popup->setObjectName(QStringLiteral("mnuPopupRaw"));
