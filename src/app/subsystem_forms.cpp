@@ -1,6 +1,7 @@
 #include "app/subsystem_forms.h"
 
 #include "archives/ui/archive_forms.h"
+#include "calculations/ui/calculation_forms.h"
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
 
@@ -10,6 +11,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   // One line per subsystem form library, in menu order.
   InstallArchivesForms(window, session);
   InstallSubdivisionForms(window, session);
+  InstallCalculationsForms(window, session);
   InstallRegionForms(window, session);
 }
 

@@ -20,9 +20,9 @@ bool UnusedMark(const std::string& text) {
 
 FieldRef At(int line, LineField field) { return {FieldRef::Where::LineField, line, field}; }
 
-// A definition's lines: one, or two for an intersection.
+// The fields of one line of a type 1 or 2 definition, encoded by the line's kind.
 std::array<std::string, 9> Fields(const std::string& f1, const std::string& f2, const LineInput& line,
-                                  AddKind kind, bool typeOne) {
+                                  AddKind kind) {
   std::array<std::string, 9> out;
   out[1] = f1;
   out[2] = Trim(f2);
@@ -51,7 +51,6 @@ std::array<std::string, 9> Fields(const std::string& f1, const std::string& f2, 
       out[8] = DistanceText(line.at(F::Total));
       break;
   }
-  (void)typeOne;
   return out;
 }
 
@@ -244,11 +243,11 @@ std::vector<std::string> DefinitionLines(const DefinitionInput& input) {
   }
   const AddKind kind1 = ChosenKind(input, 0).value_or(AddKind::QuadrantBearing);
   std::vector<std::string> lines = {
-      FormatAddLine(Fields(std::to_string(input.type), input.newPoint, first, kind1, input.type == 1))};
+      FormatAddLine(Fields(std::to_string(input.type), input.newPoint, first, kind1))};
   if (input.type == 2) {
     const AddKind kind2 = ChosenKind(input, 1).value_or(AddKind::QuadrantBearing);
     const std::string type2 = Val(input.newPoint) >= kFirstWorkingPoint ? "0" : "2";
-    lines.push_back(FormatAddLine(Fields(type2, "0", input.lines[1], kind2, false)));
+    lines.push_back(FormatAddLine(Fields(type2, "0", input.lines[1], kind2)));
   }
   return lines;
 }
