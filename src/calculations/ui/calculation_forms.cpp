@@ -70,6 +70,9 @@ void FillList(QListWidget* list, const std::vector<std::string>& entries) {
 
 int ExecDialog(QDialog& dialog) { return dialog.exec(); }
 
+// A text of the lists' rules with its line ends as the widgets want them.
+QString Shown(const std::string& text) { return FromBytes(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+
 constexpr const char* kLineCaptions[2] = {"Line 1", "Line 2"};
 constexpr const char* kFieldCaptions[kLineFields] = {"Point From", "Point To / Q", "Bearing", "Prop. Dist.",
                                                      "Total Dist."};
@@ -334,7 +337,7 @@ void NotWiz2Form::Start(bool line, int index) {
   const bool edit = index >= 0;
   setWindowTitle(edit ? QStringLiteral("Edit definition") : QStringLiteral("New definition"));
   if (line) {
-    prompt->setText(edit ? QStringLiteral("From and To Point Identifiers of line to omit\r\nfrom LXN topology.")
+    prompt->setText(edit ? QStringLiteral("From and To Point Identifiers of line to omit\nfrom LXN topology.")
                          : QStringLiteral("Enter From and To Point Identifiers."));
   } else {
     prompt->setText(edit ? QStringLiteral("Point Identifier of point to not compute.")
@@ -514,7 +517,7 @@ void AddForm::Describe() {
   const int row = definitions->currentRow();
   const Description d = tessel::Describe(session_, session_.calculations.Definitions, row);
   descriptionHeading->setText(FromBytes(d.heading));
-  description->setPlainText(FromBytes(d.text));
+  description->setPlainText(Shown(d.text));
 }
 
 void AddForm::New() {
@@ -557,8 +560,8 @@ void AddForm::ShowStatus() {
     return;
   }
   const DefinitionSpan span = SpanOf(session_.calculations.Definitions, row);
-  description->setPlainText(FromBytes(
-      DefinitionStatus(session_, session_.calculations.Definitions[static_cast<std::size_t>(span.first)])));
+  description->setPlainText(
+      Shown(DefinitionStatus(session_, session_.calculations.Definitions[static_cast<std::size_t>(span.first)])));
 }
 
 void AddForm::MultiDelete() {
