@@ -13,6 +13,8 @@
 #include <unistd.h>
 
 #include "archives/apd_import.h"
+#include "calculations/calculation_files.h"
+#include "calculations/computing.h"
 #include "calculations/note_file.h"
 #include "datasets/coordinate_files.h"
 #include "datasets/identity.h"
@@ -84,6 +86,25 @@ void LoadEverySurvey(Session& s) {
     form.ticked.fill(true);
     (void)SidBlockText(s, form);
   }
+// The calculation lists read, and every entry described, taken into the editor and written
+// again as the editor would.
+void ReadCalculationLists(Session& s) {
+  LoadCalculationLists(s);
+  const std::vector<std::string>& list = s.calculations.Definitions;
+  for (int k = 0; k < static_cast<int>(list.size()); ++k) {
+    (void)Describe(s, list, k);
+    const DefinitionSpan span = SpanOf(list, k);
+    DefinitionInput input = InputFromLines(s, {list.begin() + span.first, list.begin() + span.behind});
+    (void)CheckDefinition(input);
+    (void)DefinitionLines(input);
+    (void)DeletePrompt(list, k);
+  }
+  (void)MarkRange(list, kRangeStartDefault, kRangeEndDefault);
+}
+
+// The status of a few definitions of every type from the job's .sub.
+void ReadSubStatus(Session& s) {
+  for (const char* entry : {" 1 100200", " 2 950100", " 3 100100 100200", ""}) (void)DefinitionStatus(s, entry);
 }
 
 struct Target {

@@ -2,6 +2,7 @@
 
 #include "archives/ui/archive_forms.h"
 #include "help/ui/help_forms.h"
+#include "calculations/ui/calculation_forms.h"
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
 #include "parcels/ui/parcel_forms.h"
@@ -15,6 +16,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   InstallHelpForms(window, session);
   InstallArchivesForms(window, session);
   InstallSubdivisionForms(window, session);
+  InstallCalculationsForms(window, session);
   InstallRegionForms(window, session);
   InstallParcelsForms(window, session);
   InstallSurveysForms(window, session);

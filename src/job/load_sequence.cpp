@@ -185,6 +185,7 @@ bool FileClose(Session& session) {
   if (session.display) session.display->ClearCanvas();
   ClearStores(session);
   session.notes.Clear();
+  session.calculations.Clear();
   session.view.Reset();
   Step(session, [&] { RemoveSupportFiles(session); });
   session.user.Status(1, kStatusClosed);

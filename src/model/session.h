@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "model/note_lines.h"
+#include "model/calculation_lists.h"
+#include "model/point_picks.h"
 #include "model/config.h"
 #include "model/control_store.h"
 #include "model/display.h"
@@ -66,6 +68,8 @@ struct Session {
   ParcelStore parcels;
   RawPolygonStore polygons;
   SectionDefinitionStore sectionDefinitions;
+  // The post-adjustment calculation lists of frmADD.
+  CalculationLists calculations;
   // The region console and its boundary match test.
   RegionState region;
 
@@ -75,6 +79,8 @@ struct Session {
   // One counter for all pick tools.
   std::int16_t SelectionCount = 0;
   Selection selection;
+  // The open dialogs that take a point picked on the canvas.
+  PointPickDispatcher pointPicks;
 
   // A dataset of the job: JobBase followed by the extension, found in whatever case it exists.
   std::string DatasetPath(std::string_view extension) const;

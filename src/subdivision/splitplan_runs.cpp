@@ -1,5 +1,6 @@
 #include "subdivision/splitplan_runs.h"
 
+#include "calculations/calculation_files.h"
 #include "model/fault.h"
 #include "model/paths.h"
 #include "model/text.h"
@@ -120,6 +121,8 @@ void RunSectionScript(Session& session, const std::vector<std::string>& answers)
   RunWithBusyPointer(session, answers);
 }
 
-void ReloadCalculationLists(Session& session) { (void)session; }
+void ReloadCalculationLists(Session& session) {
+  if (!session.JobBase.empty()) LoadCalculationLists(session);
+}
 
 }  // namespace tessel

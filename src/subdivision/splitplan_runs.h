@@ -55,9 +55,8 @@ void ComputeSubdivision(Session& session);
 // The section dialog's "AutoIRR", "No Subdivision" and "3 Mile": the run under the busy pointer.
 void RunSectionScript(Session& session, const std::vector<std::string>& answers);
 
-// Rereads the post-adjustment calculation lists after splitplan has added to them. The lists are
-// not held in memory yet, so there is nothing to reread: this is the one place their reload
-// will go.
+// Rereads the post-adjustment calculation lists after splitplan has added to them (with a job
+// open), so that an open frmADD shows the new entries.
 void ReloadCalculationLists(Session& session);
 
 }  // namespace tessel

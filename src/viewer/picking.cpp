@@ -51,7 +51,10 @@ void PickPoint(Session& s, int i, bool report) {
   const std::string y = Number(s.points.PointY(i)), x = Number(s.points.PointX(i));
   sel.PointList.push_back(s.points.PointIds(i) + "    " + y + "     " + x);
   StepOver([&] { sel.SelectedPoints.at(s.SelectionCount) = i; });
-  if (report && sel.PointPickActive) sel.PickedPointId = s.points.PointIds(i);
+  if (report && sel.PointPickActive) {
+    sel.PickedPointId = s.points.PointIds(i);
+    s.pointPicks.Offer(sel.PickedPointId);
+  }
   s.user.ListChanged(kPointsForm);
   RemoveDuplicatePoints(s);
   RemapSelectedPoints(s);

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QEventLoop>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <memory>
 
 #include "model/config.h"
 #include "model/dialog_memory.h"
@@ -82,9 +84,48 @@ QHBoxLayout* WizardButtons(QDialog* wizard, std::function<bool()> finish) {
 
 constexpr const char* kSectionPrompt = "Section number or NOMGRID center of section ID";
 
-int ExecDialog(QDialog& dialog) { return dialog.exec(); }
+int ExecDialog(QDialog& dialog) { return RunWithCanvasLive(dialog); }
 
 }  // namespace
+
+int RunWithCanvasLive(QDialog& dialog) {
+  dialog.setWindowModality(Qt::NonModal);
+  QEventLoop loop;
+  QObject::connect(&dialog, &QDialog::finished, &loop, &QEventLoop::quit);
+  dialog.show();
+  dialog.raise();
+  loop.exec();
+  return dialog.result();
+}
+
+QPushButton* PickButton(QWidget* parent, Session& session) {
+  auto* button = new QPushButton(QStringLiteral("+"), parent);
+  button->setObjectName(QStringLiteral("cmdPick"));
+  button->setToolTip(QString::fromLatin1(kStatusSelectPoint));
+  button->setCheckable(true);
+  button->setChecked(session.selection.PointPickActive);
+  button->setMaximumWidth(28);
+  QObject::connect(button, &QPushButton::toggled, button, [&session](bool on) { SetPointPick(session, on); });
+  return button;
+}
+
+PickRegistration::PickRegistration(Session& session, PickTarget target)
+    : session_(session), handle_(session.pointPicks.Register(std::move(target))) {}
+
+PickRegistration::~PickRegistration() {
+  session_.pointPicks.Unregister(handle_);
+  if (session_.pointPicks.Empty() && session_.selection.PointPickActive) SetPointPick(session_, false);
+}
+
+PickField FieldOf(QLineEdit* edit) {
+  return {ToBytes(edit->text()), [edit](const std::string& id) { edit->setText(FromBytes(id)); }};
+}
+
+void BringToFront(QWidget* widget) {
+  widget->show();
+  widget->raise();
+  widget->activateWindow();
+}
 
 void PaintShade(QPushButton* button, Shade shade) {
   int number = -1;
@@ -374,12 +415,18 @@ DefinitionTypeWizard::DefinitionTypeWizard(QWidget* parent) : QDialog(parent) {
 
 int DefinitionTypeWizard::Choice() const { return choices_->checkedId(); }
 
-void RunDefinitionWizard(Session& session, QWidget* parent, const DialogRunner& run) {
+void RunDefinitionWizard(Session& session, QWidget* parent, const DialogRunner& run,
+                         const std::function<void(int type)>& openDefinition) {
   for (;;) {
     DefinitionTypeWizard first(parent);
     if (run(first) != QDialog::Accepted) return;
     int result = QDialog::Rejected;
     switch (first.Choice()) {
+      case 0:
+      case 1:
+      case 2:
+        if (openDefinition) openDefinition(first.Choice() + 1);
+        return;
       case 3: {
         MinorWizard wizard(session, parent);
         result = run(wizard);
@@ -437,6 +484,7 @@ SectionDialogForm::SectionDialogForm(Session& session, QWidget* parent)
     ++at;
     const std::string name = c.name;
     connect(b, &QPushButton::clicked, this, [this, name] {
+      if (busy_) return;
       const int s = form_.section;
       if (name == "cmdSave") {
         const IrrSaveResult result = SaveSection(session_, s);
@@ -498,16 +546,46 @@ void SectionDialogForm::Popup(int position) {
   menu.exec(QCursor::pos());
 }
 
+namespace {
+
+// A dialog of frmIRR that takes picked points: its pick button in the last row, and its place
+// among the dialogs for as long as it runs.
+std::unique_ptr<PickRegistration> Pickable(Session& session, QDialog& dialog, PickDialog kind, WhenFull whenFull,
+                                           std::function<std::vector<PickField>()> fields) {
+  if (auto* box = qobject_cast<QBoxLayout*>(dialog.layout())) {
+    auto* row = new QHBoxLayout;
+    row->addWidget(new QLabel(QStringLiteral("Pick a point on the map:"), &dialog));
+    row->addWidget(PickButton(&dialog, session));
+    row->addStretch();
+    box->insertLayout(box->count() - 1, row);
+  }
+  PickTarget target;
+  target.dialog = kind;
+  target.whenFull = whenFull;
+  target.fields = std::move(fields);
+  target.raise = [&dialog] { BringToFront(&dialog); };
+  return std::make_unique<PickRegistration>(session, std::move(target));
+}
+
+}  // namespace
+
 void SectionDialogForm::RunEntry(const std::string& entry, int position) {
-  if (!PopupEnabled(entry, position)) return;
+  if (busy_ || !PopupEnabled(entry, position)) return;
+  busy_ = true;
   form_.position = position;
   if (entry == "mnuIRRSubstitution") {
     SubstituteDialog dialog(FromBytes(SubstitutionLabel(form_, position)),
                             FromBytes(IdText(NominalId(form_.section, position))), this);
+    // "Point ID" takes the point whether empty or not.
+    const auto picks = Pickable(session_, dialog, PickDialog::SubstitutePointId, WhenFull::LastTakes,
+                                [&dialog] { return std::vector<PickField>{{"x", FieldOf(dialog.field).set}}; });
     if (runDialog(dialog) == QDialog::Accepted) ApplySubstitution(session_, form_, position, Text(dialog.field));
   } else if (entry == "mnuIRRDoubleCorner") {
     DoubleCornerDialog dialog(FromBytes(DoubleCornerHeading(form_, position)),
                               DoubleCornerPrefill(session_, form_, position), this);
+    const auto picks = Pickable(session_, dialog, PickDialog::DoubleCorner, WhenFull::LastTakes, [&dialog] {
+      return std::vector<PickField>{FieldOf(dialog.points[0]), FieldOf(dialog.points[1])};
+    });
     const int result = runDialog(dialog);
     if (result == QDialog::Accepted) ApplyDoubleCorner(session_, form_, position, dialog.Rows());
     if (result == DoubleCornerDialog::kDeleted) DeleteDoubleCorner(session_, form_, position);
@@ -525,8 +603,19 @@ void SectionDialogForm::RunEntry(const std::string& entry, int position) {
   } else if (entry == "mnuIRRCenter" || entry == "mnuIRRQuarterCenter") {
     IntersectDialog dialog(FromBytes(IntersectHeading(form_, position)), IntersectPrefill(session_, form_, position),
                            this);
+    // The eight fields in order, those shown for the chosen types.
+    const auto picks = Pickable(session_, dialog, PickDialog::Intersect, WhenFull::Dropped, [&dialog] {
+      std::vector<PickField> fields;
+      for (const auto& line : dialog.fields) {
+        for (QLineEdit* field : line) {
+          if (!field->isHidden()) fields.push_back(FieldOf(field));
+        }
+      }
+      return fields;
+    });
     if (runDialog(dialog) == QDialog::Accepted) ApplyIntersect(session_, form_, position, dialog.Pair());
   }
+  busy_ = false;
   Refresh();
 }
 

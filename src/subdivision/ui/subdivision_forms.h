@@ -33,6 +33,33 @@ void PaintShade(QPushButton* button, Shade shade);
 // How the forms run a modal dialog; tests replace it to fill the dialog and answer.
 using DialogRunner = std::function<int(QDialog&)>;
 
+// Runs a dialog to its end while the canvas stays live, so that points can be picked into it:
+// the dialog is shown without modality and a local event loop waits for it.
+int RunWithCanvasLive(QDialog& dialog);
+
+// The small button beside a dialog's fields that switches picking points on the canvas on and
+// off ("Select a point" / "Pan/Zoom").
+QPushButton* PickButton(QWidget* parent, Session& session);
+
+// A dialog's place among those taking picked points, for as long as it lives; the last to go
+// switches picking off.
+class PickRegistration {
+ public:
+  PickRegistration(Session& session, PickTarget target);
+  ~PickRegistration();
+  PickRegistration(const PickRegistration&) = delete;
+  PickRegistration& operator=(const PickRegistration&) = delete;
+
+ private:
+  Session& session_;
+  int handle_;
+};
+
+// A picked-point field of a line edit.
+PickField FieldOf(QLineEdit* edit);
+// Raises a dialog to the front.
+void BringToFront(QWidget* widget);
+
 // frmSubPtId, "Substitute Point Identifier".
 class SubstituteDialog : public QDialog {
   Q_OBJECT
@@ -123,9 +150,11 @@ class DefinitionTypeWizard : public QDialog {
   QButtonGroup* choices_;
 };
 
-// Runs frmADDWiz1 and the wizard chosen on it. The first three choices belong to the
-// post-adjustment definition form, which is not here yet: they end the wizard.
-void RunDefinitionWizard(Session& session, QWidget* parent, const DialogRunner& run);
+// Runs frmADDWiz1 and the wizard chosen on it. The first three choices go on to the
+// post-adjustment definition form with the type chosen (1 traverse or proportion, 2 intersection,
+// 3 connecting line), through `openDefinition`.
+void RunDefinitionWizard(Session& session, QWidget* parent, const DialogRunner& run,
+                         const std::function<void(int type)>& openDefinition);
 
 // frmIRR: the section dialog.
 class SectionDialogForm : public QDialog {
@@ -148,6 +177,8 @@ class SectionDialogForm : public QDialog {
   void Popup(int position);
   Session& session_;
   SectionForm form_;
+  // A dialog of a position is open: the popup and buttons wait for it.
+  bool busy_ = false;
   std::array<QPushButton*, 26> buttons_{};
   std::array<QLabel*, 26> labels_{};
 };
