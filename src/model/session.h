@@ -21,6 +21,7 @@
 #include "model/parcel_store.h"
 #include "model/survey_store.h"
 #include "model/section_definitions.h"
+#include "model/cama_store.h"
 
 namespace tessel {
 
@@ -66,6 +67,8 @@ struct Session {
   ParcelStore parcels;
   RawPolygonStore polygons;
   SectionDefinitionStore sectionDefinitions;
+  // The assessor linking's tables.
+  CamaStore cama;
   // The region console and its boundary match test.
   RegionState region;
 
