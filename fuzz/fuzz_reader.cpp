@@ -14,6 +14,9 @@
 
 #include "archives/apd_import.h"
 #include "calculations/note_file.h"
+#include "cama/cama_import.h"
+#include "cama/link_chain.h"
+#include "cama/manual_link.h"
 #include "datasets/coordinate_files.h"
 #include "datasets/identity.h"
 #include "datasets/line_files.h"

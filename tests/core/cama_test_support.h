@@ -44,4 +44,10 @@ inline std::string PadTo(std::string text, std::size_t width) {
   return text;
 }
 
+// Line a of a .mtc group: X from column 25, Y in the next print zone.
+inline std::string PointLine(const std::string& x, const std::string& y) {
+  const std::string first = "Parcel area point(X,Y)= " + x;
+  return PadTo(first, (first.size() / 14 + 1) * 14) + y;
+}
+
 }  // namespace tessel::test
