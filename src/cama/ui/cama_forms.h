@@ -55,7 +55,6 @@ class CamaParcelForm : public QWidget {
   void showEvent(QShowEvent* event) override;
 
  private:
-  int TestingRow() const;
   void ShowLabels();
 
   Session& session_;
