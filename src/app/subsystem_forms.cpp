@@ -3,6 +3,7 @@
 #include "archives/ui/archive_forms.h"
 #include "help/ui/help_forms.h"
 #include "calculations/ui/calculation_forms.h"
+#include "cama/ui/cama_forms.h"
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
 #include "parcels/ui/parcel_forms.h"
@@ -20,6 +21,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   InstallRegionForms(window, session);
   InstallParcelsForms(window, session);
   InstallSurveysForms(window, session);
+  InstallCamaForms(window, session);
 }
 
 }  // namespace tessel

@@ -6,6 +6,9 @@
 //                       [--tool-folder DIR]
 //   tessel-batch apd-import PATH.def [--tool-folder DIR]
 //   tessel-batch region-test REGION.def [--tolerance T] [--pretty]
+//   tessel-batch cama-import PATH.def DATABASE [--code CODE] [--append]
+//   tessel-batch cama-link PATH.def [--tool-folder DIR]
+//   tessel-batch cama-unused PATH.def
 //
 // dump and render open the job as File Open does (identity, TEMP.JOB, support files, every
 // reader in order, the first drawing) and close it again as Close does. dump prints the stores as
@@ -13,6 +16,9 @@
 // prints the irregular sections of the job's .irr as one JSON object, without opening the job.
 // apd-import runs the APD wizard's Finish on the project: it prints the file list, the progress
 // texts and the closing message, and ends with 0 when the import ran to its end.
+// cama-import appends the township's rows of an assessor's database to the job's .cama,
+// cama-link runs the link chain on the opened job, and cama-unused reports the CAMA records no
+// link carries after loading .mtc; their messages go to standard error.
 
 #include <algorithm>
 #include <cstdlib>
@@ -25,6 +31,7 @@
 
 #include "archives/apd_import.h"
 #include "batch/batch_session.h"
+#include "batch/cama_commands.h"
 #include "batch/irr_dump.h"
 #include "batch/job_dump.h"
 #include "batch/region_test.h"
@@ -40,7 +47,8 @@ namespace {
 constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
     "[--size WxH] [--layers a,b,...] [--background 1|2] | apd-import PATH.def | region-test REGION.def "
-    "[--tolerance T] [--pretty]; all but irr take "
+    "[--tolerance T] [--pretty] | cama-import PATH.def DATABASE [--code CODE] [--append] | cama-link PATH.def | "
+    "cama-unused PATH.def; all but irr take "
     "[--tool-folder DIR]";
 
 int Fail(const std::string& message) {
@@ -54,6 +62,8 @@ struct Arguments {
   std::string toolFolder;
   bool pretty = false;
   std::optional<std::string> size, layers, background, tolerance;
+  std::optional<std::string> code;
+  bool append = false;
 };
 
 std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::string& programFolder) {
@@ -70,6 +80,8 @@ std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::
     else if (arg == "--layers" && hasValue) a.layers = args[++i];
     else if (arg == "--background" && hasValue) a.background = args[++i];
     else if (arg == "--tolerance" && hasValue) a.tolerance = args[++i];
+    else if (arg == "--code" && hasValue) a.code = args[++i];
+    else if (arg == "--append") a.append = true;
     else if (arg.starts_with("--")) return std::nullopt;
     else a.positional.push_back(arg);
   }
@@ -194,6 +206,16 @@ int main(int argc, char** argv) {
     return tessel::RunIrrCommand(a->positional[0]);
   }
   if (a->command == "region-test") return RegionTestCommand(*a);
+  if (a->command.starts_with("cama-")) {
+    const bool import = a->command == "cama-import";
+    if (a->positional.size() != (import ? 2u : 1u) || a->pretty || a->size || a->layers || a->background ||
+        a->tolerance || (!import && (a->code || a->append))) {
+      return Fail(kUsage);
+    }
+    if (import) return tessel::RunCamaImport(a->positional[0], a->positional[1], a->code, a->append, a->toolFolder);
+    if (a->command == "cama-link") return tessel::RunCamaLink(a->positional[0], a->toolFolder);
+    if (a->command == "cama-unused") return tessel::RunCamaUnused(a->positional[0], a->toolFolder);
+  }
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else

@@ -23,6 +23,7 @@
 #include "model/parcel_store.h"
 #include "model/survey_store.h"
 #include "model/section_definitions.h"
+#include "model/cama_store.h"
 
 namespace tessel {
 
@@ -70,6 +71,8 @@ struct Session {
   SectionDefinitionStore sectionDefinitions;
   // The post-adjustment calculation lists of frmADD.
   CalculationLists calculations;
+  // The assessor linking's tables.
+  CamaStore cama;
   // The region console and its boundary match test.
   RegionState region;
 

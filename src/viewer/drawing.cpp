@@ -3,6 +3,7 @@
 #include <cmath>
 #include <optional>
 
+#include "cama/link_chain.h"
 #include "model/fault.h"
 #include "datasets/identity.h"
 #include "parcels/ring_ids.h"
@@ -167,6 +168,8 @@ void DrawSelectionMarks(Painter& p) {
   for (std::size_t i = 0; i < sel.ParcelList.size(); ++i) {
     p.c.SetPenWidth(3 * p.cfg.PtSizeCor);
     const int parcel = sel.SelectedParcels.get(static_cast<int>(i));
+    // With the CAMA plot on, the list holds link records.
+    if (v.mnuViewCama) p.c.Dot(s.cama.LinkX.get(parcel), s.cama.LinkY.get(parcel), kYellow);
     if (parcelsShown) p.c.Dot(s.parcels.ParcelX.get(parcel), s.parcels.ParcelY.get(parcel), kRed);
   }
   p.c.SetPenWidth(1);
@@ -253,6 +256,7 @@ void RefreshView(Session& s) {
   if (v.mnuOptionsParcelBrief) Layer([&] { DrawParcels(p, ParcelLabel::Brief); });
   if (v.mnuOptionsParcelDetail) Layer([&] { DrawParcels(p, ParcelLabel::Detailed); });
   if (v.mnuOptionsParcelFull) Layer([&] { DrawParcels(p, ParcelLabel::Full); });
+  if (v.mnuViewCama) Layer([&] { DrawLinkPoints(s); });
   if (v.mnuViewRPO) {
     Layer([&] { DrawRawPolygons(p); });
     Layer([&] { DrawHiddenLines(p); });
@@ -268,8 +272,10 @@ void RefreshViewAfterExtents(Session& s) {
   RefreshView(s);
 }
 
-void DrawParcelRing(Session& s, const std::string& ring) {
-  s.canvas.SetPenWidth(3);
+void DrawParcelRing(Session& s, const std::string& ring) { DrawParcelRing(s, ring, 3); }
+
+void DrawParcelRing(Session& s, const std::string& ring, int penWidth) {
+  s.canvas.SetPenWidth(penWidth);
   const unsigned colour = s.config.BackgroundMode == 2 ? kYellow : kRed;
   const std::vector<std::string> ids = RingOutlineIds(ring);
   for (std::size_t k = 1; k < ids.size(); ++k) {
@@ -277,6 +283,13 @@ void DrawParcelRing(Session& s, const std::string& ring) {
     const double x1 = s.points.PointX(a), y1 = s.points.PointY(a), x2 = s.points.PointX(b), y2 = s.points.PointY(b);
     if (x1 != 0 && y1 != 0 && x2 != 0 && y2 != 0) s.canvas.Line(x1, y1, x2, y2, colour);
   }
+  s.canvas.SetPenWidth(1);
+}
+
+void DrawLinkPoints(Session& s) {
+  const CamaStore& c = s.cama;
+  s.canvas.SetPenWidth(4);
+  for (int r = 1; r <= c.LinkCount; ++r) s.canvas.Dot(c.LinkX.get(r), c.LinkY.get(r), LinkCanvasColour(c.LinkColor.get(r)));
   s.canvas.SetPenWidth(1);
 }
 

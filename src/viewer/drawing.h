@@ -32,6 +32,11 @@ void MarkRawLine(Session& session, int line);
 
 // Outlines one parcel's ring of 7-column point fields.
 void DrawParcelRing(Session& session, const std::string& ring);
+// The same with another pen width.
+void DrawParcelRing(Session& session, const std::string& ring, int penWidth);
+
+// The link records of the CAMA linking, one wide dot each in its link colour.
+void DrawLinkPoints(Session& session);
 
 // The viewer as the load sequence sees it.
 class Viewer : public Display {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cama/link_chain.h"
+#include "cama/manual_link.h"
 #include "model/config.h"
 #include "model/fault.h"
 #include "model/text.h"
@@ -83,6 +85,22 @@ void PickParcel(Session& s, int i) {
   s.user.Status(2, std::to_string(s.SelectionCount) + " Parcel(s) Selected");
 }
 
+// Steps 1, 3, 4 and 5 of a parcel pick on link record i, marked yellow; the list text is the
+// link text at the parcel index of entry i, as the tool has always shown it.
+void PickLinkRecord(Session& s, int i) {
+  Selection& sel = s.selection;
+  sel.ClickedParcelY = s.cama.LinkY.get(i);
+  sel.ClickedParcelX = s.cama.LinkX.get(i);
+  sel.ParcelList.push_back(s.cama.LinkGeocode.get(s.parcels.ParcelIdx.get(i)));
+  s.user.SetEnabled("frmTesting/cmdRemoveItem", true);
+  s.user.SetEnabled("frmTesting/cmdClearAll", true);
+  s.user.ListChanged(kParcelsForm);
+  StepOver([&] { sel.SelectedParcels.at(s.SelectionCount) = static_cast<std::int16_t>(i); });
+  MarkDot(s, s.cama.LinkX.get(i), s.cama.LinkY.get(i), kYellow);
+  s.SelectionCount = Add16(s.SelectionCount, 1);
+  s.user.Status(2, std::to_string(s.SelectionCount) + " Parcel(s) Selected");
+}
+
 // The location commands work only on parcels at one and the same place.
 void CheckSameLocation(Session& s, bool includingAttributesMenu) {
   if (s.SelectionCount <= 1) return;
@@ -144,6 +162,13 @@ void PickParcelsByClick(Session& s, const HitWindow& hw, bool left, float x, flo
       s.user.SetEnabled("mnuPopupParcelMoveCentroid", true);
       s.user.SetEnabled("mnuAttributesMoveCentroid", true);
       StepOver([&] { PickParcel(s, i); });
+    }
+  }
+  // With the CAMA plot on, the link records as last loaded are picked the same way.
+  if (left && s.checks.mnuViewCama) {
+    for (int i = 1; i <= s.cama.LinkLoadedCount; ++i) {
+      if (!hw.Hits(kPointTolerance, x, y, s.cama.LinkX.get(i), s.cama.LinkY.get(i))) continue;
+      StepOver([&] { PickLinkRecord(s, i); });
     }
   }
   CheckSameLocation(s, true);
@@ -286,6 +311,7 @@ void PickMouseUp(Session& s, bool left, bool shift, float x0, float y0, float x,
       break;
     case ToolMode::MoveParcel:
       if (shift && !s.checks.mnuViewCama) StepOver([&] { MoveParcelLocation(s, x, y); });
+      if (shift && s.checks.mnuViewCama) StepOver([&] { MoveLinkPoint(s, x, y); });
       break;
     default: break;
   }
@@ -387,6 +413,15 @@ void ParcelsClearAll(Session& s) {
 
 void ParcelsClicked(Session& s, int index) {
   if (index < 0 || index >= static_cast<int>(s.selection.ParcelList.size())) return;
+  if (s.checks.mnuViewCama) {
+    // The list holds link records: their CAMA record in frmCama, their ring and point marked.
+    const int link = CamaListClicked(s, index);
+    Redraw(s);
+    DrawParcelRing(s, s.cama.LinkChain.get(link), 2);
+    s.canvas.Circle(s.cama.LinkX.get(link), s.cama.LinkY.get(link), 120, LinkCanvasColour(kLinkRed));
+    s.canvas.SetPenWidth(1);
+    return;
+  }
   Redraw(s);
   const int parcel = s.selection.SelectedParcels.get(index);
   DrawParcelRing(s, s.parcels.ParcelRing.get(parcel));
