@@ -21,6 +21,7 @@
 #include "model/parcel_store.h"
 #include "model/survey_store.h"
 #include "model/section_definitions.h"
+#include "model/tool_log.h"
 
 namespace tessel {
 
@@ -75,6 +76,8 @@ struct Session {
   // One counter for all pick tools.
   std::int16_t SelectionCount = 0;
   Selection selection;
+  // Every launch of this session, filled by the process port.
+  ToolLog toolLog;
 
   // A dataset of the job: JobBase followed by the extension, found in whatever case it exists.
   std::string DatasetPath(std::string_view extension) const;
