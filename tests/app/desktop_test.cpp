@@ -142,7 +142,7 @@ class DesktopTest : public QObject {
     QVERIFY(points && points->isVisible());
     const QRect menu(W().menuBar()->mapToGlobal(QPoint(0, 0)), W().menuBar()->size());
     QVERIFY2(!points->frameGeometry().intersects(menu),
-             qPrintable(QStringLiteral("form at %1,%2").arg(points->x()).arg(points->y())));
+             qPrintable(QStringLiteral("form at %1,%2 frame %3 menu %4,%5 %6x%7 main %8").arg(points->x()).arg(points->y()).arg(points->frameGeometry().y()).arg(menu.x()).arg(menu.y()).arg(menu.width()).arg(menu.height()).arg(W().geometry().y())));
   }
 
   void theWheelZoomsAboutThePointer() {

@@ -1,4 +1,4 @@
-// The README's screenshot: the sample job in the main window, maximised on the screen it is given
+// The README's screenshot: the sample job in the main window, filling the screen it is given
 // (scripts/screenshot.sh runs it under Xvfb at 1600x1000), written as a PNG.
 //
 //   tessel_screenshot <samples folder> <out.png>
@@ -26,7 +26,12 @@ int main(int argc, char** argv) {
     if (!QFile::copy(samples.filePath(name), jobs.filePath(name))) return 1;
   }
   tessel::ViewWindow window(tools.path());
-  window.showMaximized();
+  // Without a window manager nothing maximises a window: it is held at the screen's size instead.
+  if (const QScreen* screen = window.screen()) {
+    window.setGeometry(screen->availableGeometry());
+    window.setFixedSize(screen->availableGeometry().size());
+  }
+  window.show();
   window.Load();
   tessel::OpenJob(window.session(), jobs.filePath(QStringLiteral("T12NR04E.def")).toStdString(), "T12NR04E.def");
   window.findChild<QAction*>(QStringLiteral("mnuViewScaleBar"))->trigger();

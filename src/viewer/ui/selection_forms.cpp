@@ -68,7 +68,9 @@ void SelectionForm::showEvent(QShowEvent* event) {
     // The first time: beside the main window, below its menu bar.
     auto* frame = qobject_cast<QMainWindow*>(main);
     const int menuHeight = frame && frame->menuWidget() ? frame->menuWidget()->height() : 0;
-    setGeometry(BesideMain(main->frameGeometry(), main->geometry().top() + menuHeight, size()));
+    // The place is of the outer frame; the form's own frame is taken to be as the main window's.
+    const QPoint border = main->geometry().topLeft() - main->frameGeometry().topLeft();
+    setGeometry(BesideMain(main->frameGeometry(), main->geometry().top() + menuHeight, size()).translated(border));
   }
   QWidget::showEvent(event);
 }
