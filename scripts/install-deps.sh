@@ -3,7 +3,7 @@
 set -euo pipefail
 
 # clang-14 and its runtime build the sanitizer tests and the libFuzzer targets.
-packages=(g++ cmake ninja-build qt6-base-dev libgl-dev nlohmann-json3-dev libgtest-dev libzip-dev zip unzip
+packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev nlohmann-json3-dev libgtest-dev libzip-dev zip unzip
           xvfb xauth
           clang-14 libclang-rt-14-dev)
 missing=()

@@ -2,6 +2,10 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
+#include <cmath>
+
+#include "viewer/view_transform.h"
 
 namespace tessel {
 
@@ -58,14 +62,68 @@ void CanvasWidget::SetColours(unsigned back, unsigned fore) {
   setPalette(palette);
 }
 
+void CanvasWidget::PanPreview(QPoint offset) {
+  if (!panning_) {
+    panPicture_ = Picture();
+    panning_ = true;
+  }
+  panOffset_ = offset;
+  update();
+}
+
+void CanvasWidget::EndPanPreview() {
+  if (!panning_) return;
+  panning_ = false;
+  panPicture_ = QImage();
+  update();
+}
+
+void CanvasWidget::PaintOn(QPaintDevice* device) {
+  canvas_.SetDevice(device);
+  paintingElsewhere_ = true;
+}
+
+void CanvasWidget::EndPaintOn() {
+  canvas_.SetDevice(&image_);
+  paintingElsewhere_ = false;
+  Changed();
+}
+
+void CanvasWidget::ShowScaleBar(bool on) {
+  scaleBar_ = on;
+  update();
+}
+
+void CanvasWidget::DrawScaleBar(QPainter& painter) {
+  const double across = std::fabs(ToWorld(QPointF(width(), 0)).x() - ToWorld(QPointF(0, 0)).x());
+  const double length = ScaleBarLength(across);
+  if (length <= 0.0 || width() <= 0) return;
+  const int pixels = static_cast<int>(std::lround(length / across * width()));
+  const QColor ink = ColourOf(canvas_.fore());
+  const int x = 12, y = height() - 14;
+  painter.setPen(QPen(ink, 2));
+  painter.drawLine(x, y, x + pixels, y);
+  painter.drawLine(x, y - 5, x, y + 3);
+  painter.drawLine(x + pixels, y - 5, x + pixels, y + 3);
+  painter.drawText(QPointF(x + pixels + 6, y + 4), QString::fromStdString(ScaleBarText(length)));
+}
+
 void CanvasWidget::paintEvent(QPaintEvent*) {
   updatePending_ = false;
-  canvas_.Flush();
+  // While a page is being printed the window keeps showing its last picture.
+  if (!paintingElsewhere_) canvas_.Flush();
   QPainter painter(this);
-  painter.drawImage(0, 0, image_);
+  if (panning_) {
+    painter.fillRect(rect(), ColourOf(canvas_.back()));
+    painter.drawImage(panOffset_, panPicture_);
+  } else {
+    painter.drawImage(0, 0, image_);
+  }
+  if (scaleBar_) DrawScaleBar(painter);
 }
 
 void CanvasWidget::resizeEvent(QResizeEvent*) {
+  if (paintingElsewhere_) return;
   canvas_.Flush();
   QImage fresh(size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
   fresh.fill(ColourOf(canvas_.back()));
@@ -83,6 +141,15 @@ void CanvasWidget::mouseMoveEvent(QMouseEvent* event) { emit mouseMoved(event->b
 
 void CanvasWidget::mouseReleaseEvent(QMouseEvent* event) {
   emit mouseReleased(event->button(), ToWorld(event->position()));
+}
+
+void CanvasWidget::wheelEvent(QWheelEvent* event) {
+  // One notch is 120; a fine wheel's parts add up to whole notches.
+  wheelAngle_ += event->angleDelta().y();
+  const int steps = wheelAngle_ / 120;
+  wheelAngle_ -= steps * 120;
+  if (steps != 0) emit wheeled(steps, ToWorld(event->position()));
+  event->accept();
 }
 
 void CanvasWidget::mouseDoubleClickEvent(QMouseEvent* event) { emit doubleClicked(ToWorld(event->position())); }

@@ -19,8 +19,20 @@ class CanvasWidget : public QWidget, public CanvasPort {
 
   // World coordinates of a point of the widget.
   QPointF ToWorld(QPointF widgetPoint) const { return canvas_.ToWorld(widgetPoint); }
+  // Device pixel of a world point.
+  QPointF ToPixel(double x, double y) const { return canvas_.ToDevice(x, y); }
   // The picture as it stands.
   QImage Picture();
+  // While a drag pan goes on the picture as it was at the press follows the pointer by `offset`
+  // pixels; ending it shows the picture itself again.
+  void PanPreview(QPoint offset);
+  void EndPanPreview();
+  // Painting goes to `device` (a printer's page) until EndPaintOn, which finishes the page and
+  // paints on the window's picture again.
+  void PaintOn(QPaintDevice* device);
+  void EndPaintOn();
+  // A scale bar in job units at the lower left, over the picture.
+  void ShowScaleBar(bool on);
 
   void Clear() override;
   void Dot(double x, double y, unsigned colour) override;
@@ -34,12 +46,15 @@ class CanvasWidget : public QWidget, public CanvasPort {
   void SetScale(double left, double top, double width, double height) override {
     canvas_.SetScale(left, top, width, height);
   }
+  bool PixelSize(int& width, int& height) const override { return canvas_.PixelSize(width, height); }
 
  signals:
   void mousePressed(Qt::MouseButton button, QPointF world);
   void mouseMoved(Qt::MouseButtons buttons, QPointF world);
   void mouseReleased(Qt::MouseButton button, QPointF world);
   void doubleClicked(QPointF world);
+  // The wheel turned by `steps` notches (positive away from the user) over `world`.
+  void wheeled(int steps, QPointF world);
   void resized();
 
  protected:
@@ -49,13 +64,21 @@ class CanvasWidget : public QWidget, public CanvasPort {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   void Changed();
+  void DrawScaleBar(QPainter& painter);
 
   QImage image_;
   PainterCanvas canvas_;
   bool updatePending_ = false;
+  QImage panPicture_;
+  QPoint panOffset_;
+  bool panning_ = false;
+  bool paintingElsewhere_ = false;
+  bool scaleBar_ = false;
+  int wheelAngle_ = 0;
 };
 
 }  // namespace tessel

@@ -3,10 +3,14 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
+#include <QTime>
 
 #include "model/paths.h"
+#include "model/session.h"
 #include "tools/launching.h"
 
 namespace tessel {
@@ -14,6 +18,7 @@ namespace tessel {
 namespace {
 
 QString Local(const std::string& text) { return QString::fromLocal8Bit(text.c_str()); }
+std::string Bytes(const QString& text) { return text.toLocal8Bit().toStdString(); }
 
 bool NamesBatchFile(const QString& program) { return program.endsWith(QStringLiteral(".bat"), Qt::CaseInsensitive); }
 
@@ -23,7 +28,7 @@ bool NamesBatchFile(const QString& program) { return program.endsWith(QStringLit
 // and its last component in whatever case it exists.
 std::string PathHere(std::string path, const std::string& folder) {
   if (QFileInfo(Local(path)).isRelative() && !folder.empty()) {
-    path = QDir(Local(folder)).filePath(Local(path)).toLocal8Bit().toStdString();
+    path = Bytes(QDir(Local(folder)).filePath(Local(path)));
   }
   if (!FileExistsAnyCase(path)) {
     std::string slashed = path;
@@ -36,18 +41,60 @@ std::string PathHere(std::string path, const std::string& folder) {
 }
 #endif
 
+ToolLogEntry NewEntry(LaunchKind kind, const Launch& launch, const std::string& folder) {
+  ToolLogEntry entry;
+  entry.time = Bytes(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")));
+  entry.kind = kind;
+  entry.launch = launch;
+  entry.folder = folder;
+  return entry;
+}
+
+// Whether the program can be there at all: a path must name an existing file, a bare name must
+// be found on the search path. Sets the entry's outcome and reason when it cannot.
+bool ProgramThere(ToolLogEntry& entry, const QString& program, const std::string& folder,
+                  const std::string& toolFolder) {
+  bool there = false;
+  if (program.contains(QLatin1Char('/')) || program.contains(QLatin1Char('\\'))) {
+    there = QFileInfo(program).isFile();
+    if (!there && QFileInfo(program).isRelative() && !folder.empty()) {
+      there = QFileInfo(QDir(Local(folder)).filePath(program)).isFile();
+    }
+  } else {
+    there = !QStandardPaths::findExecutable(program).isEmpty() ||
+            (!folder.empty() && QFileInfo(QDir(Local(folder)).filePath(program)).isFile());
+  }
+  if (!there) {
+    entry.outcome = LaunchOutcome::NotFound;
+    entry.reason = NotFoundReason(Bytes(program), toolFolder);
+  }
+  return there;
+}
+
 // A batch file of the scripted form. cmd runs it where there is one; elsewhere its one command is
 // run directly, with the file it redirects fed as standard input. False when there is nothing
 // to run: the batch file cannot be read or its command has another shape.
-bool PrepareBatch(QProcess& process, const QString& batchFile, const std::string& folder) {
+bool PrepareBatch(QProcess& process, const QString& batchFile, const std::string& folder, ToolLogEntry& entry,
+                  const std::string& toolFolder) {
 #ifdef _WIN32
   process.setProgram(QStringLiteral("cmd"));
   process.setArguments({QStringLiteral("/c"), batchFile});
+  (void)toolFolder;
 #else
-  const auto command = ReadBatchCommand(PathHere(batchFile.toLocal8Bit().toStdString(), folder));
-  if (!command || command->program.empty()) return false;
-  process.setProgram(Local(PathHere(command->program, folder)));
-  if (!command->input.empty()) process.setStandardInputFile(Local(PathHere(command->input, folder)));
+  const auto command = ReadBatchCommand(PathHere(Bytes(batchFile), folder));
+  if (!command || command->program.empty()) {
+    entry.outcome = LaunchOutcome::CouldNotStart;
+    entry.reason = "the batch file " + Bytes(batchFile) + " holds no command to run";
+    return false;
+  }
+  const std::string program = PathHere(command->program, folder);
+  entry.launch = Launch{program, {}};
+  if (!command->input.empty()) {
+    entry.answerFile = PathHere(command->input, folder);
+    process.setStandardInputFile(Local(entry.answerFile));
+  }
+  if (!ProgramThere(entry, Local(program), folder, toolFolder)) return false;
+  process.setProgram(Local(program));
 #endif
   if (!folder.empty()) process.setWorkingDirectory(Local(folder));
   process.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -57,8 +104,14 @@ bool PrepareBatch(QProcess& process, const QString& batchFile, const std::string
 // The program and its arguments go to the process as they are, each whole: a folder or a file
 // name with blanks or quotes in it stays one. The tool inherits the program's standard handles.
 // False when there is nothing to start.
-bool Prepare(QProcess& process, const Launch& launch, const std::string& folder) {
-  if (launch.program.empty()) return false;
+bool Prepare(QProcess& process, const Launch& launch, const std::string& folder, ToolLogEntry& entry,
+             const std::string& toolFolder) {
+  if (launch.program.empty()) {
+    entry.outcome = LaunchOutcome::CouldNotStart;
+    entry.reason = "no program is named";
+    return false;
+  }
+  if (!ProgramThere(entry, Local(launch.program), folder, toolFolder)) return false;
   process.setProgram(Local(launch.program));
   QStringList arguments;
   for (const std::string& argument : launch.arguments) arguments << Local(argument);
@@ -70,37 +123,76 @@ bool Prepare(QProcess& process, const Launch& launch, const std::string& folder)
 }
 
 // The blocking forms: a batch file of the scripted form, or a tool.
-bool PrepareBlocking(QProcess& process, const Launch& launch, const std::string& folder) {
-  if (NamesBatchFile(Local(launch.program))) return PrepareBatch(process, Local(launch.program), folder);
-  return Prepare(process, launch, folder);
+bool PrepareBlocking(QProcess& process, const Launch& launch, const std::string& folder, ToolLogEntry& entry,
+                     const std::string& toolFolder) {
+  if (NamesBatchFile(Local(launch.program))) {
+    return PrepareBatch(process, Local(launch.program), folder, entry, toolFolder);
+  }
+  return Prepare(process, launch, folder, entry, toolFolder);
 }
 
-int Wait(QProcess& process) {
-  if (!process.waitForStarted(-1)) return -1;
-  process.waitForFinished(-1);
-  return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+// After the process has ended or failed to start: the outcome and the exit code as the port
+// gives it (-1 for a tool that did not start or did not end normally).
+int Finish(QProcess& process, ToolLogEntry& entry, bool started, const QElapsedTimer& clock) {
+  if (!started) {
+    entry.outcome = LaunchOutcome::CouldNotStart;
+    entry.reason = Bytes(process.errorString());
+    return -1;
+  }
+  entry.seconds = static_cast<double>(clock.elapsed()) / 1000.0;
+  if (process.exitStatus() != QProcess::NormalExit) {
+    entry.outcome = LaunchOutcome::Crashed;
+    return -1;
+  }
+  entry.outcome = LaunchOutcome::Ended;
+  entry.exitCode = process.exitCode();
+  return process.exitCode();
 }
 
 }  // namespace
 
-void QtProcessPort::Run(const Launch& launch, const std::string& folder) {
-  QProcess process;
-  if (!PrepareBlocking(process, launch, folder)) return;
-  process.start();
-  Wait(process);
+std::string QtProcessPort::ToolFolder() const { return session_ ? session_->ToolFolder : std::string(); }
+
+void QtProcessPort::Log(ToolLogEntry entry) {
+  if (!session_) return;
+  const std::string note = ToolLogNote(entry);
+  session_->toolLog.Add(std::move(entry));
+  if (!note.empty()) session_->user.Status(4, note);
+  if (logged_) logged_(session_->toolLog.entries.back());
 }
 
-int QtProcessPort::RunCode(const Launch& launch, const std::string& folder, ShowMode) {
+int QtProcessPort::Blocking(LaunchKind kind, const Launch& launch, const std::string& folder) {
+  ToolLogEntry entry = NewEntry(kind, launch, folder);
   QProcess process;
-  if (!PrepareBlocking(process, launch, folder)) return -1;
-  process.start();
-  return Wait(process);
+  int code = -1;
+  if (PrepareBlocking(process, launch, folder, entry, ToolFolder())) {
+    QElapsedTimer clock;
+    clock.start();
+    process.start();
+    const bool started = process.waitForStarted(-1);
+    if (started) process.waitForFinished(-1);
+    code = Finish(process, entry, started, clock);
+  }
+  Log(std::move(entry));
+  return code;
+}
+
+void QtProcessPort::Run(const Launch& launch, const std::string& folder) { Blocking(LaunchKind::Run, launch, folder); }
+
+int QtProcessPort::RunCode(const Launch& launch, const std::string& folder, ShowMode) {
+  return Blocking(LaunchKind::RunCode, launch, folder);
 }
 
 void QtProcessPort::Watch(const Launch& launch, const std::string& folder,
                           const std::vector<std::string>& lockedEntries) {
+  ToolLogEntry entry = NewEntry(LaunchKind::Watch, launch, folder);
   QProcess process;
-  Prepare(process, launch, folder);
+  if (!Prepare(process, launch, folder, entry, ToolFolder())) {
+    Log(std::move(entry));
+    return;
+  }
+  QElapsedTimer clock;
+  clock.start();
   process.start();
   const auto lock = [&](bool enabled) {
     for (const auto& name : lockedEntries) {
@@ -110,18 +202,29 @@ void QtProcessPort::Watch(const Launch& launch, const std::string& folder,
   lock(false);
   // Poll ten times a second while the interface goes on. The events may include the process's
   // own end, after which waitForFinished no longer reports it: the state is what tells.
-  if (process.waitForStarted(-1)) {
+  const bool started = process.waitForStarted(-1);
+  if (started) {
     do {
       QCoreApplication::processEvents();
     } while (process.state() != QProcess::NotRunning && !process.waitForFinished(100));
   }
   lock(true);
+  Finish(process, entry, started, clock);
+  Log(std::move(entry));
 }
 
 void QtProcessPort::Spawn(const Launch& launch, const std::string& folder, ShowMode) {
+  ToolLogEntry entry = NewEntry(LaunchKind::Spawn, launch, folder);
   QProcess process;
-  if (!Prepare(process, launch, folder)) return;
-  process.startDetached();
+  if (Prepare(process, launch, folder, entry, ToolFolder())) {
+    if (process.startDetached()) {
+      entry.outcome = LaunchOutcome::Started;
+    } else {
+      entry.outcome = LaunchOutcome::CouldNotStart;
+      entry.reason = Bytes(process.errorString());
+    }
+  }
+  Log(std::move(entry));
 }
 
 }  // namespace tessel

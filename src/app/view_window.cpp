@@ -15,6 +15,8 @@
 #include <QStatusBar>
 
 #include "app/subsystem_forms.h"
+#include "app/tool_log_dock.h"
+#include "app/toolbar_icons.h"
 #include "model/layers.h"
 #include "job/ui/config_dialog.h"
 #include "viewer/ui/reset_view_form.h"
@@ -31,6 +33,36 @@
 
 namespace tessel {
 
+namespace {
+
+// Keeps a View menu tick in step with the window it shows, however that window is shown or closed.
+class TickFollower : public QObject {
+ public:
+  TickFollower(QWidget* window, QAction* tick) : QObject(tick), tick_(tick) { window->installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    // A minimised main window hides its tool windows too (spontaneously): no tick changes then.
+    if ((event->type() == QEvent::Show || event->type() == QEvent::Hide) && !event->spontaneous()) {
+      const bool shown = event->type() == QEvent::Show;
+      if (tick_->isChecked() != shown) {
+        const QSignalBlocker quiet(tick_);
+        tick_->setChecked(shown);
+      }
+    }
+    return QObject::eventFilter(watched, event);
+  }
+
+ private:
+  QAction* tick_;
+};
+
+void FollowVisibility(QWidget* window, QAction* tick) {
+  if (window && tick) new TickFollower(window, tick);
+}
+
+}  // namespace
+
 ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow(parent) {
   setObjectName(QStringLiteral("View"));
   setWindowTitle(QStringLiteral("Tessel"));
@@ -43,6 +75,11 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
                                 const std::vector<std::string>& hidden) { ShowPopup(menu, visible, hidden); });
   processes_ = std::make_unique<QtProcessPort>(*this);
   session_ = std::make_unique<Session>(*user_, *canvas_, *processes_);
+  processes_->Attach(session_.get());
+  toolLog_ = new ToolLogDock(session_->toolLog, this);
+  addDockWidget(Qt::BottomDockWidgetArea, toolLog_);
+  toolLog_->hide();
+  processes_->OnLogged([this](const ToolLogEntry& entry) { toolLog_->Append(entry); });
   viewer_ = std::make_unique<Viewer>(*session_);
   session_->display = viewer_.get();
   session_->ToolFolder = QDir::toNativeSeparators(toolFolder).toLocal8Bit().toStdString();
@@ -62,18 +99,35 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
 
   Session& s = *session_;
   connect(canvas_, &CanvasWidget::mousePressed, this, [this, &s](Qt::MouseButton b, QPointF w) {
+    pressPixel_ = canvas_->ToPixel(w.x(), w.y());
     CanvasMouseDown(s, drag_, b == Qt::RightButton ? MouseButton::Right : MouseButton::Left, float(w.x()), float(w.y()));
   });
   connect(canvas_, &CanvasWidget::mouseMoved, this, [this, &s](Qt::MouseButtons b, QPointF w) {
+    ShowCursorPosition(w);
     CanvasMouseMove(s, drag_, b != Qt::NoButton, float(w.x()), float(w.y()));
+    // The picture follows a drag pan; the pan itself happens at the release, as ever.
+    if (b.testFlag(Qt::LeftButton) && PanDragging()) {
+      canvas_->PanPreview((canvas_->ToPixel(w.x(), w.y()) - pressPixel_).toPoint());
+    }
   });
   connect(canvas_, &CanvasWidget::mouseReleased, this, [this, &s](Qt::MouseButton b, QPointF w) {
     const bool shift = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
+    canvas_->EndPanPreview();
+    // A window pick that does not refresh would leave its band on the picture.
+    if (s.view.ZoomWindowArmed && s.ToolMode != ToolMode::ZoomPan) EraseBand(s, drag_);
     CanvasMouseUp(s, drag_, b == Qt::RightButton ? MouseButton::Right : MouseButton::Left, shift, float(w.x()),
                   float(w.y()));
   });
   connect(canvas_, &CanvasWidget::doubleClicked, this, [&s](QPointF) { CanvasDoubleClick(s); });
-  connect(canvas_, &CanvasWidget::resized, this, [&s] { Redraw(s); });
+  connect(canvas_, &CanvasWidget::resized, this, [&s] {
+    // A canvas of a new shape keeps one job unit as long across as up.
+    if (!s.JobBase.empty()) FitScaleToCanvas(s);
+    Redraw(s);
+  });
+  connect(canvas_, &CanvasWidget::wheeled, this, [&s](int steps, QPointF w) {
+    if (s.JobBase.empty() || s.ToolMode == ToolMode::Locked) return;
+    for (int k = 0; k < std::abs(steps); ++k) ZoomAbout(s, w.x(), w.y(), steps > 0);
+  });
   resize(1024, 768);
 }
 
@@ -118,10 +172,12 @@ void ViewWindow::BuildMenus() {
   }
   file->addSeparator();
   connect(AddEntry(file, "mnuFilePrintSetup", QStringLiteral("Print &Setup")), &QAction::triggered, this, [this] {
-    QPrintDialog dialog(&printer_, this);
+    QPrintDialog dialog(printer_.get(), this);
     dialog.exec();
   });
   connect(AddEntry(file, "mnuFilePrint", QStringLiteral("&Print")), &QAction::triggered, this, [this] { Print(); });
+  connect(AddEntry(file, "mnuFilePrintPdf", QStringLiteral("Print to PDF...")), &QAction::triggered, this,
+          [this] { PrintToPdf(); });
   file->addSeparator();
   connect(AddEntry(file, "mnuFileConfig", QStringLiteral("Configuration Options...")), &QAction::triggered, this,
           [this, &s] {
@@ -132,6 +188,11 @@ void ViewWindow::BuildMenus() {
             });
             dialog.exec();
             if (auto* toolbox = findChild<ToolboxForm*>()) toolbox->Reload();
+            // What the dialog changed (Restore Defaults too) shows on the canvas at once.
+            const int mode = s.config.BackgroundMode;
+            s.canvas.SetColours(BackColour(mode), ForeColour(mode));
+            s.canvas.SetPenStyle(s.config.LineTypeLSA);
+            Redraw(s);
           });
   file->addSeparator();
   connect(AddEntry(file, "mnuFileExit", QStringLiteral("E&xit")), &QAction::triggered, this, [this] { close(); });
@@ -168,6 +229,20 @@ void ViewWindow::BuildMenus() {
   QAction* toolbox = AddEntry(view, "mnuViewToolbox", QStringLiteral("Tool Box"));
   toolbox->setCheckable(true);
   connect(toolbox, &QAction::toggled, this, [this](bool on) { findChild<ToolboxForm*>()->setVisible(on); });
+  // The ticks follow their windows also when those are closed by their own close button.
+  FollowVisibility(findChild<ReportForm*>(), textWindow);
+  FollowVisibility(findChild<ToolboxForm*>(), toolbox);
+  if (auto* parcelIds = findChild<QAction*>(QStringLiteral("mnuOptionsParcelIds"))) {
+    FollowVisibility(findChild<QWidget*>(QStringLiteral("frmTesting")), parcelIds);
+  }
+  view->addSeparator();
+  QAction* toolLog = toolLog_->toggleViewAction();
+  toolLog->setObjectName(QStringLiteral("mnuViewToolLog"));
+  toolLog->setText(QStringLiteral("Tool Log"));
+  view->addAction(toolLog);
+  QAction* scaleBar = AddEntry(view, "mnuViewScaleBar", QStringLiteral("Scale Bar"));
+  scaleBar->setCheckable(true);
+  connect(scaleBar, &QAction::toggled, this, [this](bool on) { canvas_->ShowScaleBar(on); });
 
   QMenu* command = menuBar()->addMenu(QStringLiteral("&Command"));
   command->setObjectName(QStringLiteral("mnuCommand"));
@@ -215,7 +290,7 @@ void ViewWindow::BuildMenus() {
   reports->setObjectName(QStringLiteral("mnuReports"));
   for (const ReportRow& row : ReportTable()) {
     if (row.name.empty()) continue;
-    connect(AddEntry(reports, row.name.c_str(), FromBytes(row.caption)), &QAction::triggered, this,
+    connect(AddEntry(reports, row.name.c_str(), MenuCaption(row.caption)), &QAction::triggered, this,
             [&s, &row] { OpenReport(s, row); });
   }
   connect(AddEntry(reports, "mnuReportsProject", QStringLiteral("Project Reports")), &QAction::triggered, this,
@@ -275,7 +350,9 @@ void ViewWindow::ShowPopup(const std::string& menu, const std::vector<std::strin
 QAction* ViewWindow::AddKey(const char* name, const QString& text, const QString& tip) {
   QAction* action = toolbar_->addAction(text);
   action->setObjectName(QString::fromLatin1(name));
-  action->setToolTip(tip);
+  action->setIcon(ToolbarIcon(action->objectName()));
+  // The caption is the tip too, so that a key shown by its icon alone still says what it is.
+  action->setToolTip(tip.isEmpty() || tip == text ? text : text + QStringLiteral(": ") + tip);
   return action;
 }
 
@@ -284,6 +361,8 @@ void ViewWindow::BuildToolBar() {
   toolbar_ = addToolBar(QStringLiteral("Toolbar"));
   toolbar_->setObjectName(QStringLiteral("Toolbar1"));
   toolbar_->setMovable(false);
+  toolbar_->setIconSize(QSize(24, 24));
+  toolbar_->setToolButtonStyle(Qt::ToolButtonIconOnly);
   connect(AddKey("Open", QStringLiteral("Open"), QStringLiteral("Open a job")), &QAction::triggered, this,
           [&s] { ToolbarOpen(s); });
   connect(AddKey("Reload", QStringLiteral("Reload"), QStringLiteral("Reload the current job")), &QAction::triggered,
@@ -294,7 +373,7 @@ void ViewWindow::BuildToolBar() {
   toolbar_->addSeparator();
   // The three exclusive tool buttons; the core pushes and raises them.
   for (const auto& [key, text, tip] : {std::tuple{"Select", "Select", "Select points"},
-                                       std::tuple{"Centroid", "Parcels", "Select parcels for editing"},
+                                       std::tuple{"Centroid", "Pick Parcels", "Select parcels for editing"},
                                        std::tuple{"Zoom", "Zoom", "Zoom / Pan"}}) {
     QAction* mode = AddKey(key, QString::fromLatin1(text), QString::fromLatin1(tip));
     mode->setCheckable(true);
@@ -311,6 +390,7 @@ void ViewWindow::BuildToolBar() {
   connect(AddKey("sid", QStringLiteral("Lines"), QStringLiteral("Select record lines")), &QAction::triggered, this,
           [&s] { ToolbarLines(s); });
   AddKey("Chain", QStringLiteral("Chain"), QStringLiteral("Chain"));
+  toolbar_->addSeparator();
   connect(AddKey("Zoomin", QStringLiteral("In"), QStringLiteral("Zoom in")), &QAction::triggered, this,
           [&s] { ToolbarZoomIn(s); });
   connect(AddKey("zoomout", QStringLiteral("Out"), QStringLiteral("Zoom out")), &QAction::triggered, this,
@@ -366,40 +446,94 @@ void ViewWindow::AddCommandRows(QMenu* menu) {
   const QString name = menu->objectName();
   for (const SubmenuRow& sub : SubmenuTable()) {
     if (QString::fromStdString(sub.parent) != name) continue;
-    QMenu* child = menu->addMenu(FromBytes(sub.caption));
+    QMenu* child = menu->addMenu(MenuCaption(sub.caption));
     child->setObjectName(QString::fromStdString(sub.name));
     AddCommandRows(child);
   }
   for (const CommandRow& row : CommandTable()) {
     if (QString::fromStdString(row.menu) != name) continue;
-    QAction* action = AddEntry(menu, row.name.c_str(), FromBytes(row.caption));
+    QAction* action = AddEntry(menu, row.name.c_str(), MenuCaption(row.caption));
     connect(action, &QAction::triggered, this, [&s, &row] { RunCommand(s, row); });
   }
 }
 
-void ViewWindow::Print() {
+bool ViewWindow::PrintOn(QPrinter& printer, std::string& reason) {
   Session& s = *session_;
+  if (printer.outputFormat() == QPrinter::NativeFormat && printer.printerName().isEmpty()) {
+    reason = "no printer is set up";
+    return false;
+  }
+  if (printer.outputFormat() == QPrinter::PdfFormat && printer.outputFileName().isEmpty()) {
+    reason = "no file is named for the PDF";
+    return false;
+  }
   // Paper is white: a dark screen is printed dark on light.
   if (s.config.BackgroundMode == 2) canvas_->SetColours(BackColour(1), ForeColour(1));
-  const bool toolbarShown = toolbar_->isVisible(), statusShown = statusBar()->isVisible();
-  toolbar_->hide();
-  statusBar()->hide();
-  showNormal();
-  Redraw(s);
-  QPainter painter;
-  if (painter.begin(&printer_)) {
-    const QImage picture = canvas_->Picture();
-    const QRect page = painter.viewport();
-    const QSize size = picture.size().scaled(page.size(), Qt::KeepAspectRatio);
-    painter.drawImage(QRect(page.topLeft(), size), picture);
-    painter.end();
+  const ScaleRect screen = CurrentScale(s);
+  canvas_->PaintOn(&printer);
+  // The page shows the view widened to its shape, at the printer's own resolution.
+  int width = 0, height = 0;
+  const bool paged = canvas_->PixelSize(width, height);
+  if (paged) {
+    const ScaleRect page = FitScaleToShape(screen, static_cast<double>(width) / height);
+    SetScale(s, page.left, page.top, page.width, page.height);
+    Redraw(s);
   }
-  showMaximized();
-  toolbar_->setVisible(toolbarShown);
-  statusBar()->setVisible(statusShown);
+  canvas_->EndPaintOn();
+  const bool printed = paged && printer.printerState() != QPrinter::Error;
+  if (!printed) reason = paged ? "the printer refused the page" : "the page has no size";
   if (s.config.BackgroundMode == 2) canvas_->SetColours(BackColour(2), ForeColour(2));
+  SetScale(s, screen.left, screen.top, screen.width, screen.height);
   Redraw(s);
+  return printed;
+}
+
+void ViewWindow::Print() {
+  Session& s = *session_;
+  std::string reason;
+  if (!PrintOn(*printer_, reason)) {
+    s.user.Message("Unable to print: " + reason + ".", Icon::Exclamation);
+    // A printer left in error would refuse every later print and setup.
+    printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    return;
+  }
   s.user.Message("Printing Complete.", Icon::Information);
+}
+
+void ViewWindow::PrintToPdf() {
+  Session& s = *session_;
+  FileRequest request;
+  request.title = "Print to PDF";
+  request.filter = "PDF file (*.pdf)|*.pdf";
+  request.initialFolder = s.JobFolder.empty() ? s.CurrentFolder : s.JobFolder;
+  request.defaultExtension = "pdf";
+  request.save = true;
+  request.overwritePrompt = true;
+  request.fileName = s.JobName.empty() ? std::string("Tessel.pdf") : s.JobName + ".pdf";
+  const auto choice = s.user.ChooseFile(request);
+  if (!choice) return;
+  QPrinter pdf(QPrinter::HighResolution);
+  pdf.setOutputFormat(QPrinter::PdfFormat);
+  pdf.setOutputFileName(QString::fromLocal8Bit(choice->fileName.c_str()));
+  pdf.setPageLayout(printer_->pageLayout());
+  std::string reason;
+  if (!PrintOn(pdf, reason)) {
+    s.user.Message("Unable to print: " + reason + ".", Icon::Exclamation);
+    return;
+  }
+  s.user.Message("Printing Complete.", Icon::Information);
+}
+
+void ViewWindow::ShowCursorPosition(QPointF world) {
+  if (session_->JobBase.empty()) {
+    coordinates_->clear();
+    return;
+  }
+  coordinates_->setText(QString::fromStdString(CursorText(world.x(), world.y())));
+}
+
+bool ViewWindow::PanDragging() const {
+  return session_->ToolMode == ToolMode::ZoomPan && drag_.PanDragging != 0 && session_->view.ZoomWindowArmed == 0;
 }
 
 void ViewWindow::BuildStatusBar() {
@@ -411,15 +545,35 @@ void ViewWindow::BuildStatusBar() {
     statusBar()->addWidget(label, i == 0 ? 3 : 1);
     panels_[i] = label;
   }
+  // Northing and easting under the pointer, at the right end.
+  coordinates_ = new QLabel(this);
+  coordinates_->setObjectName(QStringLiteral("lblCoordinates"));
+  coordinates_->setFrameShape(QFrame::StyledPanel);
+  coordinates_->setFrameShadow(QFrame::Sunken);
+  coordinates_->setMinimumWidth(coordinates_->fontMetrics().horizontalAdvance(QStringLiteral("N 99999999.99  E 99999999.99")));
+  statusBar()->addPermanentWidget(coordinates_);
 }
 
 void ViewWindow::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
-  // The window keeps the shape of the view: its outer width is 1.33333 times its outer height.
+  // The captions show under the icons where the window is wide enough for all of them.
+  if (toolbar_) {
+    int wanted = 0;
+    for (QAction* action : toolbar_->actions()) {
+      if (!action->isVisible()) continue;
+      wanted += action->isSeparator() ? 8
+                                      : std::max(36, toolbar_->fontMetrics().horizontalAdvance(action->text()) + 12);
+    }
+    // A margin either way, since the captions make the canvas lower and so the locked window narrower.
+    if (width() >= wanted + 40) toolbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    if (width() < wanted) toolbar_->setToolButtonStyle(Qt::ToolButtonIconOnly);
+  }
+  // The window keeps the shape of the view: the canvas is 1.33333 times as wide as high, so that
+  // the view's own values hold on it. A maximised window takes the screen's shape; the view then
+  // follows the canvas.
   if (shaping_ || isMaximized() || isFullScreen()) return;
-  const QRect frame = frameGeometry();
-  const int extra = frame.width() - width();
-  const int wanted = static_cast<int>(std::lround(frame.height() * 1.33333)) - extra;
+  const int extra = width() - canvas_->width();
+  const int wanted = static_cast<int>(std::lround(canvas_->height() * kAspect)) + extra;
   if (wanted > 0 && wanted != width()) {
     shaping_ = true;
     resize(wanted, height());

@@ -32,9 +32,16 @@ class ViewWindow : public QMainWindow {
   Session& session() { return *session_; }
   CanvasWidget& canvas() { return *canvas_; }
   // The printer of "Print Setup" and "Print".
-  QPrinter& printer() { return printer_; }
+  QPrinter& printer() { return *printer_; }
   // "Print": the canvas on paper, black on white.
   void Print();
+  // "Print to PDF...": the same picture into a PDF file chosen by the user.
+  void PrintToPdf();
+  // The present view drawn on `printer`'s page at its own resolution, the view widened to the
+  // page's shape; false with the reason when the print could not start.
+  bool PrintOn(QPrinter& printer, std::string& reason);
+  // The Tool Log window.
+  class ToolLogDock& toolLog() { return *toolLog_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -52,6 +59,9 @@ class ViewWindow : public QMainWindow {
   void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,
                  const std::vector<std::string>& hidden);
   void AddCommandRows(QMenu* menu);
+  void ShowCursorPosition(QPointF world);
+  // Whether the drag under way is a drag pan of the zoom tool.
+  bool PanDragging() const;
 
   std::array<QLabel*, 4> panels_{};
   CanvasWidget* canvas_ = nullptr;
@@ -62,7 +72,10 @@ class ViewWindow : public QMainWindow {
   std::unique_ptr<Session> session_;
   std::unique_ptr<Viewer> viewer_;
   DragState drag_;
-  QPrinter printer_{QPrinter::HighResolution};
+  std::unique_ptr<QPrinter> printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+  class ToolLogDock* toolLog_ = nullptr;
+  QLabel* coordinates_ = nullptr;
+  QPointF pressPixel_;
   bool exited_ = false;
   bool shaping_ = false;
 };

@@ -247,6 +247,7 @@ void RunCommand(Session& session, const CommandRow& row) {
       BlockingRun(session, row, [&] {
         StepOver([&] { ComputeCentroids(session); });
         StepOver([&] { ReadRawPolygons(session); });
+        session.user.Status(1, session.JobName);
       });
       break;
     case K::Centroids:

@@ -84,6 +84,13 @@ class CanvasPort {
   virtual void SetDrawMode(DrawMode mode) = 0;
   virtual void SetColours(unsigned back, unsigned fore) = 0;
   virtual void SetScale(double left, double top, double width, double height) = 0;
+  // The surface's size in device pixels, so that the view can keep one job unit as long across
+  // as up; false for a surface without pixels (a recording), which takes the view's own shape.
+  virtual bool PixelSize(int& width, int& height) const {
+    (void)width;
+    (void)height;
+    return false;
+  }
 };
 
 enum class ShowMode { Hidden = 0, Normal = 1 };

@@ -117,6 +117,13 @@ class RecordingCanvas : public CanvasPort {
   void SetScale(double left, double top, double width, double height) override {
     calls.push_back({"Scale", {left, top, width, height}, 0, {}});
   }
+  // No pixels unless a test gives the canvas a size.
+  bool PixelSize(int& width, int& height) const override {
+    if (pixelWidth <= 0 || pixelHeight <= 0) return false;
+    width = pixelWidth;
+    height = pixelHeight;
+    return true;
+  }
 
   // The calls of one kind, in order.
   std::vector<CanvasCall> Of(const std::string& op) const {
@@ -128,6 +135,7 @@ class RecordingCanvas : public CanvasPort {
   }
 
   std::vector<CanvasCall> calls;
+  int pixelWidth = 0, pixelHeight = 0;
 };
 
 // A canvas that keeps nothing.

@@ -24,6 +24,7 @@
 #include "model/survey_store.h"
 #include "model/section_definitions.h"
 #include "model/cama_store.h"
+#include "model/tool_log.h"
 
 namespace tessel {
 
@@ -84,6 +85,8 @@ struct Session {
   Selection selection;
   // The open dialogs that take a point picked on the canvas.
   PointPickDispatcher pointPicks;
+  // Every launch of this session, filled by the process port.
+  ToolLog toolLog;
 
   // A dataset of the job: JobBase followed by the extension, found in whatever case it exists.
   std::string DatasetPath(std::string_view extension) const;

@@ -25,6 +25,11 @@ QColor ColourOf(unsigned rgb) {
 
 namespace {
 
+double PixelScaleOf(const QPaintDevice* device) {
+  if (!device || device->devType() == QInternal::Image) return 1.0;
+  return std::max(1.0, device->logicalDpiX() / 96.0);
+}
+
 bool Finite(QPointF p) { return std::isfinite(p.x()) && std::isfinite(p.y()); }
 
 bool WithinReach(QPointF p) {
@@ -63,7 +68,7 @@ bool CutToReach(QPointF& a, QPointF& b) {
 
 }  // namespace
 
-PainterCanvas::PainterCanvas(QPaintDevice* device) : device_(device) {
+PainterCanvas::PainterCanvas(QPaintDevice* device) : device_(device), pixelScale_(PixelScaleOf(device)) {
   // Plain whole-pixel text, the same whether stamped into an image or drawn by QPainter.
   font_.setStyleStrategy(QFont::NoAntialias);
 }
@@ -73,6 +78,7 @@ PainterCanvas::~PainterCanvas() { Flush(); }
 void PainterCanvas::SetDevice(QPaintDevice* device) {
   Flush();
   device_ = device;
+  pixelScale_ = PixelScaleOf(device);
 }
 
 QPainter& PainterCanvas::Painter() {
@@ -94,7 +100,7 @@ void PainterCanvas::Flush() {
 QPen PainterCanvas::PenFor(unsigned colour, bool dot) const {
   // Inverting is an exclusive or with white, whatever colour was asked for.
   QPen pen(mode_ == DrawMode::Invert ? QColor(Qt::white) : ColourOf(colour));
-  pen.setWidth(penWidth_);
+  pen.setWidthF(penWidth_ * pixelScale_);
   pen.setCapStyle(dot ? Qt::RoundCap : Qt::FlatCap);
   pen.setStyle(dot ? Qt::SolidLine : PenStyleOf(penStyle_));
   return pen;
@@ -248,6 +254,13 @@ void PainterCanvas::SetDrawMode(DrawMode mode) {
 void PainterCanvas::SetColours(unsigned back, unsigned fore) {
   back_ = back;
   fore_ = fore;
+}
+
+bool PainterCanvas::PixelSize(int& width, int& height) const {
+  if (!device_) return false;
+  width = device_->width();
+  height = device_->height();
+  return width > 0 && height > 0;
 }
 
 void PainterCanvas::SetScale(double left, double top, double width, double height) {

@@ -54,6 +54,7 @@ class PainterCanvas : public CanvasPort {
   void SetDrawMode(DrawMode mode) override;
   void SetColours(unsigned back, unsigned fore) override;
   void SetScale(double left, double top, double width, double height) override;
+  bool PixelSize(int& width, int& height) const override;
 
   // World coordinates of a device point, and the reverse.
   QPointF ToWorld(QPointF device) const;
@@ -74,6 +75,8 @@ class PainterCanvas : public CanvasPort {
   QFont font_;
   double left_ = 0.0, top_ = 0.0, width_ = 1.0, height_ = -1.0;
   int penWidth_ = 1;
+  // Device pixels to a screen pixel: pens and dots keep their look on a printer's fine page.
+  double pixelScale_ = 1.0;
   int penStyle_ = 0;
   DrawMode mode_ = DrawMode::Copy;
   unsigned back_ = 0xFFFFFF;

@@ -10,6 +10,10 @@ namespace tessel {
 QString FromBytes(const std::string& bytes);
 std::string ToBytes(const QString& text);
 
+// A menu caption for Qt: an "&" before a letter or digit marks the access key as ever, and any
+// other "&" ("LSA & SD") is shown as itself.
+QString MenuCaption(const std::string& caption);
+
 // "Description|*.ext|Description|*.ext" as Qt's ";;"-separated filter list.
 QString QtFilter(const std::string& filter);
 

@@ -78,6 +78,15 @@ void CanvasMouseMove(Session& s, DragState& d, bool buttonDown, float x, float y
   s.canvas.SetDrawMode(DrawMode::Copy);
 }
 
+void EraseBand(Session& s, const DragState& d) {
+  if (d.RubberX == d.DragX0 && d.RubberY == d.DragY0) return;  // no band was drawn
+  s.canvas.SetDrawMode(DrawMode::Invert);
+  s.canvas.SetPenStyle(2);
+  DrawBand(s, d, d.RubberX, d.RubberY);
+  s.canvas.SetPenStyle(s.config.LineTypeLSA);
+  s.canvas.SetDrawMode(DrawMode::Copy);
+}
+
 void CanvasMouseUp(Session& s, DragState& d, MouseButton button, bool shift, float x, float y) {
   d.PanDragging = 0;
   const bool left = button == MouseButton::Left;
@@ -230,6 +239,8 @@ void ToggleLayer(Session& s, const std::string& name) {
       ReadRawPolygons(s);
       s.user.SetPointer(Pointer::Arrow);
     }
+    // Outside a load the reader's progress text would stay; the job's name is panel 1 at rest.
+    s.user.Status(1, s.JobName);
   }
   Redraw(s);
 }

@@ -22,6 +22,9 @@ void CanvasMouseDown(Session& session, DragState& drag, MouseButton button, floa
 void CanvasMouseMove(Session& session, DragState& drag, bool buttonDown, float x, float y);
 void CanvasMouseUp(Session& session, DragState& drag, MouseButton button, bool shift, float x, float y);
 void CanvasDoubleClick(Session& session);
+// Rubs out the rubber band where the last move left it (drawing it inverted once more), so that a
+// window pick that does not refresh leaves no band behind.
+void EraseBand(Session& session, const DragState& drag);
 
 enum class ViewKey { Home, PageDown, PageUp, W, Up, Down, Left, Right };
 void CanvasKey(Session& session, ViewKey key);

@@ -1,6 +1,8 @@
 #include "viewer/view_transform.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 #include "model/fault.h"
 #include "model/text.h"
@@ -50,10 +52,85 @@ void SetScale(Session& s, double left, double top, double width, double height) 
   s.canvas.SetScale(v.ScaleLeft, v.ScaleTop, v.ScaleWidth, v.ScaleHeight);
 }
 
+double CanvasAspect(const Session& s) {
+  int width = 0, height = 0;
+  if (!s.canvas.PixelSize(width, height) || width <= 0 || height <= 0) return kAspect;
+  if (std::fabs(width - height * kAspect) <= 1.0) return kAspect;
+  return static_cast<double>(width) / height;
+}
+
+double SquareWidth(const Session& s, double height, double asked) {
+  const double aspect = CanvasAspect(s);
+  return aspect == kAspect ? asked : height * -aspect;
+}
+
+void FitScaleToCanvas(Session& s) {
+  const ViewState& v = s.view;
+  const double height = v.ScaleHeight;
+  SetScale(s, v.ScaleLeft, v.ScaleTop, SquareWidth(s, height, height * -kAspect), height);
+}
+
+ScaleRect CurrentScale(const Session& s) {
+  const ViewState& v = s.view;
+  return {v.ScaleLeft, v.ScaleTop, v.ScaleWidth, v.ScaleHeight};
+}
+
+ScaleRect FitScaleToShape(const ScaleRect& scale, double aspect) {
+  if (!(aspect > 0.0) || !std::isfinite(aspect) || scale.height == 0.0) return scale;
+  const double w = std::fabs(scale.width), h = std::fabs(scale.height);
+  const double cx = scale.left + scale.width / 2, cy = scale.top + scale.height / 2;
+  double fw = w, fh = h;
+  if (w / h < aspect) {
+    fw = h * aspect;
+  } else {
+    fh = w / aspect;
+  }
+  const double sx = scale.width < 0 ? -1.0 : 1.0, sy = scale.height < 0 ? -1.0 : 1.0;
+  return {cx - sx * fw / 2, cy - sy * fh / 2, sx * fw, sy * fh};
+}
+
+void ZoomAbout(Session& s, double x, double y, bool in) {
+  ViewState& v = s.view;
+  if (in) {
+    const double w = std::fabs(static_cast<double>(v.ViewLeft) - v.ViewRight);
+    const double h = std::fabs(static_cast<double>(v.ViewTop) - v.ViewBottom);
+    if (w < 25 || h < 25) return;
+  }
+  // PageDown moves each edge in by ZoomPercent of the size, so the size changes twice as much.
+  const double k = 1.0 + (in ? -2.0 : 2.0) * s.config.ZoomPercent / 100.0;
+  if (!(k > 0.0)) return;
+  const auto about = [k](double centre, double edge) { return centre - (centre - edge) * k; };
+  SetScale(s, about(x, v.ScaleLeft), about(y, v.ScaleTop), v.ScaleWidth * k, v.ScaleHeight * k);
+  StoreNominal(s, about(x, v.ViewLeft), about(y, v.ViewTop), about(x, v.ViewRight), about(y, v.ViewBottom));
+  Redraw(s);
+}
+
+std::string CursorText(double x, double y) {
+  char text[96];
+  std::snprintf(text, sizeof text, "N %.2f  E %.2f", y, x);
+  return text;
+}
+
+double ScaleBarLength(double unitsAcross) {
+  if (!(unitsAcross > 0.0) || !std::isfinite(unitsAcross)) return 0.0;
+  const double target = unitsAcross / 5;
+  const double power = std::pow(10.0, std::floor(std::log10(target)));
+  for (const double step : {5.0, 2.0, 1.0}) {
+    if (step * power <= target) return step * power;
+  }
+  return power;
+}
+
+std::string ScaleBarText(double length) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.6g", length);
+  return text;
+}
+
 void SetWindow(Session& s, double left, double top, double right, double bottom) {
   const double height = ClampToSingle(bottom - top);
   (void)right;  // the width always follows from the height
-  SetScale(s, left, top, height * -kAspect, height);
+  SetScale(s, left, top, SquareWidth(s, height, height * -kAspect), height);
 }
 
 void SavePrevious(Session& s) {
@@ -102,7 +179,7 @@ void ZoomWindow(Session& s, double x0, double y0, double x1, double y1) {
 void ZoomPrevious(Session& s, double outerWidthTwips, double outerHeightTwips) {
   const ViewRect& p = s.view.PreviousView;
   const double height = static_cast<double>(p.bottom) - p.top;
-  SetScale(s, p.left, p.top, height * -kAspect, height);
+  SetScale(s, p.left, p.top, SquareWidth(s, height, height * -kAspect), height);
   Redraw(s);
   ViewState& v = s.view;
   StoreNominal(s, v.ScaleLeft, v.ScaleTop, v.ScaleLeft + outerWidthTwips, v.ScaleTop - outerHeightTwips);
@@ -163,8 +240,8 @@ void RecallSavedView(Session& s, int slot) {
     StoreSavedView(s, slot);
     return;
   }
-  SetScale(s, saved.left, saved.top, static_cast<double>(saved.right) - saved.left,
-           static_cast<double>(saved.bottom) - saved.top);
+  const double height = static_cast<double>(saved.bottom) - saved.top;
+  SetScale(s, saved.left, saved.top, SquareWidth(s, height, static_cast<double>(saved.right) - saved.left), height);
   Redraw(s);
 }
 

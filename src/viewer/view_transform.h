@@ -3,11 +3,45 @@
 // that sets a window ends in the aspect rule, which makes the effective width 1.33333 times the
 // height whatever width was asked for.
 
+#include <string>
+
 #include "model/session.h"
 
 namespace tessel {
 
 inline constexpr double kAspect = 1.33333;
+
+// The canvas's own shape, width over height in pixels. A canvas of the view's shape (within a
+// pixel) and one without pixels give kAspect itself, so that the view keeps its values there.
+double CanvasAspect(const Session& session);
+// The scale width for a scale height: `asked` on a canvas of the view's shape, else the width that
+// keeps one job unit as many pixels across as up.
+double SquareWidth(const Session& session, double height, double asked);
+// The present scale fitted anew to the canvas, keeping its left, top and height: after the canvas
+// changed its size.
+void FitScaleToCanvas(Session& session);
+// A scale: left and top edges, width and height (the height negative).
+struct ScaleRect {
+  double left = 0.0, top = 0.0, width = 1.0, height = -1.0;
+};
+// The present scale.
+ScaleRect CurrentScale(const Session& session);
+// The smallest scale of the given shape (width over height) that holds `scale`, about the same
+// centre: what a page of another shape shows of the view.
+ScaleRect FitScaleToShape(const ScaleRect& scale, double aspect);
+// The mouse wheel: zooms about (x, y) by the step of PageDown (in) or PageUp (out), keeping
+// (x, y) on the same pixel; the nominal window moves the same way. Like those keys it keeps
+// PreviousView. Zooming in stops quietly at the keys' limit of 25 units.
+void ZoomAbout(Session& session, double x, double y, bool in);
+
+// The pointer's place for the status bar: northing then easting in job units, two decimals,
+// "N 5000.00  E 2000.00".
+std::string CursorText(double x, double y);
+// The length of a scale bar for a view `unitsAcross` wide: the round length (1, 2 or 5 times a
+// power of ten) nearest below a fifth of the width; 0 for a width that is not a positive number.
+double ScaleBarLength(double unitsAcross);
+// Its caption, the length without needless decimals: "500", "0.2".
+std::string ScaleBarText(double length);
 
 // The aspect rule: the scale from (left, top) to (right, bottom), then the width from the height.
 void SetWindow(Session& session, double left, double top, double right, double bottom);

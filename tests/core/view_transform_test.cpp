@@ -199,3 +199,125 @@ TEST_F(ViewTransform, AnEmptySlotTakesThePresentScaleAndASetSlotShowsIt) {
 
 }  // namespace
 }  // namespace tessel::test
+
+namespace tessel::test {
+namespace {
+
+// The view on canvases of their own shape: one job unit as many pixels across as up.
+class CanvasShape : public JobFixture {
+ protected:
+  void Pixels(int w, int h) { canvas.pixelWidth = w, canvas.pixelHeight = h; }
+  double UnitAcross() const { return canvas.pixelWidth / std::fabs(double(session.view.ScaleWidth)); }
+  double UnitUp() const { return canvas.pixelHeight / std::fabs(double(session.view.ScaleHeight)); }
+};
+
+TEST_F(CanvasShape, EveryWindowCommandKeepsAUnitSquareWhateverTheCanvasShape) {
+  session.extents = JobExtents{2000, 2500, 4000, 5000};
+  for (const auto& [w, h] : {std::pair{1000, 750}, std::pair{1024, 697}, std::pair{1600, 1000}, std::pair{600, 900},
+                             std::pair{1920, 1080}}) {
+    SCOPED_TRACE(testing::Message() << w << "x" << h);
+    Pixels(w, h);
+    ZoomExtents(session);
+    EXPECT_NEAR(UnitAcross() / UnitUp(), 1.0, 1e-5);
+    ZoomIn(session);
+    ZoomWindow(session, 2100, 4000, 2300, 4400);
+    EXPECT_NEAR(UnitAcross() / UnitUp(), 1.0, 1e-5);
+    session.view.PreviousView = ViewRect{2000, 5000, 3000, 4000};
+    ZoomPrevious(session, 15000, 11000);
+    EXPECT_NEAR(UnitAcross() / UnitUp(), 1.0, 1e-5);
+  }
+}
+
+TEST_F(CanvasShape, ACanvasOfTheViewsShapeKeepsTheViewsOwnValues) {
+  // 1000 x 750 is 1.33333 to within a pixel; no pixels at all is the view's shape too.
+  for (const auto& [w, h] : {std::pair{1000, 750}, std::pair{0, 0}, std::pair{799, 600}}) {
+    Pixels(w, h);
+    EXPECT_EQ(CanvasAspect(session), kAspect) << w;
+    SetWindow(session, 0, 300, 5, 0);
+    EXPECT_FLOAT_EQ(session.view.ScaleWidth, float(-300 * -kAspect));
+  }
+  Pixels(803, 600);  // beyond a pixel off: the canvas's own shape
+  EXPECT_DOUBLE_EQ(CanvasAspect(session), 803.0 / 600);
+}
+
+TEST_F(CanvasShape, ACanvasResizedKeepsLeftTopAndHeightAndTakesItsShape) {
+  Pixels(1000, 750);
+  SetWindow(session, 100, 900, 0, 300);
+  Pixels(1200, 600);
+  FitScaleToCanvas(session);
+  const ViewState& v = session.view;
+  EXPECT_FLOAT_EQ(v.ScaleLeft, 100);
+  EXPECT_FLOAT_EQ(v.ScaleTop, 900);
+  EXPECT_FLOAT_EQ(v.ScaleHeight, -600);
+  EXPECT_FLOAT_EQ(v.ScaleWidth, 1200);
+}
+
+TEST_F(CanvasShape, SavedViewsAreShownSquareOnACanvasOfAnotherShape) {
+  session.view.SavedViews[2] = ViewRect{10, 1000, 1343.33f, 0};
+  Pixels(1000, 750);
+  RecallSavedView(session, 2);
+  EXPECT_FLOAT_EQ(session.view.ScaleWidth, 1333.33f);  // the slot's own right edge
+  Pixels(1000, 500);
+  RecallSavedView(session, 2);
+  EXPECT_NEAR(UnitAcross() / UnitUp(), 1.0, 1e-6);
+}
+
+TEST_F(CanvasShape, TheWheelZoomsAboutThePointerByTheKeysStep) {
+  Pixels(1000, 750);
+  ViewState& v = session.view;
+  v.ViewLeft = 0, v.ViewTop = 750, v.ViewRight = 1000, v.ViewBottom = 0;
+  SetWindow(session, 0, 750, 1000, 0);
+  v.PreviousView = ViewRect{1, 2, 3, 4};
+  // Where (x, y) lands in pixels, by the canvas's formula.
+  const auto pixel = [&](double x, double y) {
+    return std::pair{(x - v.ScaleLeft) / v.ScaleWidth * 1000, (y - v.ScaleTop) / v.ScaleHeight * 750};
+  };
+  const auto before = pixel(250, 600);
+  ZoomAbout(session, 250, 600, true);
+  const auto after = pixel(250, 600);
+  EXPECT_NEAR(after.first, before.first, 1e-3);
+  EXPECT_NEAR(after.second, before.second, 1e-3);
+  // ZoomPercent 10 takes 20 % off each dimension, as PageDown does.
+  EXPECT_NEAR(v.ViewRight - v.ViewLeft, 800, 1e-3);
+  EXPECT_NEAR(v.ViewTop - v.ViewBottom, 600, 1e-3);
+  EXPECT_NEAR(v.ScaleWidth, 1333.33 * 0.8 * 0.75, 1e-2);
+  ZoomAbout(session, 250, 600, false);
+  EXPECT_NEAR(v.ViewRight - v.ViewLeft, 800 * 1.2, 1e-3);
+  EXPECT_FLOAT_EQ(v.PreviousView.left, 1);  // as PageDown and PageUp: no previous view kept
+  // Under 25 units the wheel stops zooming in, without a box.
+  v.ViewLeft = 0, v.ViewTop = 20, v.ViewRight = 30, v.ViewBottom = 0;
+  SetWindow(session, 0, 20, 30, 0);
+  ZoomAbout(session, 10, 10, true);
+  EXPECT_FLOAT_EQ(v.ViewTop, 20);
+  EXPECT_TRUE(user.messages.empty());
+}
+
+TEST(ViewShapes, APageShowsTheWholeViewWidenedToItsShape) {
+  const ScaleRect view{100, 900, 400, -300};  // 4:3
+  const ScaleRect portrait = FitScaleToShape(view, 0.75);
+  EXPECT_DOUBLE_EQ(portrait.width, 400);
+  EXPECT_DOUBLE_EQ(portrait.height, -400 / 0.75);
+  EXPECT_DOUBLE_EQ(portrait.left, 100);
+  EXPECT_DOUBLE_EQ(portrait.top + portrait.height / 2, 750);  // the same centre
+  const ScaleRect wide = FitScaleToShape(view, 2.0);
+  EXPECT_DOUBLE_EQ(wide.height, -300);
+  EXPECT_DOUBLE_EQ(wide.width, 600);
+  EXPECT_DOUBLE_EQ(wide.left, 0);
+  const ScaleRect bad = FitScaleToShape(view, std::numeric_limits<double>::quiet_NaN());
+  EXPECT_DOUBLE_EQ(bad.width, 400);
+}
+
+TEST(ViewShapes, ScaleBarsTakeRoundLengthsAndThePointerItsNorthingFirst) {
+  EXPECT_DOUBLE_EQ(ScaleBarLength(6000), 1000);
+  EXPECT_DOUBLE_EQ(ScaleBarLength(5000), 1000);
+  EXPECT_DOUBLE_EQ(ScaleBarLength(4999), 500);
+  EXPECT_DOUBLE_EQ(ScaleBarLength(2.4), 0.2);
+  EXPECT_DOUBLE_EQ(ScaleBarLength(0), 0);
+  EXPECT_DOUBLE_EQ(ScaleBarLength(std::numeric_limits<double>::infinity()), 0);
+  EXPECT_EQ(ScaleBarText(500), "500");
+  EXPECT_EQ(ScaleBarText(0.2), "0.2");
+  EXPECT_EQ(CursorText(2000.126, 5000.5), "N 5000.50  E 2000.13");
+}
+
+}  // namespace
+}  // namespace tessel::test

@@ -12,9 +12,11 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
+#include <QMainWindow>
 #include <QVBoxLayout>
 
 #include "model/dialog_memory.h"
+#include "paint/form_places.h"
 #include "paint/qt_text.h"
 #include "viewer/picking.h"
 
@@ -60,7 +62,15 @@ void SelectionForm::showEvent(QShowEvent* event) {
   Reload();
   if (const auto place = ReadWindowPlace(session_, key_)) {
     const double t = TwipsPerPixel(this);
-    setGeometry(int(place->left / t), int(place->top / t), int(place->width / t), int(place->height / t));
+    setGeometry(OntoAScreen(QRect(int(place->left / t), int(place->top / t), int(place->width / t),
+                                  int(place->height / t))));
+  } else if (QWidget* main = parentWidget() ? parentWidget()->window() : nullptr) {
+    // The first time: beside the main window, below its menu bar.
+    auto* frame = qobject_cast<QMainWindow*>(main);
+    const int menuHeight = frame && frame->menuWidget() ? frame->menuWidget()->height() : 0;
+    // The place is of the outer frame; the form's own frame is taken to be as the main window's.
+    const QPoint border = main->geometry().topLeft() - main->frameGeometry().topLeft();
+    setGeometry(BesideMain(main->frameGeometry(), main->geometry().top() + menuHeight, size()).translated(border));
   }
   QWidget::showEvent(event);
 }

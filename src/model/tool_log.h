@@ -1,0 +1,63 @@
+#pragma once
+// The Tool Log: every start of a suite tool, an editor or a shell in this session, with what was
+// started, where, how it ended and how long it took. The process port fills it; the desktop shows
+// it and lets it be copied. Nothing of it is written to disk.
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/ports.h"
+
+namespace tessel {
+
+// How the launch was asked for: blocking, blocking for the exit code, watched, or detached.
+enum class LaunchKind { Run, RunCode, Watch, Spawn };
+// How it went: ended (with an exit code), started and left running (detached), the program not
+// there, the program there but not startable, or ended by a crash.
+enum class LaunchOutcome { Ended, Started, NotFound, CouldNotStart, Crashed };
+
+struct ToolLogEntry {
+  std::string time;  // local time of the start, "HH:MM:SS"
+  LaunchKind kind = LaunchKind::Run;
+  // What was run: for a scripted run the program of temp.bat, with its answer file.
+  Launch launch;
+  std::string folder;
+  std::string answerFile;
+  LaunchOutcome outcome = LaunchOutcome::Ended;
+  std::optional<int> exitCode;
+  // Seconds from the start to the end; none for a detached start or one that did not start.
+  std::optional<double> seconds;
+  // Why it did not start (the system's own words), empty otherwise.
+  std::string reason;
+};
+
+// The reason given for a program that is not there: "not found in ToolFolder" when it was looked
+// for in the program's folder, "not found" elsewhere.
+std::string NotFoundReason(const std::string& program, const std::string& toolFolder);
+
+// True for a launch that did not run its course: not found, not started or crashed.
+bool LaunchFailed(const ToolLogEntry& entry);
+
+// One line of the log: time, kind, program and arguments, folder, answer file, the end and the
+// duration, e.g. `10:02:11  run  "/opt/tessel/fitmain.exe"  in /jobs/T1  exit code 0  1.2 s`.
+std::string ToolLogLine(const ToolLogEntry& entry);
+
+// The short note of a failed launch for the status bar, e.g. "fitmain.exe: not found in
+// ToolFolder"; empty for a launch that ran.
+std::string ToolLogNote(const ToolLogEntry& entry);
+
+struct ToolLog {
+  // The oldest entries give way beyond this many, so a long session stays small.
+  static constexpr std::size_t kKept = 2000;
+  std::vector<ToolLogEntry> entries;
+  // Entries given way since the start.
+  std::size_t dropped = 0;
+
+  void Add(ToolLogEntry entry);
+  // Every line, each ended by a line feed: what Copy puts on the clipboard.
+  std::string Text() const;
+};
+
+}  // namespace tessel

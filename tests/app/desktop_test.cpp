@@ -1,0 +1,191 @@
+// The desktop as a user meets it, with the sample job on the offscreen platform: a square map in
+// any window, failed launches in the Tool Log, printing without a printer and to PDF, first-time
+// tool windows beside the main window, and the wheel zooming about the pointer.
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPrinter>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QWheelEvent>
+#include <QtTest>
+
+#include "app/tool_log_dock.h"
+#include "app/view_window.h"
+#include "job/load_sequence.h"
+
+namespace tessel {
+
+class DesktopTest : public QObject {
+  Q_OBJECT
+
+ private:
+  ViewWindow& W() { return *window_; }
+  QAction* Action(const char* name) { return W().findChild<QAction*>(QString::fromLatin1(name)); }
+  QString Panel(int n) { return W().findChild<QLabel*>(QStringLiteral("Panel%1").arg(n))->text(); }
+  void Open() {
+    OpenJob(W().session(), jobs_->filePath(QStringLiteral("T12NR04E.def")).toStdString(), "T12NR04E.def");
+  }
+  // Pixels of one job unit across and up on the canvas.
+  double UnitRatio() {
+    const ViewState& v = W().session().view;
+    const QWidget& c = W().canvas();
+    return (c.width() / std::fabs(double(v.ScaleWidth))) / (c.height() / std::fabs(double(v.ScaleHeight)));
+  }
+  // Closes the next message box, keeping its text.
+  void AnswerNextBox(QString* text) {
+    QTimer::singleShot(0, [text] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box) return;
+      *text = box->text();
+      box->accept();
+    });
+  }
+
+  std::unique_ptr<QTemporaryDir> tools_, jobs_;
+  std::unique_ptr<ViewWindow> window_;
+
+ private slots:
+  void init() {
+    tools_ = std::make_unique<QTemporaryDir>();
+    jobs_ = std::make_unique<QTemporaryDir>();
+    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
+    for (const QString& name : samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files)) {
+      QVERIFY(QFile::copy(samples.filePath(name), jobs_->filePath(name)));
+    }
+    window_ = std::make_unique<ViewWindow>(tools_->path());
+    window_->resize(1000, 750);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    window_->Load();
+  }
+
+  void cleanup() {
+    window_.reset();
+    jobs_.reset();
+    tools_.reset();
+  }
+
+  void theMapIsSquareInAnyWindowAndWhenMaximised() {
+    Open();
+    QVERIFY(std::fabs(UnitRatio() - 1.0) < 0.01);
+    // The window keeps the canvas in the view's own shape, so the view's values hold.
+    QVERIFY(std::abs(W().canvas().width() - std::lround(W().canvas().height() * 1.33333)) <= 1);
+    for (const QSize size : {QSize(1024, 600), QSize(700, 900), QSize(1400, 800)}) {
+      W().resize(size);
+      QCoreApplication::processEvents();
+      QVERIFY2(std::fabs(UnitRatio() - 1.0) < 0.01, qPrintable(QStringLiteral("%1x%2").arg(size.width()).arg(size.height())));
+    }
+    W().showMaximized();
+    QTRY_VERIFY(W().isMaximized());
+    QCoreApplication::processEvents();
+    QVERIFY(std::fabs(UnitRatio() - 1.0) < 0.01);
+    Action("mnuZoomExtents")->trigger();
+    QVERIFY(std::fabs(UnitRatio() - 1.0) < 0.01);
+  }
+
+  void aMissingToolIsInTheToolLogAndTheStatusBar() {
+    Open();
+    QVERIFY(W().session().toolLog.entries.empty());
+    Action("mnuFileNetsort")->trigger();  // no tools stand in the program's folder
+    const auto& entries = W().session().toolLog.entries;
+    QCOMPARE(entries.size(), std::size_t(1));
+    QCOMPARE(entries[0].outcome, LaunchOutcome::NotFound);
+    QCOMPARE(QString::fromStdString(entries[0].reason), QStringLiteral("not found in ToolFolder"));
+    QVERIFY(Panel(4).endsWith(QStringLiteral(": not found in ToolFolder")));
+    // The View menu shows the log; its text holds the entry.
+    QAction* show = Action("mnuViewToolLog");
+    QVERIFY(show && !W().toolLog().isVisible());
+    show->trigger();
+    QVERIFY(W().toolLog().isVisible());
+    const QString text = W().toolLog().findChild<QPlainTextEdit*>(QStringLiteral("txtToolLog"))->toPlainText();
+    QVERIFY(text.contains(QStringLiteral("not found in ToolFolder")));
+    QVERIFY(text.contains(QStringLiteral("netsort"), Qt::CaseInsensitive));
+    // Closed by its own button, the tick follows.
+    W().toolLog().close();
+    QVERIFY(!show->isChecked());
+  }
+
+  void aPrintWithoutPrinterSaysSoAndAPdfPrintFollows() {
+    Open();
+    QString said;
+    AnswerNextBox(&said);
+    W().Print();
+    QVERIFY2(said.startsWith(QStringLiteral("Unable to print")), qPrintable(said));
+    QPrinter pdf(QPrinter::HighResolution);
+    pdf.setOutputFormat(QPrinter::PdfFormat);
+    const QString file = jobs_->filePath(QStringLiteral("map.pdf"));
+    pdf.setOutputFileName(file);
+    std::string reason;
+    const ViewState before = W().session().view;
+    QVERIFY2(W().PrintOn(pdf, reason), reason.c_str());
+    QFile written(file);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    const QByteArray bytes = written.readAll();
+    QVERIFY(bytes.startsWith("%PDF") && bytes.size() > 2000);
+    // The screen's view is back as it was.
+    QCOMPARE(W().session().view.ScaleWidth, before.ScaleWidth);
+    QCOMPARE(W().session().view.ScaleLeft, before.ScaleLeft);
+  }
+
+  void aFirstTimeFormStaysOffTheMenuBar() {
+    Open();
+    QVERIFY(!QFile::exists(tools_->filePath(QStringLiteral("ts$002.cfg"))));
+    Action("Select")->trigger();
+    auto* points = W().findChild<QWidget*>(QStringLiteral("frmSelectedPoints"));
+    QVERIFY(points && points->isVisible());
+    const QRect menu(W().menuBar()->mapToGlobal(QPoint(0, 0)), W().menuBar()->size());
+    QVERIFY2(!points->frameGeometry().intersects(menu),
+             qPrintable(QStringLiteral("form at %1,%2 frame %3 menu %4,%5 %6x%7 main %8").arg(points->x()).arg(points->y()).arg(points->frameGeometry().y()).arg(menu.x()).arg(menu.y()).arg(menu.width()).arg(menu.height()).arg(W().geometry().y())));
+  }
+
+  void theWheelZoomsAboutThePointer() {
+    Open();
+    CanvasWidget& c = W().canvas();
+    const QPointF at(c.width() * 0.3, c.height() * 0.6);
+    const QPointF world = c.ToWorld(at);
+    const float width = W().session().view.ScaleWidth;
+    QWheelEvent wheel(at, c.mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&c, &wheel);
+    QVERIFY(W().session().view.ScaleWidth < width * 0.85f);
+    const QPointF again = c.ToPixel(world.x(), world.y());
+    QVERIFY(std::fabs(again.x() - at.x()) < 0.5 && std::fabs(again.y() - at.y()) < 0.5);
+    // The coordinates under the pointer show at the right end of the status bar.
+    QTest::mouseMove(&c, at.toPoint());
+    const QString shown = W().findChild<QLabel*>(QStringLiteral("lblCoordinates"))->text();
+    QVERIFY2(shown.startsWith(QStringLiteral("N ")) && shown.contains(QStringLiteral("  E ")), qPrintable(shown));
+  }
+
+  void literalAmpersandsShowInCaptions() {
+    QAction* netsort = Action("mnuFileNetsort");
+    QVERIFY(netsort);
+    QCOMPARE(netsort->text(), QStringLiteral("Rebuild LSA && SD (NETSORT)"));
+    QCOMPARE(netsort->iconText(), QStringLiteral("Rebuild LSA & SD (NETSORT)"));
+  }
+
+  void everyToolbarKeyHasAnIconAndTheBarFitsAt1024() {
+    auto* bar = W().findChild<QToolBar*>(QStringLiteral("Toolbar1"));
+    QVERIFY(bar);
+    for (QAction* key : bar->actions()) {
+      if (key->isSeparator()) continue;
+      QVERIFY2(!key->icon().isNull(), qPrintable(key->objectName()));
+      QVERIFY2(!key->toolTip().isEmpty() || !key->isVisible(), qPrintable(key->objectName()));
+    }
+    QVERIFY(Action("Centroid")->text() != Action("parcel")->text());
+    W().resize(1024, 700);
+    QCoreApplication::processEvents();
+    QVERIFY2(bar->sizeHint().width() <= 1024, qPrintable(QString::number(bar->sizeHint().width())));
+  }
+};
+
+}  // namespace tessel
+
+QTEST_MAIN(tessel::DesktopTest)
+#include "desktop_test.moc"

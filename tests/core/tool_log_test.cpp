@@ -1,0 +1,84 @@
+// The Tool Log's entries: what a line says for each way a launch can end, the short status note
+// of a failed one, the reason for a missing program, and the bound on what a session keeps.
+
+#include <gtest/gtest.h>
+
+#include "model/tool_log.h"
+
+namespace tessel::test {
+namespace {
+
+ToolLogEntry Entry(LaunchOutcome outcome) {
+  ToolLogEntry e;
+  e.time = "10:02:11";
+  e.kind = LaunchKind::Run;
+  e.launch = Launch{"/opt/tessel/fitmain.exe", {"T1 N.def", "-q"}};
+  e.folder = "/jobs/T1";
+  e.outcome = outcome;
+  return e;
+}
+
+TEST(ToolLog, EachOutcomeHasItsLineAndOnlyFailuresANote) {
+  ToolLogEntry ended = Entry(LaunchOutcome::Ended);
+  ended.exitCode = 3;
+  ended.seconds = 1.25;
+  ended.answerFile = "/jobs/T1/t1$.001";
+  EXPECT_EQ(ToolLogLine(ended),
+            "10:02:11  run  /opt/tessel/fitmain.exe \"T1 N.def\" -q  in /jobs/T1  answers /jobs/T1/t1$.001  "
+            "exit code 3  1.2 s");
+  EXPECT_FALSE(LaunchFailed(ended));
+  EXPECT_EQ(ToolLogNote(ended), "");
+
+  ToolLogEntry missing = Entry(LaunchOutcome::NotFound);
+  missing.kind = LaunchKind::Spawn;
+  missing.reason = "not found in ToolFolder";
+  EXPECT_EQ(ToolLogLine(missing),
+            "10:02:11  start  /opt/tessel/fitmain.exe \"T1 N.def\" -q  in /jobs/T1  not found in ToolFolder");
+  EXPECT_EQ(ToolLogNote(missing), "fitmain.exe: not found in ToolFolder");
+
+  ToolLogEntry refused = Entry(LaunchOutcome::CouldNotStart);
+  refused.kind = LaunchKind::Watch;
+  refused.reason = "Permission denied";
+  EXPECT_NE(ToolLogLine(refused).find("  watch  "), std::string::npos);
+  EXPECT_NE(ToolLogLine(refused).find("could not start: Permission denied"), std::string::npos);
+  EXPECT_EQ(ToolLogNote(refused), "fitmain.exe: could not start");
+
+  ToolLogEntry crashed = Entry(LaunchOutcome::Crashed);
+  crashed.seconds = 0.04;
+  EXPECT_NE(ToolLogLine(crashed).find("crashed  0.0 s"), std::string::npos);
+  EXPECT_EQ(ToolLogNote(crashed), "fitmain.exe: crashed");
+
+  const ToolLogEntry detached = Entry(LaunchOutcome::Started);
+  EXPECT_NE(ToolLogLine(detached).find("  started"), std::string::npos);
+  EXPECT_EQ(ToolLogNote(detached), "");
+}
+
+TEST(ToolLog, MissingProgramsNameToolFolderOnlyWhenLookedForThere) {
+  EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel"), "not found in ToolFolder");
+  EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel/"), "not found in ToolFolder");
+  EXPECT_EQ(NotFoundReason("C:\\Tessel\\seedxy.exe", "C:\\Tessel"), "not found in ToolFolder");
+  EXPECT_EQ(NotFoundReason("/usr/bin/notepad", "/opt/tessel"), "not found");
+  EXPECT_EQ(NotFoundReason("notepad", "/opt/tessel"), "not found");
+  EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", ""), "not found");
+}
+
+TEST(ToolLog, KeepsTheNewestEntriesAndCopiesThemAll) {
+  ToolLog log;
+  for (std::size_t i = 0; i < ToolLog::kKept + 5; ++i) {
+    ToolLogEntry e = Entry(LaunchOutcome::Ended);
+    e.exitCode = static_cast<int>(i);
+    log.Add(e);
+  }
+  ASSERT_EQ(log.entries.size(), ToolLog::kKept);
+  EXPECT_EQ(log.dropped, 5u);
+  EXPECT_EQ(*log.entries.front().exitCode, 5);
+  EXPECT_EQ(*log.entries.back().exitCode, static_cast<int>(ToolLog::kKept + 4));
+  const std::string text = log.Text();
+  EXPECT_EQ(text.substr(0, text.find('\n')), ToolLogLine(log.entries.front()));
+  std::size_t lines = 0;
+  for (const char c : text) lines += c == '\n';
+  EXPECT_EQ(lines, ToolLog::kKept);
+}
+
+}  // namespace
+}  // namespace tessel::test
