@@ -1,6 +1,7 @@
 #include "app/subsystem_forms.h"
 
 #include "archives/ui/archive_forms.h"
+#include "gis_export/ui/gis_export_form.h"
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
 
@@ -11,6 +12,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   InstallArchivesForms(window, session);
   InstallSubdivisionForms(window, session);
   InstallRegionForms(window, session);
+  InstallGisExportForms(window, session);
 }
 
 }  // namespace tessel
