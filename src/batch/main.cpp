@@ -6,6 +6,8 @@
 //                       [--tool-folder DIR]
 //   tessel-batch apd-import PATH.def [--tool-folder DIR]
 //   tessel-batch region-test REGION.def [--tolerance T] [--pretty]
+//   tessel-batch export PATH.def OUT.gpkg|OUT.geojson|OUT.shp|OUT.dxf [--crs EPSG:NNNN] [--layers a,b,...]
+//                       [--tool-folder DIR]
 //
 // dump and render open the job as File Open does (identity, TEMP.JOB, support files, every
 // reader in order, the first drawing) and close it again as Close does. dump prints the stores as
@@ -13,6 +15,8 @@
 // prints the irregular sections of the job's .irr as one JSON object, without opening the job.
 // apd-import runs the APD wizard's Finish on the project: it prints the file list, the progress
 // texts and the closing message, and ends with 0 when the import ran to its end.
+// export opens the job as dump does and writes its layers to a GIS or CAD file through GDAL: the
+// files written and the feature counts to standard output, warnings to standard error.
 
 #include <algorithm>
 #include <cstdlib>
@@ -28,6 +32,7 @@
 #include "batch/irr_dump.h"
 #include "batch/job_dump.h"
 #include "batch/region_test.h"
+#include "gis_export/gis_export.h"
 #include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
 #include "batch/job_render.h"
@@ -40,7 +45,8 @@ namespace {
 constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
     "[--size WxH] [--layers a,b,...] [--background 1|2] | apd-import PATH.def | region-test REGION.def "
-    "[--tolerance T] [--pretty]; all but irr take "
+    "[--tolerance T] [--pretty] | export PATH.def OUT.gpkg|.geojson|.shp|.dxf [--crs EPSG:NNNN] [--layers a,b,...]; "
+    "all but irr take "
     "[--tool-folder DIR]";
 
 int Fail(const std::string& message) {
@@ -53,7 +59,7 @@ struct Arguments {
   std::vector<std::string> positional;
   std::string toolFolder;
   bool pretty = false;
-  std::optional<std::string> size, layers, background, tolerance;
+  std::optional<std::string> size, layers, background, tolerance, crs;
 };
 
 std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::string& programFolder) {
@@ -70,6 +76,7 @@ std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::
     else if (arg == "--layers" && hasValue) a.layers = args[++i];
     else if (arg == "--background" && hasValue) a.background = args[++i];
     else if (arg == "--tolerance" && hasValue) a.tolerance = args[++i];
+    else if (arg == "--crs" && hasValue) a.crs = args[++i];
     else if (arg.starts_with("--")) return std::nullopt;
     else a.positional.push_back(arg);
   }
@@ -142,6 +149,38 @@ int RegionTestCommand(const Arguments& a) {
   return 0;
 }
 
+// The job's layers to a GIS or CAD file.
+int Export(const Arguments& a) {
+  if (a.positional.size() != 2 || a.pretty || a.size || a.background || a.tolerance) return Fail(kUsage);
+  tessel::GisExportRequest request;
+  request.out = a.positional[1];
+  request.crs = a.crs.value_or("");
+  if (a.crs && !tessel::ParseEpsgCode(*a.crs)) return Fail("--crs must be EPSG:NNNN, for example EPSG:3435");
+  if (!tessel::GisFormatOf(request.out)) return Fail("OUT must end in .gpkg, .geojson, .shp or .dxf");
+  if (a.layers) {
+    std::istringstream in(*a.layers);
+    std::string name;
+    while (std::getline(in, name, ',')) {
+      if (name.empty()) continue;
+      if (!tessel::IsGisLayerName(name)) return Fail("unknown layer: " + name);
+      request.layers.push_back(name);
+    }
+    if (request.layers.empty()) return Fail("--layers names no layer");
+  }
+  tessel::NullCanvas canvas;
+  tessel::BatchSession batch(canvas, a.toolFolder);
+  batch.Start();
+  batch.Open(a.positional[0]);
+  const tessel::GisExportReport report = tessel::ExportJobToGis(batch.session(), request);
+  batch.Close();
+  if (!report.ok) return Fail(report.error);
+  for (const std::string& file : report.files) std::cout << file << "\n";
+  for (const auto& [name, count] : report.counts) std::cout << name << ": " << count << "\n";
+  std::cout << "crs: " << (report.crsName.empty() ? std::string("none") : report.crsName) << "\n";
+  for (const std::string& warning : report.warnings) std::cerr << warning << "\n";
+  return 0;
+}
+
 #ifdef TESSEL_WITH_RENDER
 int Render(const Arguments& a) {
   if (a.positional.size() != 2 || a.pretty) return Fail(kUsage);
@@ -194,6 +233,7 @@ int main(int argc, char** argv) {
     return tessel::RunIrrCommand(a->positional[0]);
   }
   if (a->command == "region-test") return RegionTestCommand(*a);
+  if (a->command == "export") return Export(*a);
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else

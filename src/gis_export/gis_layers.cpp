@@ -15,25 +15,36 @@ namespace tessel {
 
 namespace {
 
-// Past this many warnings the rest are only counted.
-constexpr std::size_t kWarningsShown = 50;
+// Past this many warnings of one layer the rest are only counted, so that one layer's flood
+// does not hide another's.
+constexpr std::size_t kWarningsShown = 20;
 
 class Warnings {
  public:
   explicit Warnings(std::vector<std::string>& out) : out_(out) {}
+  // The warnings from here on are of this layer.
+  void Layer(std::string name) {
+    Finish();
+    layer_ = std::move(name);
+  }
   void Add(std::string text) {
-    if (out_.size() < kWarningsShown) {
+    if (shown_ < kWarningsShown) {
       out_.push_back(std::move(text));
+      ++shown_;
     } else {
       ++more_;
     }
   }
   void Finish() {
-    if (more_ > 0) out_.push_back("... and " + std::to_string(more_) + " more of the same kind.");
+    if (more_ > 0) out_.push_back("... and " + std::to_string(more_) + " more in " + layer_ + ".");
+    shown_ = 0;
+    more_ = 0;
   }
 
  private:
   std::vector<std::string>& out_;
+  std::string layer_;
+  std::size_t shown_ = 0;
   std::size_t more_ = 0;
 };
 
@@ -388,14 +399,22 @@ GisBuildResult BuildGisLayers(const Session& session, const GisBuildOptions& opt
     return options.layers.empty() ||
            std::find(options.layers.begin(), options.layers.end(), name) != options.layers.end();
   };
-  if (wanted("points")) result.layers.push_back(b.Points());
-  if (wanted("network_lines")) result.layers.push_back(b.NetworkLines());
-  if (wanted("chains")) result.layers.push_back(b.Chains());
-  if (wanted("record_lines")) result.layers.push_back(b.RecordLines());
-  if (wanted("parcels")) result.layers.push_back(b.Parcels());
-  if (wanted("parcel_rings")) result.layers.push_back(b.ParcelRings());
-  if (wanted("raw_polygons")) result.layers.push_back(b.RawPolygons());
-  if (wanted("cama_links") && options.camaLinks) result.layers.push_back(b.CamaLinks(*options.camaLinks));
+  auto add = [&](std::string_view name, GisLayer (Builder::*make)()) {
+    if (!wanted(name)) return;
+    warnings.Layer(std::string(name));
+    result.layers.push_back((b.*make)());
+  };
+  add("points", &Builder::Points);
+  add("network_lines", &Builder::NetworkLines);
+  add("chains", &Builder::Chains);
+  add("record_lines", &Builder::RecordLines);
+  add("parcels", &Builder::Parcels);
+  add("parcel_rings", &Builder::ParcelRings);
+  add("raw_polygons", &Builder::RawPolygons);
+  if (wanted("cama_links") && options.camaLinks) {
+    warnings.Layer("cama_links");
+    result.layers.push_back(b.CamaLinks(*options.camaLinks));
+  }
   warnings.Finish();
   return result;
 }

@@ -72,8 +72,8 @@ struct GisBuildOptions {
 
 struct GisBuildResult {
   std::vector<GisLayer> layers;
-  // What could not be written as it stands: unknown points, features without geometry. A long
-  // run of them ends with a count of the rest.
+  // What could not be written as it stands: unknown points, features without geometry. Past
+  // twenty of one layer the rest of that layer are counted in one line.
   std::vector<std::string> warnings;
 };
 
