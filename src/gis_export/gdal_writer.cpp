@@ -416,8 +416,20 @@ std::optional<GisCrs> CrsFromPrjText(const std::string& text, std::string& error
     error = "It holds no coordinate reference system GDAL can read.";
     return std::nullopt;
   }
-  // A system written by a GIS program often carries no code; GDAL finds it when it can.
-  OSRAutoIdentifyEPSG(srs.h);
+  // A system written by a GIS program often carries no code: the registry's system that GDAL
+  // finds the same, when there is one, stands for it.
+  if (OSRGetAuthorityCode(srs.h, nullptr) == nullptr) {
+    int count = 0;
+    int* confidence = nullptr;
+    OGRSpatialReferenceH* matches = OSRFindMatches(srs.h, nullptr, &count, &confidence);
+    std::optional<GisCrs> found;
+    if (matches != nullptr && count > 0 && confidence != nullptr && confidence[0] >= 90) {
+      found = Describe(matches[0], error);
+    }
+    OSRFreeSRSArray(matches);
+    CPLFree(confidence);
+    if (found) return found;
+  }
   return Describe(srs.h, error);
 }
 

@@ -75,6 +75,10 @@ GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& r
   }
   GisBuildResult built = BuildGisLayers(session, options);
   report.warnings.insert(report.warnings.end(), built.warnings.begin(), built.warnings.end());
+  if (built.layers.empty()) {
+    report.error = "There is nothing to export: the job has none of the layers asked for.";
+    return report;
+  }
 
   GisWriteResult written;
   try {

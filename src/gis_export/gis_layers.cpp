@@ -72,7 +72,7 @@ struct Builder {
 
   GisLayer Points() {
     GisLayer layer{"points", GeometryKind::Point,
-                   {{"id", FieldType::Text}, {"easting", FieldType::Real}, {"northing", FieldType::Real},
+                   {{"point_id", FieldType::Text}, {"easting", FieldType::Real}, {"northing", FieldType::Real},
                     {"kind", FieldType::Text}},
                    {}};
     for (int i = 1; i <= PointCount(); ++i) {

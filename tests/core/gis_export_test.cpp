@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -66,13 +67,17 @@ TEST_F(SampleJob, LayersHoldEveryStoreEntryWithItsTypedFields) {
   ASSERT_NE(points, nullptr);
   EXPECT_EQ(points->features.size(), static_cast<std::size_t>(session.points.PointCount()));
   std::map<std::string, std::string> kinds;
-  for (const GisFeature& f : points->features) kinds[std::get<std::string>(ValueOf(*points, f, "id"))] =
+  for (const GisFeature& f : points->features) kinds[std::get<std::string>(ValueOf(*points, f, "point_id"))] =
       std::get<std::string>(ValueOf(*points, f, "kind"));
   EXPECT_EQ(kinds["KQ1234"], "control");  // a station only .LSA knows
   EXPECT_EQ(kinds["100100"], "control");  // a station that .COR also holds
-  EXPECT_EQ(kinds["800104"], "temporary");
-  EXPECT_EQ(kinds["900101"], "temporary");
+  EXPECT_EQ(kinds["900101"], "temporary");  // placed from a record line
   EXPECT_EQ(kinds["100140"], "coordinate");
+  // The temporary points are the ones the record reader appended after the control stations.
+  const int temporary = session.points.PointCount() - session.points.Find("KQ1301");
+  EXPECT_GT(temporary, 0);
+  EXPECT_EQ(std::count_if(kinds.begin(), kinds.end(), [](const auto& k) { return k.second == "temporary"; }),
+            temporary);
 
   EXPECT_EQ(LayerNamed(built, "network_lines")->features.size(), static_cast<std::size_t>(session.lsa.LsaLineCount - 1));
   EXPECT_EQ(LayerNamed(built, "record_lines")->features.size(), static_cast<std::size_t>(session.raw.RawLineCount));
@@ -262,7 +267,7 @@ class SampleExport : public SampleJob {
     EXPECT_GT(OGR_G_Area(polygon), 1000.0);
     OGR_F_Destroy(ring);
 
-    OGRFeatureH control = FirstWhere(points, "id = 'KQ1234'");
+    OGRFeatureH control = FirstWhere(points, "point_id = 'KQ1234'");
     ASSERT_NE(control, nullptr);
     EXPECT_EQ(FieldText(control, "kind"), "control");
     OGR_F_Destroy(control);
@@ -482,7 +487,7 @@ TEST_F(OddJob, UnknownRingPointsAndAbsurdCoordinatesExportWithoutACrash) {
   }
   Dataset ds((root / "odd.gpkg").string());
   ASSERT_NE(ds.h, nullptr);
-  OGRFeatureH far = FirstWhere(GDALDatasetGetLayerByName(ds.h, "points"), "id = '100100'");
+  OGRFeatureH far = FirstWhere(GDALDatasetGetLayerByName(ds.h, "points"), "point_id = '100100'");
   ASSERT_NE(far, nullptr);
   EXPECT_EQ(OGR_G_GetX(OGR_F_GetGeometryRef(far), 0), 1.0e300);
   OGR_F_Destroy(far);
