@@ -4,6 +4,7 @@
 #include "help/ui/help_forms.h"
 #include "calculations/ui/calculation_forms.h"
 #include "cama/ui/cama_forms.h"
+#include "gis_export/ui/gis_export_form.h"
 #include "subdivision/ui/subdivision_forms.h"
 #include "regions/ui/region_forms.h"
 #include "parcels/ui/parcel_forms.h"
@@ -22,6 +23,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   InstallParcelsForms(window, session);
   InstallSurveysForms(window, session);
   InstallCamaForms(window, session);
+  InstallGisExportForms(window, session);
 }
 
 }  // namespace tessel

@@ -9,6 +9,8 @@
 //   tessel-batch cama-import PATH.def DATABASE [--code CODE] [--append]
 //   tessel-batch cama-link PATH.def [--tool-folder DIR]
 //   tessel-batch cama-unused PATH.def
+//   tessel-batch export PATH.def OUT.gpkg|OUT.geojson|OUT.shp|OUT.dxf [--crs EPSG:NNNN] [--layers a,b,...]
+//                       [--tool-folder DIR]
 //
 // dump and render open the job as File Open does (identity, TEMP.JOB, support files, every
 // reader in order, the first drawing) and close it again as Close does. dump prints the stores as
@@ -19,6 +21,8 @@
 // cama-import appends the township's rows of an assessor's database to the job's .cama,
 // cama-link runs the link chain on the opened job, and cama-unused reports the CAMA records no
 // link carries after loading .mtc; their messages go to standard error.
+// export opens the job as dump does and writes its layers to a GIS or CAD file through GDAL: the
+// files written and the feature counts to standard output, warnings to standard error.
 
 #include <algorithm>
 #include <cstdlib>
@@ -35,6 +39,7 @@
 #include "batch/irr_dump.h"
 #include "batch/job_dump.h"
 #include "batch/region_test.h"
+#include "gis_export/gis_export.h"
 #include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
 #include "batch/job_render.h"
@@ -48,7 +53,8 @@ constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
     "[--size WxH] [--layers a,b,...] [--background 1|2] | apd-import PATH.def | region-test REGION.def "
     "[--tolerance T] [--pretty] | cama-import PATH.def DATABASE [--code CODE] [--append] | cama-link PATH.def | "
-    "cama-unused PATH.def; all but irr take "
+    "cama-unused PATH.def | export PATH.def OUT.gpkg|.geojson|.shp|.dxf [--crs EPSG:NNNN] [--layers a,b,...]; "
+    "all but irr take "
     "[--tool-folder DIR]";
 
 int Fail(const std::string& message) {
@@ -61,7 +67,7 @@ struct Arguments {
   std::vector<std::string> positional;
   std::string toolFolder;
   bool pretty = false;
-  std::optional<std::string> size, layers, background, tolerance;
+  std::optional<std::string> size, layers, background, tolerance, crs;
   std::optional<std::string> code;
   bool append = false;
 };
@@ -82,6 +88,7 @@ std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::
     else if (arg == "--tolerance" && hasValue) a.tolerance = args[++i];
     else if (arg == "--code" && hasValue) a.code = args[++i];
     else if (arg == "--append") a.append = true;
+    else if (arg == "--crs" && hasValue) a.crs = args[++i];
     else if (arg.starts_with("--")) return std::nullopt;
     else a.positional.push_back(arg);
   }
@@ -154,6 +161,38 @@ int RegionTestCommand(const Arguments& a) {
   return 0;
 }
 
+// The job's layers to a GIS or CAD file.
+int Export(const Arguments& a) {
+  if (a.positional.size() != 2 || a.pretty || a.size || a.background || a.tolerance) return Fail(kUsage);
+  tessel::GisExportRequest request;
+  request.out = a.positional[1];
+  request.crs = a.crs.value_or("");
+  if (a.crs && !tessel::ParseEpsgCode(*a.crs)) return Fail("--crs must be EPSG:NNNN, for example EPSG:3435");
+  if (!tessel::GisFormatOf(request.out)) return Fail("OUT must end in .gpkg, .geojson, .shp or .dxf");
+  if (a.layers) {
+    std::istringstream in(*a.layers);
+    std::string name;
+    while (std::getline(in, name, ',')) {
+      if (name.empty()) continue;
+      if (!tessel::IsGisLayerName(name)) return Fail("unknown layer: " + name);
+      request.layers.push_back(name);
+    }
+    if (request.layers.empty()) return Fail("--layers names no layer");
+  }
+  tessel::NullCanvas canvas;
+  tessel::BatchSession batch(canvas, a.toolFolder);
+  batch.Start();
+  batch.Open(a.positional[0]);
+  const tessel::GisExportReport report = tessel::ExportJobToGis(batch.session(), request);
+  batch.Close();
+  if (!report.ok) return Fail(report.error);
+  for (const std::string& file : report.files) std::cout << file << "\n";
+  for (const auto& [name, count] : report.counts) std::cout << name << ": " << count << "\n";
+  std::cout << "crs: " << (report.crsName.empty() ? std::string("none") : report.crsName) << "\n";
+  for (const std::string& warning : report.warnings) std::cerr << warning << "\n";
+  return 0;
+}
+
 #ifdef TESSEL_WITH_RENDER
 int Render(const Arguments& a) {
   if (a.positional.size() != 2 || a.pretty) return Fail(kUsage);
@@ -209,13 +248,14 @@ int main(int argc, char** argv) {
   if (a->command.starts_with("cama-")) {
     const bool import = a->command == "cama-import";
     if (a->positional.size() != (import ? 2u : 1u) || a->pretty || a->size || a->layers || a->background ||
-        a->tolerance || (!import && (a->code || a->append))) {
+        a->tolerance || a->crs || (!import && (a->code || a->append))) {
       return Fail(kUsage);
     }
     if (import) return tessel::RunCamaImport(a->positional[0], a->positional[1], a->code, a->append, a->toolFolder);
     if (a->command == "cama-link") return tessel::RunCamaLink(a->positional[0], a->toolFolder);
     if (a->command == "cama-unused") return tessel::RunCamaUnused(a->positional[0], a->toolFolder);
   }
+  if (a->command == "export") return Export(*a);
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else

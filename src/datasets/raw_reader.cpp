@@ -123,7 +123,9 @@ class ScaleFinder {
 
 // A temporary point carries three decimals, as its coordinates pass through "######0.000".
 int AddTemporaryPoint(Session& session, const std::string& id, double x, double y) {
-  return session.points.Append(id, Val(FormatPicture(x, 3)), Val(FormatPicture(y, 3)));
+  const int index = session.points.Append(id, Val(FormatPicture(x, 3)), Val(FormatPicture(y, 3)));
+  if (session.raw.FirstTemporaryPoint == 0) session.raw.FirstTemporaryPoint = index;
+  return index;
 }
 
 }  // namespace

@@ -65,12 +65,16 @@ struct RawLineStore {
   BoundedArray<RawMeasure> RawLineMeasures{kBound};
   BoundedArray<RawEnds> RawLineEnds{kBound};
   std::int16_t RawLineCount = 0;
+  // The point store's index of the first temporary point the reader appended, 0 when it made
+  // none; the temporary points run from there to the end of the store.
+  int FirstTemporaryPoint = 0;
 
   void Clear() {
     RawLineFields.clear();
     RawLineMeasures.clear();
     RawLineEnds.clear();
     RawLineCount = 0;
+    FirstTemporaryPoint = 0;
   }
 };
 

@@ -1,0 +1,88 @@
+// Times the export of a job to a GeoPackage (every layer, one transaction each) against the load
+// of the same job in the same run.
+//
+//   bench-export PATH.def [ROUNDS]
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "gis_export/gis_export.h"
+#include "job/load_sequence.h"
+#include "model/recording_ports.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+double Ms(Clock::time_point from, Clock::time_point to) {
+  return std::chrono::duration<double, std::milli>(to - from).count();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) {
+    std::fprintf(stderr, "usage: bench-export PATH.def [ROUNDS]\n");
+    return 2;
+  }
+  if (!tessel::GdalAvailable()) {
+    std::fprintf(stderr, "bench-export: %s\n", tessel::kNoGdalText);
+    return 1;
+  }
+  const fs::path def = fs::absolute(argv[1]);
+  const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 3;
+  const fs::path toolFolder = fs::temp_directory_path() / "tessel-bench-tools";
+  const fs::path out = fs::temp_directory_path() / "tessel-bench-export" / (def.stem().string() + ".gpkg");
+  fs::create_directories(toolFolder);
+  fs::create_directories(out.parent_path());
+
+  std::vector<double> load, exportMs;
+  tessel::GisExportReport report;
+  for (int r = 0; r < rounds; ++r) {
+    tessel::RecordingUserPort user;
+    tessel::NullCanvas canvas;
+    tessel::RecordingProcessPort processes;
+    tessel::Session session(user, canvas, processes);
+    session.ToolFolder = toolFolder.string();
+    tessel::MainFormLoad(session);
+    const auto t0 = Clock::now();
+    tessel::OpenJob(session, def.string(), def.filename().string());
+    const auto t1 = Clock::now();
+    tessel::GisExportRequest request;
+    request.out = out.string();
+    request.crs = "EPSG:3435";
+    report = tessel::ExportJobToGis(session, request);
+    const auto t2 = Clock::now();
+    tessel::FileClose(session);
+    if (!report.ok) {
+      std::fprintf(stderr, "bench-export: %s\n", report.error.c_str());
+      return 1;
+    }
+    load.push_back(Ms(t0, t1));
+    exportMs.push_back(Ms(t1, t2));
+  }
+  const double loadMs = Median(load), writeMs = Median(exportMs);
+  std::printf("job: %s\n", def.string().c_str());
+  std::size_t features = 0;
+  for (const auto& [name, count] : report.counts) {
+    std::printf("  %-14s %7zu features\n", name.c_str(), count);
+    features += count;
+  }
+  std::printf("load: %.1f ms   export to GeoPackage: %.1f ms (%zu features)   ratio: %.2f   (median of %d)\n",
+              loadMs, writeMs, features, writeMs / loadMs, rounds);
+  const bool ok = writeMs < 2000.0;
+  std::printf("%s\n", ok ? "within target (export under 2 s)" : "OUTSIDE TARGET");
+  fs::remove(out);
+  return ok ? 0 : 1;
+}

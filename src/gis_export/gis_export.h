@@ -1,0 +1,64 @@
+#pragma once
+// Exporting an open job to a GIS or CAD file: the layers asked for, in the format of the
+// output's extension, with the coordinate reference system given or found in the job's .prj.
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "gis_export/gdal_writer.h"
+#include "gis_export/gis_layers.h"
+#include "model/session.h"
+
+namespace tessel {
+
+inline constexpr const char* kGisExportMenuText = "GIS or CAD file (GeoPackage, GeoJSON, Shapefile, DXF)...";
+inline constexpr const char* kGisExportFilter =
+    "GeoPackage (*.gpkg)|*.gpkg|GeoJSON (*.geojson)|*.geojson|Shapefile (*.shp)|*.shp|DXF drawing (*.dxf)|*.dxf";
+inline constexpr const char* kNoCrsWarning =
+    "No coordinate reference system: none was given and the job has no .prj, so the data are written without one.";
+
+struct GisExportRequest {
+  std::string out;
+  // "EPSG:NNNN", or empty to take the job's .prj when it has one.
+  std::string crs;
+  // Layer names; empty for every layer.
+  std::vector<std::string> layers;
+  // The CAMA link records, once they have been read from the job's link file.
+  std::optional<std::vector<CamaLinkRecord>> camaLinks;
+};
+
+struct GisExportReport {
+  bool ok = false;
+  std::string error;                  // why nothing was written
+  std::vector<std::string> files;     // what was written
+  std::vector<std::string> warnings;  // what the user should know of what was written
+  std::string crsName;                // the system the files carry, empty for none
+  std::vector<std::pair<std::string, std::size_t>> counts;  // features of each layer written
+};
+
+// The .prj beside the job: JobBase and ".prj", in whatever case it exists.
+std::string JobPrjPath(const Session& session);
+
+// Resolves the system of the request: the code given, else the job's .prj, else none (with the
+// warning). False, with `error` set, for a code or a .prj that cannot be used.
+bool ResolveExportCrs(const Session& session, const std::string& crsText, std::optional<GisCrs>& crs,
+                      std::vector<std::string>& warnings, std::string& error);
+
+// Exports the open job's stores.
+GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request);
+
+// Writes the job's .prj for the EPSG code, replacing one that is there. False, with `error`
+// naming the file, when it cannot be written.
+bool WriteJobPrj(const Session& session, int epsg, std::string& error);
+
+// The dialog's Export: with `writePrj` the code given is first written to the job's .prj; then
+// the export runs and a box tells its result, or why it could not run. True when it was written.
+bool RunGisExport(Session& session, const GisExportRequest& request, bool writePrj);
+inline constexpr const char* kGisExportTitle = "GIS Export";
+
+// The report as the lines a user reads: the files, the counts, the system, the warnings.
+std::vector<std::string> GisExportSummary(const GisExportReport& report);
+
+}  // namespace tessel

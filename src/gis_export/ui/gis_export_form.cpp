@@ -1,0 +1,164 @@
+#include "gis_export/ui/gis_export_form.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "gis_export/gis_export.h"
+#include "paint/qt_text.h"
+
+namespace tessel {
+
+namespace {
+
+QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
+  auto* button = new QPushButton(caption, parent);
+  button->setObjectName(QString::fromLatin1(name));
+  return button;
+}
+
+}  // namespace
+
+GisExportForm::GisExportForm(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+  setObjectName(QStringLiteral("frmGisExport"));
+  setWindowTitle(FromBytes(kGisExportTitle));
+
+  file_ = new QLineEdit(this);
+  file_->setObjectName(QStringLiteral("txtGisFile"));
+  QPushButton* browse = Button(this, "cmdGisBrowse", tr("Browse..."));
+  format_ = new QLabel(this);
+  format_->setObjectName(QStringLiteral("lblGisFormat"));
+
+  layers_ = new QListWidget(this);
+  layers_->setObjectName(QStringLiteral("lstGisLayers"));
+  for (const std::string_view name : kGisLayerNames) {
+    auto* item = new QListWidgetItem(QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())), layers_);
+    // The link records come from the CAMA link file, which this dialog does not read.
+    const bool available = name != "cama_links";
+    item->setFlags(available ? (Qt::ItemIsEnabled | Qt::ItemIsUserCheckable) : Qt::ItemIsUserCheckable);
+    item->setCheckState(available ? Qt::Checked : Qt::Unchecked);
+  }
+
+  search_ = new QLineEdit(this);
+  search_->setObjectName(QStringLiteral("txtCrsSearch"));
+  search_->setPlaceholderText(tr("Search State Plane zones (name or code)"));
+  zones_ = new QListWidget(this);
+  zones_->setObjectName(QStringLiteral("lstCrs"));
+  for (const CrsEntry& zone : StatePlaneZones()) {
+    auto* item = new QListWidgetItem(QStringLiteral("EPSG:%1  %2").arg(zone.code).arg(FromBytes(zone.name)), zones_);
+    item->setData(Qt::UserRole, QStringLiteral("EPSG:%1").arg(zone.code));
+  }
+  crs_ = new QLineEdit(this);
+  crs_->setObjectName(QStringLiteral("txtCrs"));
+  crs_->setPlaceholderText(tr("EPSG:NNNN, or empty for the job's .prj"));
+  writePrj_ = new QCheckBox(tr("Write this system to the job's .prj"), this);
+  writePrj_->setObjectName(QStringLiteral("chkWritePrj"));
+
+  QPushButton* ok = Button(this, "cmdGisExport", tr("Export"));
+  QPushButton* cancel = Button(this, "cmdGisCancel", tr("Cancel"));
+  ok->setDefault(true);
+
+  auto* fileRow = new QHBoxLayout;
+  fileRow->addWidget(file_, 1);
+  fileRow->addWidget(browse);
+  auto* form = new QFormLayout;
+  form->addRow(tr("File:"), fileRow);
+  form->addRow(tr("Format:"), format_);
+  form->addRow(tr("Layers:"), layers_);
+  auto* crsBox = new QVBoxLayout;
+  crsBox->addWidget(search_);
+  crsBox->addWidget(zones_, 1);
+  crsBox->addWidget(crs_);
+  crsBox->addWidget(writePrj_);
+  form->addRow(tr("Coordinate system:"), crsBox);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(ok);
+  buttons->addWidget(cancel);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(form);
+  layout->addLayout(buttons);
+
+  connect(browse, &QPushButton::clicked, this, [this] {
+    FileRequest request;
+    request.title = "Export the job to a GIS or CAD file";
+    request.filter = kGisExportFilter;
+    request.initialFolder = session_.JobFolder;
+    request.defaultExtension = "gpkg";
+    request.save = true;
+    request.overwritePrompt = true;
+    request.fileName = session_.JobName + ".gpkg";
+    if (const auto choice = session_.user.ChooseFile(request)) SetOutput(FromBytes(choice->fileName));
+  });
+  connect(file_, &QLineEdit::textChanged, this, [this] { ShowFormat(); });
+  connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) { FilterZones(text); });
+  connect(zones_, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
+    if (item) crs_->setText(item->data(Qt::UserRole).toString());
+  });
+  connect(ok, &QPushButton::clicked, this, [this] {
+    if (Export()) accept();
+  });
+  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+
+  if (!session_.JobBase.empty()) {
+    SetOutput(FromBytes(session_.JobBase + ".gpkg"));
+  }
+  ShowFormat();
+}
+
+void GisExportForm::SetOutput(const QString& path) { file_->setText(path); }
+
+void GisExportForm::ShowFormat() {
+  const auto format = GisFormatOf(ToBytes(file_->text()));
+  format_->setText(format ? QString::fromLatin1(GisFormatName(*format))
+                          : tr("The file type chooses the format: .gpkg, .geojson, .shp or .dxf"));
+}
+
+void GisExportForm::FilterZones(const QString& text) {
+  const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  for (int i = 0; i < zones_->count(); ++i) {
+    QListWidgetItem* item = zones_->item(i);
+    bool shown = true;
+    for (const QString& word : words) shown = shown && item->text().contains(word, Qt::CaseInsensitive);
+    item->setHidden(!shown);
+  }
+}
+
+bool GisExportForm::Export() {
+  GisExportRequest request;
+  request.out = ToBytes(file_->text());
+  request.crs = ToBytes(crs_->text().trimmed());
+  for (int i = 0; i < layers_->count(); ++i) {
+    if (layers_->item(i)->checkState() == Qt::Checked) request.layers.push_back(ToBytes(layers_->item(i)->text()));
+  }
+  if (request.layers.empty()) {
+    session_.user.Message("Choose at least one layer to export.", Icon::Exclamation, Buttons::Ok, kGisExportTitle);
+    return false;
+  }
+  return RunGisExport(session_, request, writePrj_->isChecked());
+}
+
+void InstallGisExportForms(QMainWindow& window, Session& session) {
+  Session* s = &session;
+  QWidget* parent = &window;
+  auto* exportMenu = window.findChild<QMenu*>(QStringLiteral("mnuFileExport"));
+  if (exportMenu == nullptr) return;
+  QAction* action = exportMenu->addAction(FromBytes(kGisExportMenuText));
+  action->setObjectName(QStringLiteral("mnuFileExportGis"));
+  QObject::connect(action, &QAction::triggered, parent, [s, parent] {
+    GisExportForm form(*s, parent);
+    form.exec();
+  });
+}
+
+}  // namespace tessel

@@ -1,0 +1,112 @@
+// The GIS export dialog on the offscreen platform: its entry under File > Export, the format shown
+// by the file type, the searchable zone list, and an export of the sample job from the dialog.
+
+#include <QAction>
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "app/view_window.h"
+#include "gis_export/gis_export.h"
+#include "gis_export/ui/gis_export_form.h"
+#include "job/load_sequence.h"
+#include "model/recording_ports.h"
+#include "model/session.h"
+
+namespace tessel {
+
+class GisExportFormTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void entryStandsUnderFileExport() {
+    QTemporaryDir tools;
+    ViewWindow window(tools.path());
+    window.Load();
+    auto* entry = window.findChild<QAction*>(QStringLiteral("mnuFileExportGis"));
+    QVERIFY(entry);
+    QCOMPARE(entry->text(), QStringLiteral("GIS or CAD file (GeoPackage, GeoJSON, Shapefile, DXF)..."));
+    auto* exportMenu = window.findChild<QMenu*>(QStringLiteral("mnuFileExport"));
+    QVERIFY(exportMenu && exportMenu->actions().contains(entry));
+  }
+
+  void dialogExportsTheChosenLayers() {
+    if (!GdalAvailable()) QSKIP("built without GDAL");
+    QTemporaryDir dir;
+    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("job")));
+    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("tool")));
+    for (const QString& name : QDir(QStringLiteral(TESSEL_SAMPLES_DIR)).entryList({QStringLiteral("T12NR04E.*")})) {
+      QVERIFY(QFile::copy(QStringLiteral(TESSEL_SAMPLES_DIR "/") + name, dir.path() + QStringLiteral("/job/") + name));
+    }
+    RecordingUserPort user;
+    NullCanvas canvas;
+    RecordingProcessPort processes;
+    Session session(user, canvas, processes);
+    session.ToolFolder = (dir.path() + QStringLiteral("/tool")).toStdString();
+    const std::string def = (dir.path() + QStringLiteral("/job/T12NR04E.def")).toStdString();
+    OpenJob(session, def, "T12NR04E.def");
+
+    GisExportForm form(session, nullptr);
+    auto* file = form.findChild<QLineEdit*>(QStringLiteral("txtGisFile"));
+    auto* format = form.findChild<QLabel*>(QStringLiteral("lblGisFormat"));
+    QVERIFY(file && format);
+    QVERIFY(file->text().endsWith(QStringLiteral("T12NR04E.gpkg")));
+    QCOMPARE(format->text(), QStringLiteral("GeoPackage"));
+    const QString out = dir.path() + QStringLiteral("/parcels.shp");
+    file->setText(out);
+    QCOMPARE(format->text(), QStringLiteral("Shapefile"));
+
+    // Only the parcels: one layer, so the Shapefile is the output itself.
+    auto* layers = form.findChild<QListWidget*>(QStringLiteral("lstGisLayers"));
+    QVERIFY(layers);
+    QCOMPARE(layers->count(), 8);
+    for (int i = 0; i < layers->count(); ++i) {
+      QListWidgetItem* item = layers->item(i);
+      item->setCheckState(item->text() == QStringLiteral("parcels") ? Qt::Checked : Qt::Unchecked);
+    }
+
+    // Searching the zones, then picking one, fills the system.
+    auto* search = form.findChild<QLineEdit*>(QStringLiteral("txtCrsSearch"));
+    auto* zones = form.findChild<QListWidget*>(QStringLiteral("lstCrs"));
+    auto* crs = form.findChild<QLineEdit*>(QStringLiteral("txtCrs"));
+    QVERIFY(search && zones && crs);
+    search->setText(QStringLiteral("illinois east ftus"));
+    QListWidgetItem* shown = nullptr;
+    int visible = 0;
+    for (int i = 0; i < zones->count(); ++i) {
+      if (zones->item(i)->isHidden()) continue;
+      ++visible;
+      if (zones->item(i)->text().startsWith(QStringLiteral("EPSG:3435 "))) shown = zones->item(i);
+    }
+    QVERIFY(shown);
+    QVERIFY(visible < 10);
+    zones->setCurrentItem(shown);
+    QCOMPARE(crs->text(), QStringLiteral("EPSG:3435"));
+
+    form.findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
+    QCOMPARE(form.result(), int(QDialog::Accepted));
+    QVERIFY(QFile::exists(out));
+    QVERIFY(QFile::exists(dir.path() + QStringLiteral("/parcels.prj")));
+    QVERIFY(!user.messages.empty());
+    QVERIFY(user.messages.back().icon == Icon::Information);
+    QVERIFY(QString::fromStdString(user.messages.back().text).contains(QStringLiteral("parcels: 30 features")));
+
+    // No layer at all is refused with a box, and the dialog stays.
+    for (int i = 0; i < layers->count(); ++i) layers->item(i)->setCheckState(Qt::Unchecked);
+    QVERIFY(!form.Export());
+    QVERIFY(user.messages.back().text == "Choose at least one layer to export.");
+  }
+};
+
+}  // namespace tessel
+
+QTEST_MAIN(tessel::GisExportFormTest)
+#include "gis_export_form_test.moc"
