@@ -89,6 +89,8 @@ void LoadEverySurvey(Session& s) {
     form.ticked.fill(true);
     (void)SidBlockText(s, form);
   }
+}
+
 // The calculation lists read, and every entry described, taken into the editor and written
 // again as the editor would.
 void ReadCalculationLists(Session& s) {
