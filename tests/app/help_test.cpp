@@ -47,6 +47,16 @@ std::set<QString> FormNamesInSources() {
     const QString text = QString::fromUtf8(file.readAll());
     for (auto match = literal.globalMatch(text); match.hasNext();) names.insert(match.next().captured(1));
   }
+  // A form's name may be a constant of its subsystem's headless code, which the form takes.
+  const QRegularExpression constant(QStringLiteral(R"re(constexpr const char\*\s+k\w*Form\w*\s*=\s*"(frm[A-Za-z0-9_]+)")re"));
+  QDirIterator headers(QStringLiteral(TESSEL_SOURCE_DIR "/src"), {QStringLiteral("*.h")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+  while (headers.hasNext()) {
+    QFile file(headers.next());
+    if (!file.open(QIODevice::ReadOnly)) continue;
+    const QString text = QString::fromUtf8(file.readAll());
+    for (auto match = constant.globalMatch(text); match.hasNext();) names.insert(match.next().captured(1));
+  }
   return names;
 }
 
