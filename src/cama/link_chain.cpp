@@ -4,10 +4,12 @@
 #include <cmath>
 #include <cstdint>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "cama/free_format.h"
 #include "cama/legal_tokens.h"
+#include "cama/link_file.h"
 #include "model/fault.h"
 #include "model/paths.h"
 #include "model/text.h"
@@ -347,25 +349,16 @@ bool LoadLinkFile(Session& s) {
     s.user.Message("The link file " + mtcPath + " could not be read.", Icon::Exclamation);
     return false;
   }
-  LineReader in = LineReader::FromText(std::move(mtc));
+  const std::vector<LinkFileRecord> records = ReadLinkRecords(std::move(mtc), CamaStore::kBound);
   int groups = 0;
-  try {
-    if (!in.Eof()) in.ReadLine();
-    while (!in.Eof() && groups < CamaStore::kBound) {
-      // A group cut short by the end of the file keeps what it has.
-      const std::string a = in.ReadLine();
-      const std::string b = in.Eof() ? std::string() : in.ReadLine();
-      const std::string code = in.Eof() ? std::string() : in.ReadLine();
-      if (!in.Eof()) in.ReadLine();
-      ++groups;
-      c.LinkX.at(groups) = Val(Trim(Mid(a, 25, 14)));
-      c.LinkY.at(groups) = Val(Trim(Mid(a, 40, 14)));
-      c.LinkChain.at(groups) = Mid(b, 16);
-      c.LinkGeocode.at(groups) = Trim(Mid(code, 10));
-      c.LinkColor.at(groups) = c.LinkGeocode.get(groups).size() == 17 ? kLinkGreen : kLinkRed;
-    }
-  } catch (const RuntimeFault&) {
-    // A number too large for a double ends the read; the groups read so far stay.
+  for (const LinkFileRecord& r : records) {
+    ++groups;
+    c.LinkX.at(groups) = r.x;
+    c.LinkY.at(groups) = r.y;
+    if (!r.complete) break;
+    c.LinkChain.at(groups) = r.chain;
+    c.LinkGeocode.at(groups) = r.geocode;
+    c.LinkColor.at(groups) = IsLinkedGeocode(r.geocode) ? kLinkGreen : kLinkRed;
   }
   c.LinkCount = static_cast<std::int16_t>(groups);
   c.LinkLoadedCount = c.LinkCount;

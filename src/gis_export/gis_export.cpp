@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
+#include "cama/link_file.h"
+#include "model/cama_store.h"
 #include "model/paths.h"
 #include "model/text.h"
 #include "model/text_file.h"
@@ -43,6 +46,28 @@ bool ResolveExportCrs(const Session& session, const std::string& crsText, std::o
   return true;
 }
 
+std::optional<std::vector<CamaLinkRecord>> JobCamaLinks(const Session& session, std::vector<std::string>& warnings) {
+  if (session.JobBase.empty() || !session.DatasetExists(".mtc")) return std::nullopt;
+  const std::string path = session.DatasetPath(".mtc");
+  std::string bytes;
+  if (!ReadFileBytes(path, bytes)) {
+    warnings.push_back("The job's link file " + path + " could not be read, so there is no cama_links layer.");
+    return std::nullopt;
+  }
+  const std::vector<LinkFileRecord> records = ReadLinkRecords(std::move(bytes), CamaStore::kBound);
+  std::vector<CamaLinkRecord> links;
+  links.reserve(records.size());
+  for (const LinkFileRecord& r : records) {
+    if (!r.complete) {
+      warnings.push_back("The job's link file " + path + " holds a number too large to read in record " +
+                         std::to_string(links.size() + 1) + "; the records from there on are not exported.");
+      break;
+    }
+    links.push_back(CamaLinkRecord{r.areaPoint, r.chain, r.geocode, IsLinkedGeocode(r.geocode), r.x, r.y});
+  }
+  return links;
+}
+
 GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request) {
   GisExportReport report;
   const std::optional<GisFormat> format = GisFormatOf(request.out);
@@ -69,10 +94,7 @@ GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& r
   options.camaLinks = request.camaLinks;
   const bool camaWanted =
       request.layers.empty() || std::find(request.layers.begin(), request.layers.end(), "cama_links") != request.layers.end();
-  if (camaWanted && !request.camaLinks && !session.JobBase.empty() && session.DatasetExists(".mtc")) {
-    report.warnings.push_back("The job's link file " + session.DatasetPath(".mtc") +
-                              " is not exported: this build does not read it, so there is no cama_links layer.");
-  }
+  if (camaWanted && !options.camaLinks) options.camaLinks = JobCamaLinks(session, report.warnings);
   GisBuildResult built = BuildGisLayers(session, options);
   report.warnings.insert(report.warnings.end(), built.warnings.begin(), built.warnings.end());
   if (built.layers.empty()) {

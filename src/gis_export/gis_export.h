@@ -25,7 +25,7 @@ struct GisExportRequest {
   std::string crs;
   // Layer names; empty for every layer.
   std::vector<std::string> layers;
-  // The CAMA link records, once they have been read from the job's link file.
+  // The CAMA link records to write; when not given, the job's .mtc is read.
   std::optional<std::vector<CamaLinkRecord>> camaLinks;
 };
 
@@ -46,7 +46,12 @@ std::string JobPrjPath(const Session& session);
 bool ResolveExportCrs(const Session& session, const std::string& crsText, std::optional<GisCrs>& crs,
                       std::vector<std::string>& warnings, std::string& error);
 
-// Exports the open job's stores.
+// The link records of the job's .mtc, as the CAMA display loads them; none when the job has no
+// link file, or (with a warning) when it cannot be read.
+std::optional<std::vector<CamaLinkRecord>> JobCamaLinks(const Session& session, std::vector<std::string>& warnings);
+
+// Exports the open job's stores; the cama_links layer from the request's link records, else from
+// the job's .mtc.
 GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request);
 
 // Writes the job's .prj for the EPSG code, replacing one that is there. False, with `error`

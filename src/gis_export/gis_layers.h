@@ -51,8 +51,8 @@ inline constexpr std::string_view kGisLayerNames[] = {"points",       "network_l
                                                       "raw_polygons", "cama_links"};
 bool IsGisLayerName(std::string_view name);
 
-// One link record of the CAMA link file: the parcel's point and chain, its assessor geocode, and
-// whether it is linked, at its place in the job.
+// One link record of the CAMA link file: the parcel's area point (as the file writes it) and
+// chain, its assessor geocode, and whether it is linked, at its place in the job.
 struct CamaLinkRecord {
   std::string point;
   std::string chain;

@@ -14,6 +14,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <memory>
+#include <utility>
+
 #include "app/view_window.h"
 #include "gis_export/gis_export.h"
 #include "gis_export/ui/gis_export_form.h"
@@ -103,6 +106,34 @@ class GisExportFormTest : public QObject {
     for (int i = 0; i < layers->count(); ++i) layers->item(i)->setCheckState(Qt::Unchecked);
     QVERIFY(!form.Export());
     QVERIFY(user.messages.back().text == "Choose at least one layer to export.");
+  }
+
+  // The link layer is offered, and ticked, only when the job has a link file to read it from.
+  void linkLayerFollowsTheJobsLinkFile() {
+    QTemporaryDir dir;
+    RecordingUserPort user;
+    NullCanvas canvas;
+    RecordingProcessPort processes;
+    Session session(user, canvas, processes);
+    for (const char* ext : {".def", ".COR"}) {
+      QVERIFY(QFile::copy(QStringLiteral(TESSEL_SAMPLES_DIR "/T12NR04E") + QLatin1String(ext),
+                          dir.path() + QStringLiteral("/T12NR04E") + QLatin1String(ext)));
+    }
+    OpenJob(session, (dir.path() + QStringLiteral("/T12NR04E.def")).toStdString(), "T12NR04E.def");
+    const auto linkItem = [&session] {
+      auto form = std::make_unique<GisExportForm>(session, nullptr);
+      QListWidgetItem* item = form->findChild<QListWidget*>(QStringLiteral("lstGisLayers"))->item(7);
+      return std::make_pair(item->text(), std::make_pair(item->flags() & Qt::ItemIsEnabled, item->checkState()));
+    };
+    auto [name, state] = linkItem();
+    QCOMPARE(name, QStringLiteral("cama_links"));
+    QVERIFY(!state.first);
+    QCOMPARE(state.second, Qt::Unchecked);
+
+    QVERIFY(QFile::copy(QStringLiteral(TESSEL_GOLDEN_DIR "/T12NR04E.mtc"), dir.path() + QStringLiteral("/T12NR04E.mtc")));
+    state = linkItem().second;
+    QVERIFY(state.first);
+    QCOMPARE(state.second, Qt::Checked);
   }
 };
 

@@ -179,6 +179,19 @@ TEST_F(CamaChainTest, LoadKeepsWhatAShortOrOddFileHolds) {
   EXPECT_EQ(Colour(2), kLinkRed);
   EXPECT_EQ(session.cama.LinkX.get(2), 0.0);
   EXPECT_EQ(session.cama.CamaCount, 0);  // no .cama
+
+  // A Y too large for a double ends the reading in its group: the X read before it stays, the
+  // texts after it are not read, and the groups before keep everything.
+  WriteJob("T12NR04E.mtc", {"header", PointLine(" 10.5 ", " 20.25 "), "Parcel chain =  1 2", "GeoCode =  12345678901234567",
+                            "", PointLine(" 7.00 ", " 1E999 "), "Parcel chain =  3 4", "GeoCode = 76543210987654321", "",
+                            PointLine(" 8.00 ", " 9.00 "), "Parcel chain =  5 6", "GeoCode = 1"});
+  ASSERT_TRUE(LoadLinkFile(session));
+  EXPECT_EQ(session.cama.LinkCount, 2);
+  EXPECT_EQ(session.cama.LinkX.get(2), 7.0);
+  EXPECT_EQ(session.cama.LinkY.get(2), 0.0);
+  EXPECT_EQ(Link(2), "");
+  EXPECT_EQ(Colour(2), "");
+  EXPECT_EQ(session.cama.LinkChain.get(1), " 1 2");
   DeleteAnyCase(session.DatasetPath(".mtc"));
   EXPECT_FALSE(LoadLinkFile(session));
   EXPECT_EQ(session.cama.LinkCount, 0);

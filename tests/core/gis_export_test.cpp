@@ -9,6 +9,7 @@
 #include <map>
 #include <set>
 
+#include "cama/link_chain.h"
 #include "gis_export/gis_export.h"
 #include "job/load_sequence.h"
 #include "test_support.h"
@@ -301,6 +302,50 @@ TEST_F(SampleExport, GeoPackageHoldsEveryLayerWithItsCountsFieldsAndSystem) {
   EXPECT_EQ(OGR_Fld_GetType(OGR_FD_GetFieldDefn(defn, OGR_FD_GetFieldIndex(defn, "quadrant"))), OFTInteger64);
   CheckKnownFeatures(GDALDatasetGetLayerByName(ds.h, "parcels"), GDALDatasetGetLayerByName(ds.h, "parcel_rings"),
                      points);
+}
+
+// With the job's link file the export has its cama_links layer, read as the CAMA display loads
+// it; a record whose number cannot be read ends the layer there, with a warning.
+TEST_F(SampleExport, LinkFileOfTheJobBecomesTheCamaLinksLayer) {
+  fs::copy_file(fs::path(TESSEL_GOLDEN_DIR) / "T12NR04E.mtc", jobPath / "T12NR04E.mtc");
+  GisExportReport report = Export(Out("links.gpkg"), "EPSG:3435", {"cama_links"});
+  ASSERT_TRUE(report.ok) << report.error;
+  EXPECT_TRUE(report.warnings.empty()) << report.warnings.front();
+  ASSERT_TRUE(LoadLinkFile(session));
+  {
+    Dataset ds(Out("links.gpkg"));
+    ASSERT_NE(ds.h, nullptr);
+    OGRLayerH links = GDALDatasetGetLayerByName(ds.h, "cama_links");
+    ASSERT_NE(links, nullptr);
+    EXPECT_EQ(OGR_L_GetFeatureCount(links, TRUE), session.cama.LinkCount);
+    OGR_L_SetAttributeFilter(links, "linked = 1");
+    EXPECT_EQ(OGR_L_GetFeatureCount(links, TRUE), 25);
+    OGRFeatureH first = FirstWhere(links, "geocode = '06041201100000002'");
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(FieldText(first, "point"), "2129650.815       507423.319");
+    EXPECT_EQ(FieldText(first, "chain"), session.cama.LinkChain.get(1));
+    OGRGeometryH at = OGR_F_GetGeometryRef(first);
+    EXPECT_EQ(OGR_G_GetX(at, 0), session.cama.LinkX.get(1));
+    EXPECT_EQ(OGR_G_GetY(at, 0), session.cama.LinkY.get(1));
+    OGR_F_Destroy(first);
+  }
+
+  std::string mtc = ReadJob("T12NR04E.mtc");
+  const std::size_t third = mtc.find("2127026.754");
+  ASSERT_NE(third, std::string::npos);
+  mtc.replace(third, 11, "1E999      ");
+  WriteJobBytes("T12NR04E.mtc", mtc);
+  report = Export(Out("cut.geojson"), "EPSG:3435", {"cama_links"});
+  ASSERT_TRUE(report.ok) << report.error;
+  ASSERT_EQ(report.warnings.size(), 1u);
+  EXPECT_NE(report.warnings[0].find("T12NR04E.mtc"), std::string::npos);
+  EXPECT_NE(report.warnings[0].find("record 3"), std::string::npos);
+  EXPECT_EQ(report.counts, (std::vector<std::pair<std::string, std::size_t>>{{"cama_links", 2}}));
+
+  fs::remove(jobPath / "T12NR04E.mtc");
+  report = Export(Out("none.gpkg"), "EPSG:3435", {"parcels", "cama_links"});
+  ASSERT_TRUE(report.ok) << report.error;
+  EXPECT_EQ(report.counts.size(), 1u) << "no link file, no cama_links layer";
 }
 
 TEST_F(SampleExport, GeoJsonAndShapefileWriteOneFilePerLayerBesideTheOutput) {

@@ -43,10 +43,11 @@ GisExportForm::GisExportForm(Session& session, QWidget* parent) : QDialog(parent
   layers_->setObjectName(QStringLiteral("lstGisLayers"));
   for (const std::string_view name : kGisLayerNames) {
     auto* item = new QListWidgetItem(QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())), layers_);
-    // The link records come from the CAMA link file, which this dialog does not read.
-    const bool available = name != "cama_links";
+    // The link records come from the job's CAMA link file; without one there is nothing to write.
+    const bool available = name != "cama_links" || (!session_.JobBase.empty() && session_.DatasetExists(".mtc"));
     item->setFlags(available ? (Qt::ItemIsEnabled | Qt::ItemIsUserCheckable) : Qt::ItemIsUserCheckable);
     item->setCheckState(available ? Qt::Checked : Qt::Unchecked);
+    if (!available) item->setToolTip(tr("The job has no CAMA link file (.mtc); link its parcels first."));
   }
 
   search_ = new QLineEdit(this);
