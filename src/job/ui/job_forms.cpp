@@ -12,10 +12,12 @@
 #include <QComboBox>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "paint/qt_text.h"
 #include "job/new_job.h"
 #include "tools/user_tools.h"
+#include "widgets/form_placing.h"
 
 namespace tessel {
 
@@ -91,6 +93,7 @@ ReportForm::ReportForm(QWidget* parent) : QWidget(parent, Qt::Window) {
 
 void ReportForm::showEvent(QShowEvent* event) {
   text_->setPlainText(QStringLiteral("new text\n") + text_->toPlainText());
+  if (!std::exchange(placed_, true)) PlaceBesideMainWindow(*this);
   QWidget::showEvent(event);
 }
 
@@ -106,6 +109,11 @@ ToolboxForm::ToolboxForm(Session& session, QWidget* parent)
     connect(button, &QPushButton::clicked, this, [this, k] { ToolboxClick(session_, k); });
   }
   Reload();
+}
+
+void ToolboxForm::showEvent(QShowEvent* event) {
+  if (!std::exchange(placed_, true)) PlaceBesideMainWindow(*this);
+  QWidget::showEvent(event);
 }
 
 void ToolboxForm::Reload() {

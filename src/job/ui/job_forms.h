@@ -38,6 +38,7 @@ class ReportForm : public QWidget {
 
  private:
   QPlainTextEdit* text_;
+  bool placed_ = false;  // beside the main window at its first showing; where the user left it after
 };
 
 // frmToolbox, "Tools": twelve buttons for the user's programs.
@@ -50,8 +51,12 @@ class ToolboxForm : public QWidget {
   // The captions of the twelve entries, as they stand in the settings.
   void Reload();
 
+ protected:
+  void showEvent(QShowEvent* event) override;
+
  private:
   Session& session_;
+  bool placed_ = false;
 };
 
 // frmBrowse, "Browse": folders and files; "Add program" gives the selection back.

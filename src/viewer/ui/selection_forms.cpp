@@ -17,6 +17,7 @@
 
 #include "model/dialog_memory.h"
 #include "paint/form_places.h"
+#include "widgets/form_placing.h"
 #include "paint/qt_text.h"
 #include "viewer/picking.h"
 
@@ -64,13 +65,8 @@ void SelectionForm::showEvent(QShowEvent* event) {
     const double t = TwipsPerPixel(this);
     setGeometry(OntoAScreen(QRect(int(place->left / t), int(place->top / t), int(place->width / t),
                                   int(place->height / t))));
-  } else if (QWidget* main = parentWidget() ? parentWidget()->window() : nullptr) {
-    // The first time: beside the main window, below its menu bar.
-    auto* frame = qobject_cast<QMainWindow*>(main);
-    const int menuHeight = frame && frame->menuWidget() ? frame->menuWidget()->height() : 0;
-    // The place is of the outer frame; the form's own frame is taken to be as the main window's.
-    const QPoint border = main->geometry().topLeft() - main->frameGeometry().topLeft();
-    setGeometry(BesideMain(main->frameGeometry(), main->geometry().top() + menuHeight, size()).translated(border));
+  } else {
+    PlaceBesideMainWindow(*this);
   }
   QWidget::showEvent(event);
 }
