@@ -47,6 +47,9 @@ class CanvasWidget : public QWidget, public CanvasPort {
     canvas_.SetScale(left, top, width, height);
   }
   bool PixelSize(int& width, int& height) const override { return canvas_.PixelSize(width, height); }
+  void KeepLabelsApart(bool on) override { canvas_.KeepLabelsApart(on); }
+  void NewLabelLayer() override { canvas_.NewLabelLayer(); }
+  int HiddenLabels() const override { return canvas_.HiddenLabels(); }
 
  signals:
   void mousePressed(Qt::MouseButton button, QPointF world);

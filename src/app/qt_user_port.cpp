@@ -14,7 +14,7 @@
 
 namespace tessel {
 
-QtUserPort::QtUserPort(QMainWindow& window, std::array<QLabel*, 4> panels) : window_(window), panels_(panels) {}
+QtUserPort::QtUserPort(QMainWindow& window, std::array<QLabel*, 5> panels) : window_(window), panels_(panels) {}
 
 Answer QtUserPort::Message(const std::string& text, Icon icon, Buttons buttons, const std::string& title) {
   QMessageBox box(&window_);
@@ -70,7 +70,7 @@ std::optional<FileChoice> QtUserPort::ChooseFile(const FileRequest& request) {
 }
 
 void QtUserPort::Status(int panel, const std::string& text) {
-  if (panel < 1 || panel > 4) return;
+  if (panel < 1 || panel > static_cast<int>(panels_.size())) return;
   QLabel* label = panels_[static_cast<std::size_t>(panel - 1)];
   const QString value = FromBytes(text);
   // A load sets the same text many times over; only a change is worth a repaint.

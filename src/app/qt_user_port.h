@@ -1,6 +1,6 @@
 #pragma once
 // The user port on Qt Widgets: message boxes, input boxes, file dialogs, the four status panels,
-// the pointer, the window title and the states of menu entries found by their object names.
+// the labels field, the window title and the states of menu entries found by their object names.
 
 #include <QLabel>
 #include <QMainWindow>
@@ -14,8 +14,9 @@ namespace tessel {
 
 class QtUserPort : public UserPort {
  public:
-  // `window` owns the menus and toolbar; `panels` are the four status panels.
-  QtUserPort(QMainWindow& window, std::array<QLabel*, 4> panels);
+  // `window` owns the menus and toolbar; `panels` are the four status panels and, fifth, the
+  // field of the labels a refresh left out.
+  QtUserPort(QMainWindow& window, std::array<QLabel*, 5> panels);
 
   Answer Message(const std::string& text, Icon icon, Buttons buttons, const std::string& title) override;
   std::optional<std::string> Input(const std::string& prompt, const std::string& title,
@@ -45,7 +46,7 @@ class QtUserPort : public UserPort {
   // A widget by its object name, or by "form/child" for a control of a tool form.
   QObject* Find(const std::string& name) const;
   QMainWindow& window_;
-  std::array<QLabel*, 4> panels_;
+  std::array<QLabel*, 5> panels_;
   bool overridden_ = false;
 };
 

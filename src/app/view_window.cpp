@@ -27,6 +27,7 @@
 #include "tools/export_points.h"
 #include "job/reports.h"
 #include "tools/user_tools.h"
+#include "viewer/drawing.h"
 #include "viewer/picking.h"
 #include "job/load_sequence.h"
 #include "viewer/view_transform.h"
@@ -70,7 +71,7 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   setCentralWidget(canvas_);
   BuildStatusBar();
 
-  user_ = std::make_unique<QtUserPort>(*this, panels_);
+  user_ = std::make_unique<QtUserPort>(*this, std::array<QLabel*, 5>{panels_[0], panels_[1], panels_[2], panels_[3], hiddenLabels_});
   user_->SetPopupHandler([this](const std::string& menu, const std::vector<std::string>& visible,
                                 const std::vector<std::string>& hidden) { ShowPopup(menu, visible, hidden); });
   processes_ = std::make_unique<QtProcessPort>(*this);
@@ -240,6 +241,11 @@ void ViewWindow::BuildMenus() {
   toolLog->setObjectName(QStringLiteral("mnuViewToolLog"));
   toolLog->setText(QStringLiteral("Tool Log"));
   view->addAction(toolLog);
+  QAction* allLabels = AddEntry(view, "mnuViewAllLabels", QStringLiteral("Draw All Labels"));
+  allLabels->setCheckable(true);
+  connect(allLabels, &QAction::toggled, this, [&s](bool on) {
+    if (on != s.checks.mnuViewAllLabels) DrawAllLabels(s, on);
+  });
   QAction* scaleBar = AddEntry(view, "mnuViewScaleBar", QStringLiteral("Scale Bar"));
   scaleBar->setCheckable(true);
   connect(scaleBar, &QAction::toggled, this, [this](bool on) { canvas_->ShowScaleBar(on); });
@@ -545,7 +551,13 @@ void ViewWindow::BuildStatusBar() {
     statusBar()->addWidget(label, i == 0 ? 3 : 1);
     panels_[i] = label;
   }
-  // Northing and easting under the pointer, at the right end.
+  // How many labels the last refresh left out, and the pointer's northing and easting, at the
+  // right end.
+  hiddenLabels_ = new QLabel(this);
+  hiddenLabels_->setObjectName(QStringLiteral("lblHiddenLabels"));
+  hiddenLabels_->setToolTip(QStringLiteral("Labels left out where they would overprint others of their layer; "
+                                           "View > Draw All Labels draws them all"));
+  statusBar()->addPermanentWidget(hiddenLabels_);
   coordinates_ = new QLabel(this);
   coordinates_->setObjectName(QStringLiteral("lblCoordinates"));
   coordinates_->setFrameShape(QFrame::StyledPanel);

@@ -75,6 +75,7 @@ class ViewWindow : public QMainWindow {
   std::unique_ptr<QPrinter> printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
   class ToolLogDock* toolLog_ = nullptr;
   QLabel* coordinates_ = nullptr;
+  QLabel* hiddenLabels_ = nullptr;
   QPointF pressPixel_;
   bool exited_ = false;
   bool shaping_ = false;

@@ -75,6 +75,7 @@ int RenderJob(const RenderOptions& options) {
     session.canvas.SetColours(BackColour(*options.background), ForeColour(*options.background));
   }
   if (options.layers) ShowOnly(session, *options.layers);
+  session.checks.mnuViewAllLabels = options.allLabels;
 
   batch.Open(options.def);
   // Ending the painting completes the image, and the PDF file with its one page.

@@ -17,6 +17,9 @@ struct RenderOptions {
   // View menu layers to show instead of the start-up ones.
   std::optional<std::vector<std::string>> layers;
   std::optional<int> background;  // 1 dark on light, 2 light on dark
+  // Every label drawn, as View > Draw All Labels does; otherwise labels that would overprint
+  // others of their layer are left out.
+  bool allLabels = false;
 };
 
 // The View menu entry of a layer name: a short name ("points", "control", "lsa", "lxn", "raw",

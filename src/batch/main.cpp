@@ -3,7 +3,7 @@
 //   tessel-batch dump PATH.def [--tool-folder DIR] [--pretty]
 //   tessel-batch irr PATH.def
 //   tessel-batch render PATH.def OUT.png|OUT.pdf [--size WxH] [--layers a,b,...] [--background 1|2]
-//                       [--tool-folder DIR]
+//                       [--all-labels] [--tool-folder DIR]
 //   tessel-batch apd-import PATH.def [--tool-folder DIR]
 //   tessel-batch region-test REGION.def [--tolerance T] [--pretty]
 //   tessel-batch cama-import PATH.def DATABASE [--code CODE] [--append]
@@ -51,7 +51,7 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
-    "[--size WxH] [--layers a,b,...] [--background 1|2] | apd-import PATH.def | region-test REGION.def "
+    "[--size WxH] [--layers a,b,...] [--background 1|2] [--all-labels] | apd-import PATH.def | region-test REGION.def "
     "[--tolerance T] [--pretty] | cama-import PATH.def DATABASE [--code CODE] [--append] | cama-link PATH.def | "
     "cama-unused PATH.def | export PATH.def OUT.gpkg|.geojson|.shp|.dxf [--crs EPSG:NNNN] [--layers a,b,...]; "
     "all but irr take "
@@ -70,6 +70,7 @@ struct Arguments {
   std::optional<std::string> size, layers, background, tolerance, crs;
   std::optional<std::string> code;
   bool append = false;
+  bool allLabels = false;
 };
 
 std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::string& programFolder) {
@@ -88,6 +89,7 @@ std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::
     else if (arg == "--tolerance" && hasValue) a.tolerance = args[++i];
     else if (arg == "--code" && hasValue) a.code = args[++i];
     else if (arg == "--append") a.append = true;
+    else if (arg == "--all-labels") a.allLabels = true;
     else if (arg == "--crs" && hasValue) a.crs = args[++i];
     else if (arg.starts_with("--")) return std::nullopt;
     else a.positional.push_back(arg);
@@ -200,6 +202,7 @@ int Render(const Arguments& a) {
   options.def = a.positional[0];
   options.out = a.positional[1];
   options.toolFolder = a.toolFolder;
+  options.allLabels = a.allLabels;
   const std::string ext = options.out.size() >= 4 ? options.out.substr(options.out.size() - 4) : "";
   if (ext != ".png" && ext != ".PNG" && ext != ".pdf" && ext != ".PDF") return Fail("OUT must end in .png or .pdf");
   if (a.size) {

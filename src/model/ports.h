@@ -84,6 +84,12 @@ class CanvasPort {
   virtual void SetDrawMode(DrawMode mode) = 0;
   virtual void SetColours(unsigned back, unsigned fore) = 0;
   virtual void SetScale(double left, double top, double width, double height) = 0;
+  // Labels. While they are kept apart, a text that would lie over a label drawn since the last
+  // NewLabelLayer is left out (the position still moves past it) and counted; turning it on or
+  // off starts the count afresh. A surface that cannot measure text draws every label.
+  virtual void KeepLabelsApart(bool on) { (void)on; }
+  virtual void NewLabelLayer() {}
+  virtual int HiddenLabels() const { return 0; }
   // The surface's size in device pixels, so that the view can keep one job unit as long across
   // as up; false for a surface without pixels (a recording), which takes the view's own shape.
   virtual bool PixelSize(int& width, int& height) const {

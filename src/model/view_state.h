@@ -55,6 +55,8 @@ struct ViewChecks {
   bool mnuOptionsParcelFull = false;
   bool mnuViewCama = false;
   bool mnuViewRPO = false;
+  // Every label drawn even where it overprints another; off, the labels of a layer are kept apart.
+  bool mnuViewAllLabels = false;
 };
 
 // Back and fore colours of a background mode: 1 black on white, 2 white on black.

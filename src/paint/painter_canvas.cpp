@@ -1,9 +1,10 @@
 #include "paint/painter_canvas.h"
 
+#include <QFontMetrics>
 #include <QFontMetricsF>
+#include <QPaintDevice>
 #include <algorithm>
 #include <cmath>
-#include <QPaintDevice>
 
 #include "paint/qt_text.h"
 
@@ -181,6 +182,26 @@ void PainterCanvas::Line(double x1, double y1, double x2, double y2, unsigned co
   lines_.append(QLineF(a, b));
 }
 
+void PainterCanvas::KeepLabelsApart(bool on) {
+  labelsApart_ = on;
+  labels_.Clear();
+  hiddenLabels_ = 0;
+}
+
+bool PainterCanvas::LabelFits(QPointF at, QSizeF size) {
+  if (!labelsApart_) return true;
+  const QRectF box(at, size);
+  // A label wholly off the device hides nothing that shows and is not counted.
+  if (!box.intersects(QRectF(0, 0, device_->width(), device_->height()))) return true;
+  // Labels in a row must not run into one another: each keeps a margin either side, so two
+  // that are both drawn stand a blank's width apart at least.
+  const double margin = 3.0 * pixelScale_;
+  const QRect pixels = box.adjusted(-margin, 0, margin, 0).toAlignedRect();
+  if (labels_.Take({pixels.x(), pixels.y(), pixels.width(), pixels.height()})) return true;
+  ++hiddenLabels_;
+  return false;
+}
+
 void PainterCanvas::Text(const std::string& text) {
   DrawPending();
   if (!device_) return;
@@ -188,7 +209,9 @@ void PainterCanvas::Text(const std::string& text) {
   if (QImage* image = RasterTarget()) {
     const QPointF at = ToDevice(textX_, textY_);
     const int x = static_cast<int>(std::lround(at.x())), y = static_cast<int>(std::lround(at.y()));
-    const int advance = stamps_->Text(*image, x, y, text, fore_);
+    const int advance = stamps_->Advance(text);
+    if (lineHeight_ == 0) lineHeight_ = QFontMetrics(font_).height();
+    if (LabelFits(QPointF(x, y), QSizeF(advance, lineHeight_))) stamps_->Text(*image, x, y, text, fore_);
     // The position is left behind the string.
     textX_ = ToWorld(QPointF(x + advance, at.y())).x();
     return;
@@ -205,12 +228,14 @@ void PainterCanvas::Text(const std::string& text) {
   }
   const QPointF exact = ToDevice(textX_, textY_);
   const QPointF at(std::round(exact.x()), std::round(exact.y()));
-  const QColor colour = mode_ == DrawMode::Invert ? QColor(Qt::white) : ColourOf(fore_);
-  if (textPen_ != colour) {
-    p.setPen(colour);
-    textPen_ = colour;
+  if (LabelFits(at, it->size())) {
+    const QColor colour = mode_ == DrawMode::Invert ? QColor(Qt::white) : ColourOf(fore_);
+    if (textPen_ != colour) {
+      p.setPen(colour);
+      textPen_ = colour;
+    }
+    p.drawStaticText(at, *it);
   }
-  p.drawStaticText(at, *it);
   // The position is left behind the string.
   textX_ = ToWorld(QPointF(at.x() + it->size().width(), at.y())).x();
 }

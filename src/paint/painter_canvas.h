@@ -16,6 +16,7 @@
 #include <QVector>
 #include <memory>
 
+#include "model/label_space.h"
 #include "paint/raster_stamps.h"
 #include "model/ports.h"
 
@@ -55,6 +56,9 @@ class PainterCanvas : public CanvasPort {
   void SetColours(unsigned back, unsigned fore) override;
   void SetScale(double left, double top, double width, double height) override;
   bool PixelSize(int& width, int& height) const override;
+  void KeepLabelsApart(bool on) override;
+  void NewLabelLayer() override { labels_.Clear(); }
+  int HiddenLabels() const override { return hiddenLabels_; }
 
   // World coordinates of a device point, and the reverse.
   QPointF ToWorld(QPointF device) const;
@@ -69,6 +73,9 @@ class PainterCanvas : public CanvasPort {
   void Begin(Batch kind, unsigned colour);
   void DrawPending();
   QPen PenFor(unsigned colour, bool dot) const;
+  // True when a label of `size` at `at` may be drawn: labels are not kept apart, or it lies off
+  // the device, or it overlaps no label of the layer (and is then taken).
+  bool LabelFits(QPointF at, QSizeF size);
 
   QPaintDevice* device_ = nullptr;
   std::unique_ptr<QPainter> painter_;
@@ -82,6 +89,9 @@ class PainterCanvas : public CanvasPort {
   unsigned back_ = 0xFFFFFF;
   unsigned fore_ = 0x000000;
   double textX_ = 0.0, textY_ = 0.0;
+  bool labelsApart_ = false;
+  LabelSpace labels_;
+  int hiddenLabels_ = 0;
 
   Batch batch_ = Batch::None;
   unsigned batchColour_ = 0;
@@ -93,6 +103,7 @@ class PainterCanvas : public CanvasPort {
   // The image being painted, when dots and text can be stamped straight into its pixels.
   QImage* RasterTarget();
   std::unique_ptr<RasterStamps> stamps_;
+  int lineHeight_ = 0;  // of the stamped text
 };
 
 }  // namespace tessel

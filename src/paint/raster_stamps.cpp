@@ -181,4 +181,10 @@ int RasterStamps::Text(QImage& image, int x, int y, std::string_view text, unsig
   return advance;
 }
 
+int RasterStamps::Advance(std::string_view text) {
+  int advance = 0;
+  for (const char c : text) advance += Glyph(static_cast<unsigned char>(c)).advance;
+  return advance;
+}
+
 }  // namespace tessel

@@ -28,6 +28,8 @@ class RasterStamps {
   void Dot(QImage& image, double x, double y, int width, unsigned colour);
   // The text with the top left of its first character at (x, y); returns its advance.
   int Text(QImage& image, int x, int y, std::string_view text, unsigned colour);
+  // The advance of the text, as Text gives it, without drawing.
+  int Advance(std::string_view text);
 
  private:
   struct Mask {

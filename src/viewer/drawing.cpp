@@ -193,9 +193,11 @@ void DrawRegionMatches(Painter& p) {
   }
 }
 
-// A layer that meets a fault ends there; the refresh goes on with the next layer.
+// A layer that meets a fault ends there; the refresh goes on with the next layer. Labels are
+// kept apart from those of their own layer only.
 template <typename F>
-void Layer(F&& paint) {
+void Layer(CanvasPort& canvas, F&& paint) {
+  canvas.NewLabelLayer();
   try {
     paint();
   } catch (const RuntimeFault&) {
@@ -242,28 +244,43 @@ void RefreshView(Session& s) {
   Painter p{s, s.canvas, s.config, BackColour(s.config.BackgroundMode), ForeColour(s.config.BackgroundMode)};
   p.c.Clear();
   const ViewChecks& v = s.checks;
-  if (v.mnuOptionsControl) Layer([&] { DrawControl(p); });
-  if (v.mnuViewPoints) Layer([&] { DrawPoints(p, v.mnuOptionsID); });
+  p.c.KeepLabelsApart(!v.mnuViewAllLabels);
+  if (v.mnuOptionsControl) Layer(p.c, [&] { DrawControl(p); });
+  if (v.mnuViewPoints) Layer(p.c, [&] { DrawPoints(p, v.mnuOptionsID); });
   if (v.mnuOptionsLinesLXN) {
-    Layer([&] { DrawLines(p, s.lxn.LxnLineEnds, s.lxn.LxnSegmentCount, p.cfg.LineTypeLXN, p.cfg.LxnColor); });
+    Layer(p.c, [&] { DrawLines(p, s.lxn.LxnLineEnds, s.lxn.LxnSegmentCount, p.cfg.LineTypeLXN, p.cfg.LxnColor); });
   }
   if (v.mnuOptionsLinesLSA) {
-    Layer([&] { DrawLines(p, s.lsa.LsaLineEnds, s.lsa.LsaLineCount, p.cfg.LineTypeLSA, p.cfg.LsaColor); });
+    Layer(p.c, [&] { DrawLines(p, s.lsa.LsaLineEnds, s.lsa.LsaLineCount, p.cfg.LineTypeLSA, p.cfg.LsaColor); });
   }
-  if (v.mnuViewLinesRaw) Layer([&] { DrawRawLines(p); });
-  if (v.mnuOptionsMultiAtt) Layer([&] { DrawMultipleMarks(p); });
-  if (v.mnuOptionsParcel) Layer([&] { DrawParcels(p, ParcelLabel::None); });
-  if (v.mnuOptionsParcelBrief) Layer([&] { DrawParcels(p, ParcelLabel::Brief); });
-  if (v.mnuOptionsParcelDetail) Layer([&] { DrawParcels(p, ParcelLabel::Detailed); });
-  if (v.mnuOptionsParcelFull) Layer([&] { DrawParcels(p, ParcelLabel::Full); });
-  if (v.mnuViewCama) Layer([&] { DrawLinkPoints(s); });
+  if (v.mnuViewLinesRaw) Layer(p.c, [&] { DrawRawLines(p); });
+  if (v.mnuOptionsMultiAtt) Layer(p.c, [&] { DrawMultipleMarks(p); });
+  if (v.mnuOptionsParcel) Layer(p.c, [&] { DrawParcels(p, ParcelLabel::None); });
+  if (v.mnuOptionsParcelBrief) Layer(p.c, [&] { DrawParcels(p, ParcelLabel::Brief); });
+  if (v.mnuOptionsParcelDetail) Layer(p.c, [&] { DrawParcels(p, ParcelLabel::Detailed); });
+  if (v.mnuOptionsParcelFull) Layer(p.c, [&] { DrawParcels(p, ParcelLabel::Full); });
+  if (v.mnuViewCama) Layer(p.c, [&] { DrawLinkPoints(s); });
   if (v.mnuViewRPO) {
-    Layer([&] { DrawRawPolygons(p); });
-    Layer([&] { DrawHiddenLines(p); });
+    Layer(p.c, [&] { DrawRawPolygons(p); });
+    Layer(p.c, [&] { DrawHiddenLines(p); });
   }
-  if (s.region.match.Drawn) Layer([&] { DrawRegionMatches(p); });
-  Layer([&] { DrawSelectionMarks(p); });
+  if (s.region.match.Drawn) Layer(p.c, [&] { DrawRegionMatches(p); });
+  Layer(p.c, [&] { DrawSelectionMarks(p); });
+  s.user.Status(kLabelsPanel, LabelsHiddenText(p.c.HiddenLabels()));
+  // Texts drawn between refreshes (picks, outlines) are drawn as they fall.
+  p.c.KeepLabelsApart(false);
   s.user.SetPointer(Pointer::Arrow);
+}
+
+std::string LabelsHiddenText(int hidden) {
+  if (hidden <= 0) return "";
+  return std::to_string(hidden) + (hidden == 1 ? " label hidden" : " labels hidden");
+}
+
+void DrawAllLabels(Session& s, bool on) {
+  s.checks.mnuViewAllLabels = on;
+  s.user.SetChecked("mnuViewAllLabels", on);
+  if (JobGuard(s)) RefreshView(s);
 }
 
 void RefreshViewAfterExtents(Session& s) {

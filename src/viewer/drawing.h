@@ -15,7 +15,16 @@ inline constexpr unsigned kRed = 0xFF0000;
 inline constexpr unsigned kBlue = 0x0000FF;
 inline constexpr unsigned kGreen = 0x00FF00;
 
+// The status bar field after the four panels that tells how many labels a refresh left out
+// because they would have overprinted others of their layer.
+inline constexpr int kLabelsPanel = 5;
+// "n labels hidden", or empty for none.
+std::string LabelsHiddenText(int hidden);
+
 void RefreshView(Session& session);
+// View > "Draw All Labels": on, every label is drawn as it falls; off, a label that would lie
+// over one already drawn in its layer is left out. Refreshes an open job.
+void DrawAllLabels(Session& session, bool on);
 // Clear, zoom extents, then the refresh: the first drawing of a job.
 void RefreshViewAfterExtents(Session& session);
 

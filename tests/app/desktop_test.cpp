@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPrinter>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWheelEvent>
@@ -134,15 +135,23 @@ class DesktopTest : public QObject {
     QCOMPARE(W().session().view.ScaleLeft, before.ScaleLeft);
   }
 
+  // The list windows, the Tool Box and Project Information open against the main window's right
+  // edge, below its menu bar, the first time.
   void aFirstTimeFormStaysOffTheMenuBar() {
     Open();
     QVERIFY(!QFile::exists(tools_->filePath(QStringLiteral("ts$002.cfg"))));
     Action("Select")->trigger();
-    auto* points = W().findChild<QWidget*>(QStringLiteral("frmSelectedPoints"));
-    QVERIFY(points && points->isVisible());
+    Action("mnuViewToolbox")->trigger();
+    Action("mnuViewTextWindow")->trigger();
     const QRect menu(W().menuBar()->mapToGlobal(QPoint(0, 0)), W().menuBar()->size());
-    QVERIFY2(!points->frameGeometry().intersects(menu),
-             qPrintable(QStringLiteral("form at %1,%2 frame %3 menu %4,%5 %6x%7 main %8").arg(points->x()).arg(points->y()).arg(points->frameGeometry().y()).arg(menu.x()).arg(menu.y()).arg(menu.width()).arg(menu.height()).arg(W().geometry().y())));
+    for (const char* name : {"frmSelectedPoints", "frmToolbox", "frmReport"}) {
+      auto* form = W().findChild<QWidget*>(QString::fromLatin1(name));
+      QVERIFY2(form && form->isVisible(), name);
+      QVERIFY2(!form->frameGeometry().intersects(menu),
+               qPrintable(QStringLiteral("%1 at %2,%3, menu bar %4,%5 %6x%7")
+                              .arg(QString::fromLatin1(name)).arg(form->x()).arg(form->y()).arg(menu.x()).arg(menu.y())
+                              .arg(menu.width()).arg(menu.height())));
+    }
   }
 
   void theWheelZoomsAboutThePointer() {
@@ -161,6 +170,34 @@ class DesktopTest : public QObject {
     QTest::mouseMove(&c, at.toPoint());
     const QString shown = W().findChild<QLabel*>(QStringLiteral("lblCoordinates"))->text();
     QVERIFY2(shown.startsWith(QStringLiteral("N ")) && shown.contains(QStringLiteral("  E ")), qPrintable(shown));
+  }
+
+  // Point names that would overprint are left out and counted in the status bar; View > Draw All
+  // Labels draws them all and empties the count.
+  void overprintingLabelsAreCountedAndCanAllBeDrawn() {
+    Open();
+    auto* hidden = W().findChild<QLabel*>(QStringLiteral("lblHiddenLabels"));
+    QVERIFY(hidden);
+    QCOMPARE(hidden->text(), QString());
+    Action("mnuOptionsID")->trigger();
+    QVERIFY(W().session().checks.mnuOptionsID);
+    const QRegularExpression count(QStringLiteral("^(\\d+) labels hidden$"));
+    const QRegularExpressionMatch apart = count.match(hidden->text());
+    QVERIFY2(apart.hasMatch(), qPrintable(hidden->text()));
+    const int left = apart.captured(1).toInt();
+    QVERIFY(left > 0 && left < W().session().points.PointCount());
+
+    QAction* all = Action("mnuViewAllLabels");
+    QVERIFY(all && all->isCheckable() && !all->isChecked());
+    all->trigger();
+    QVERIFY(all->isChecked() && W().session().checks.mnuViewAllLabels);
+    QCOMPARE(hidden->text(), QString());
+    all->trigger();
+    QCOMPARE(hidden->text(), apart.captured(0));
+    // Zoomed in, the names have room.
+    for (int k = 0; k < 4; ++k) Action("mnuToolsZoomIn")->trigger();
+    const QRegularExpressionMatch closer = count.match(hidden->text());
+    QVERIFY(hidden->text().isEmpty() || (closer.hasMatch() && closer.captured(1).toInt() < left));
   }
 
   void literalAmpersandsShowInCaptions() {

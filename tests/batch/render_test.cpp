@@ -5,6 +5,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFont>
+#include <QFontMetrics>
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -108,6 +110,72 @@ class RenderTest : public QObject {
              1);
   }
 
+  // Labels of one layer are kept apart, counted where left out; another layer's labels, a label
+  // off the picture and labels drawn with the switch off are not. Stamped into an image and
+  // drawn by QPainter alike.
+  void labelsOfALayerAreKeptApart() {
+    for (const QImage::Format format : {QImage::Format_RGB32, QImage::Format_RGB888}) {
+      QImage image(400, 100, format);
+      image.fill(Qt::white);
+      PainterCanvas canvas(&image);
+      canvas.SetScale(0, 100, 400, -100);
+      canvas.KeepLabelsApart(true);
+      canvas.NewLabelLayer();
+      canvas.Dot(10, 50, 0);
+      canvas.Text("W");
+      canvas.Dot(12, 50, 0);
+      canvas.Text("MMMM");  // over the first
+      canvas.Text("X");     // behind the left-out one, clear of the first
+      canvas.Dot(1000, 50, 0);
+      canvas.Text("far");
+      canvas.Dot(1000, 50, 0);
+      canvas.Text("far");  // off the picture: drawn or not, nothing shows, nothing is counted
+      QCOMPARE(canvas.HiddenLabels(), 1);
+      canvas.NewLabelLayer();
+      canvas.Dot(12, 50, 0);
+      canvas.Text("W");  // the next layer's label over the first layer's
+      QCOMPARE(canvas.HiddenLabels(), 1);
+      canvas.Dot(300, 50, 0);
+      canvas.Text("Y");
+      canvas.Dot(300, 50, 0);
+      canvas.Text("Y");
+      QCOMPARE(canvas.HiddenLabels(), 2);
+      canvas.KeepLabelsApart(false);
+      QCOMPARE(canvas.HiddenLabels(), 0);
+      canvas.Dot(300, 50, 0);
+      canvas.Text("Y");
+      canvas.Dot(300, 50, 0);
+      canvas.Text("Y");
+      QCOMPARE(canvas.HiddenLabels(), 0);
+      canvas.Flush();
+      // The left-out label moved the position on: "X" stands after where "MMMM" would have ended.
+      const int fontWidth = QFontMetrics(QFont()).horizontalAdvance(QStringLiteral("MMMM"));
+      bool inkPastFirst = false;
+      for (int y = 40; y < 70; ++y) {
+        for (int x = 12 + fontWidth; x < 12 + fontWidth + 12; ++x) {
+          inkPastFirst = inkPastFirst || image.pixelColor(x, y) != QColor(Qt::white);
+        }
+      }
+      QVERIFY(inkPastFirst);
+    }
+
+    // tessel-batch render keeps them apart unless asked for all.
+    const auto ink = [](const QString& png) {
+      const QImage picture(png);
+      int inked = 0;
+      for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) inked += picture.pixelColor(x, y) != QColor(Qt::white);
+      }
+      return inked;
+    };
+    const QString apart = work_->filePath(QStringLiteral("apart.png")), all = work_->filePath(QStringLiteral("all.png"));
+    const QStringList args{QStringLiteral("render"), Job(QStringLiteral("T12NR04E.def")), QStringLiteral("--size"),
+                           QStringLiteral("400x300"), QStringLiteral("--layers"), QStringLiteral("points,ids")};
+    QCOMPARE(Run(QStringList(args) << apart), 0);
+    QCOMPARE(Run(QStringList(args) << all << QStringLiteral("--all-labels")), 0);
+    QVERIFY2(ink(all) > ink(apart) * 11 / 10, qPrintable(QStringLiteral("%1 %2").arg(ink(all)).arg(ink(apart))));
+  }
+
   void badUsageIsRefused() {
     const QString def = Job(QStringLiteral("T12NR04E.def"));
     const QString png = work_->filePath(QStringLiteral("x.png"));
@@ -139,5 +207,6 @@ class RenderTest : public QObject {
 
 }  // namespace tessel
 
-QTEST_GUILESS_MAIN(tessel::RenderTest)
+// Labels are measured in the font, which takes a GUI application (on the offscreen platform).
+QTEST_MAIN(tessel::RenderTest)
 #include "render_test.moc"
