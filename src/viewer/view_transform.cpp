@@ -52,6 +52,8 @@ void SetScale(Session& s, double left, double top, double width, double height) 
   s.canvas.SetScale(v.ScaleLeft, v.ScaleTop, v.ScaleWidth, v.ScaleHeight);
 }
 
+void SetScale(Session& s, const ScaleRect& scale) { SetScale(s, scale.left, scale.top, scale.width, scale.height); }
+
 double CanvasAspect(const Session& s) {
   int width = 0, height = 0;
   if (!s.canvas.PixelSize(width, height) || width <= 0 || height <= 0) return kAspect;
@@ -59,15 +61,19 @@ double CanvasAspect(const Session& s) {
   return static_cast<double>(width) / height;
 }
 
-double SquareWidth(const Session& s, double height, double asked) {
+ScaleRect FitToCanvas(const Session& s, const ScaleRect& view) {
   const double aspect = CanvasAspect(s);
-  return aspect == kAspect ? asked : height * -aspect;
+  return aspect == kAspect ? view : FitScaleToShape(view, aspect);
 }
 
 void FitScaleToCanvas(Session& s) {
   const ViewState& v = s.view;
-  const double height = v.ScaleHeight;
-  SetScale(s, v.ScaleLeft, v.ScaleTop, SquareWidth(s, height, height * -kAspect), height);
+  // The window of the view's shape inside the present scale, about its centre.
+  const double w = std::fabs(double(v.ScaleWidth)), h = std::fabs(double(v.ScaleHeight));
+  const double coreW = std::min(w, h * kAspect), coreH = std::min(h, w / kAspect);
+  const double sx = v.ScaleWidth < 0 ? -1.0 : 1.0, sy = v.ScaleHeight < 0 ? -1.0 : 1.0;
+  const double cx = v.ScaleLeft + double(v.ScaleWidth) / 2, cy = v.ScaleTop + double(v.ScaleHeight) / 2;
+  SetScale(s, FitToCanvas(s, {cx - sx * coreW / 2, cy - sy * coreH / 2, sx * coreW, sy * coreH}));
 }
 
 ScaleRect CurrentScale(const Session& s) {
@@ -130,7 +136,7 @@ std::string ScaleBarText(double length) {
 void SetWindow(Session& s, double left, double top, double right, double bottom) {
   const double height = ClampToSingle(bottom - top);
   (void)right;  // the width always follows from the height
-  SetScale(s, left, top, SquareWidth(s, height, height * -kAspect), height);
+  SetScale(s, FitToCanvas(s, {left, top, height * -kAspect, height}));
 }
 
 void SavePrevious(Session& s) {
@@ -179,7 +185,7 @@ void ZoomWindow(Session& s, double x0, double y0, double x1, double y1) {
 void ZoomPrevious(Session& s, double outerWidthTwips, double outerHeightTwips) {
   const ViewRect& p = s.view.PreviousView;
   const double height = static_cast<double>(p.bottom) - p.top;
-  SetScale(s, p.left, p.top, SquareWidth(s, height, height * -kAspect), height);
+  SetScale(s, FitToCanvas(s, {p.left, p.top, height * -kAspect, height}));
   Redraw(s);
   ViewState& v = s.view;
   StoreNominal(s, v.ScaleLeft, v.ScaleTop, v.ScaleLeft + outerWidthTwips, v.ScaleTop - outerHeightTwips);
@@ -241,7 +247,7 @@ void RecallSavedView(Session& s, int slot) {
     return;
   }
   const double height = static_cast<double>(saved.bottom) - saved.top;
-  SetScale(s, saved.left, saved.top, SquareWidth(s, height, static_cast<double>(saved.right) - saved.left), height);
+  SetScale(s, FitToCanvas(s, {saved.left, saved.top, static_cast<double>(saved.right) - saved.left, height}));
   Redraw(s);
 }
 

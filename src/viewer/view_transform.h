@@ -14,16 +14,17 @@ inline constexpr double kAspect = 1.33333;
 // The canvas's own shape, width over height in pixels. A canvas of the view's shape (within a
 // pixel) and one without pixels give kAspect itself, so that the view keeps its values there.
 double CanvasAspect(const Session& session);
-// The scale width for a scale height: `asked` on a canvas of the view's shape, else the width that
-// keeps one job unit as many pixels across as up.
-double SquareWidth(const Session& session, double height, double asked);
-// The present scale fitted anew to the canvas, keeping its left, top and height: after the canvas
-// changed its size.
-void FitScaleToCanvas(Session& session);
 // A scale: left and top edges, width and height (the height negative).
 struct ScaleRect {
   double left = 0.0, top = 0.0, width = 1.0, height = -1.0;
 };
+// The scale that shows the view's window `view` on the canvas: the window itself on a canvas of
+// the view's shape; on any other, the window widened (or heightened) about its centre to the
+// canvas's shape, so that it shows whole, centred, with one job unit as many pixels across as up.
+ScaleRect FitToCanvas(const Session& session, const ScaleRect& view);
+// The present scale fitted anew to the canvas, about the same centre and holding the same window
+// of the view's shape: after the canvas changed its size.
+void FitScaleToCanvas(Session& session);
 // The present scale.
 ScaleRect CurrentScale(const Session& session);
 // The smallest scale of the given shape (width over height) that holds `scale`, about the same
@@ -47,6 +48,7 @@ std::string ScaleBarText(double length);
 void SetWindow(Session& session, double left, double top, double right, double bottom);
 // The scale straight from a slot or a previous view, without the aspect rule.
 void SetScale(Session& session, double left, double top, double width, double height);
+void SetScale(Session& session, const ScaleRect& scale);
 
 // The present view into PreviousView.
 void SavePrevious(Session& session);

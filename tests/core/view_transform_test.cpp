@@ -240,16 +240,31 @@ TEST_F(CanvasShape, ACanvasOfTheViewsShapeKeepsTheViewsOwnValues) {
   EXPECT_DOUBLE_EQ(CanvasAspect(session), 803.0 / 600);
 }
 
-TEST_F(CanvasShape, ACanvasResizedKeepsLeftTopAndHeightAndTakesItsShape) {
+// On a canvas of another shape the window shows whole and centred; resized back, the canvas
+// shows the window itself again.
+TEST_F(CanvasShape, ACanvasOfAnotherShapeShowsTheWindowWholeAboutItsCentre) {
   Pixels(1000, 750);
-  SetWindow(session, 100, 900, 0, 300);
-  Pixels(1200, 600);
-  FitScaleToCanvas(session);
+  SetWindow(session, 100, 900, 0, 300);  // 800 x 600 about (500, 600), width by the view's 1.33333
   const ViewState& v = session.view;
-  EXPECT_FLOAT_EQ(v.ScaleLeft, 100);
-  EXPECT_FLOAT_EQ(v.ScaleTop, 900);
-  EXPECT_FLOAT_EQ(v.ScaleHeight, -600);
-  EXPECT_FLOAT_EQ(v.ScaleWidth, 1200);
+  const auto expect = [&](double left, double top, double width, double height) {
+    EXPECT_NEAR(v.ScaleLeft, left, 0.01);
+    EXPECT_NEAR(v.ScaleTop, top, 0.01);
+    EXPECT_NEAR(v.ScaleWidth, width, 0.01);
+    EXPECT_NEAR(v.ScaleHeight, height, 0.01);
+  };
+  Pixels(1200, 600);  // wider: as high, widened about the centre
+  FitScaleToCanvas(session);
+  expect(-100, 900, 1200, -600);
+  Pixels(500, 1000);  // taller: as wide, heightened about the centre
+  FitScaleToCanvas(session);
+  expect(100, 1400, 800, -1600);
+  Pixels(1000, 750);
+  FitScaleToCanvas(session);
+  expect(100, 900, 800, -600);
+  // Zoom extents on a tall canvas keeps the whole job in sight.
+  Pixels(500, 1000);
+  SetWindow(session, 100, 900, 0, 300);
+  expect(100, 1400, 800, -1600);
 }
 
 TEST_F(CanvasShape, SavedViewsAreShownSquareOnACanvasOfAnotherShape) {
