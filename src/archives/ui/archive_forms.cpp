@@ -22,16 +22,11 @@
 #include "archives/lzh_commands.h"
 #include "archives/zip_commands.h"
 #include "paint/qt_text.h"
+#include "widgets/named_widgets.h"
 
 namespace tessel {
 
 namespace {
-
-QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(QString::fromLatin1(name));
-  return button;
-}
 
 QLabel* Label(QWidget* parent, const char* text) {
   auto* label = new QLabel(FromBytes(text), parent);

@@ -23,16 +23,11 @@
 #include "model/text.h"
 #include "paint/qt_text.h"
 #include "viewer/ui/selection_forms.h"
+#include "widgets/named_widgets.h"
 
 namespace tessel {
 
 namespace {
-
-QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(QString::fromLatin1(name));
-  return button;
-}
 
 QLineEdit* Field(QWidget* parent, const QString& name) {
   auto* field = new QLineEdit(parent);

@@ -18,6 +18,7 @@
 #include "cama/manual_link.h"
 #include "datasets/identity.h"
 #include "paint/qt_text.h"
+#include "widgets/named_widgets.h"
 
 namespace tessel {
 
@@ -31,13 +32,6 @@ constexpr const char* kQueryLabels[6] = {"Township Number",
                                          "Range Direction (E or W)"};
 constexpr const char* kQueryNames[6] = {"txtTownship", "txtTwpFraction", "txtTwpDirection",
                                         "txtRange",    "txtRngFraction", "txtRngDirection"};
-
-QPushButton* Button(QWidget* parent, QLayout* row, const char* name, const QString& caption) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(QString::fromLatin1(name));
-  row->addWidget(button);
-  return button;
-}
 
 QLabel* Label(QWidget* parent, QLayout* layout, const char* name) {
   auto* label = new QLabel(parent);

@@ -16,18 +16,9 @@
 
 #include "gis_export/gis_export.h"
 #include "paint/qt_text.h"
+#include "widgets/named_widgets.h"
 
 namespace tessel {
-
-namespace {
-
-QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(QString::fromLatin1(name));
-  return button;
-}
-
-}  // namespace
 
 GisExportForm::GisExportForm(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
   setObjectName(QStringLiteral("frmGisExport"));

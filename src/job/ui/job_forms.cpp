@@ -18,16 +18,11 @@
 #include "job/new_job.h"
 #include "tools/user_tools.h"
 #include "widgets/form_placing.h"
+#include "widgets/named_widgets.h"
 
 namespace tessel {
 
 namespace {
-
-QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(QString::fromLatin1(name));
-  return button;
-}
 
 QLabel* Wrapped(QWidget* parent, const QString& text) {
   auto* label = new QLabel(text, parent);

@@ -25,18 +25,13 @@
 #include "parcels/raw_polygon_tags.h"
 #include "viewer/drawing.h"
 #include "viewer/view_transform.h"
+#include "widgets/named_widgets.h"
 
 namespace tessel {
 
 namespace {
 
 QFont FixedFont() { return QFontDatabase::systemFont(QFontDatabase::FixedFont); }
-
-QPushButton* Button(QWidget* parent, const char* name, const QString& caption) {
-  auto* b = new QPushButton(caption, parent);
-  b->setObjectName(QString::fromLatin1(name));
-  return b;
-}
 
 template <typename T>
 T* Named(T* widget, const char* name) {

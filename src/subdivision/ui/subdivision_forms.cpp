@@ -24,16 +24,11 @@
 #include "paint/qt_text.h"
 #include "subdivision/irr_save.h"
 #include "subdivision/nominal.h"
+#include "widgets/named_widgets.h"
 
 namespace tessel {
 
 namespace {
-
-QPushButton* Button(QWidget* parent, const QString& name, const QString& caption) {
-  auto* button = new QPushButton(caption, parent);
-  button->setObjectName(name);
-  return button;
-}
 
 QLabel* Label(QWidget* parent, const QString& text, const QString& name = {}) {
   auto* label = new QLabel(text, parent);

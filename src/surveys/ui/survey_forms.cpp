@@ -23,19 +23,13 @@
 #include "paint/qt_text.h"
 #include "surveys/print_columns.h"
 #include "surveys/survey_file.h"
+#include "widgets/named_widgets.h"
 
 namespace tessel {
 
 namespace {
 
 double TwipsPerPixel(const QWidget* w) { return 1440.0 / w->logicalDpiX(); }
-
-QPushButton* Button(QWidget* owner, QLayout* layout, const char* name, const QString& caption) {
-  auto* button = new QPushButton(caption, owner);
-  button->setObjectName(QString::fromLatin1(name));
-  layout->addWidget(button);
-  return button;
-}
 
 // Text boxes hold CR LF line ends as the job's files do; the editor shows LF.
 QString Shown(const std::string& bytes) {
