@@ -85,9 +85,12 @@ LineInput LineFrom(const AddFields& f, AddKind kind) {
   return line;
 }
 
-// The whole degrees of a DD.MMSS text.
+// The whole degrees of a DD.MMSS text. A number beyond any integer (a damaged file) is shown as
+// the number it is rather than converted.
 std::string DegreesPart(const std::string& bearing) {
-  return std::to_string(static_cast<long long>(std::trunc(Val(bearing))));
+  const double whole = std::trunc(Val(bearing));
+  if (std::fabs(whole) < 9.0e18) return std::to_string(static_cast<long long>(whole));
+  return ShortestText(whole);
 }
 
 // The bearing from one point of the job to another, quadrant and DD.MMSS.

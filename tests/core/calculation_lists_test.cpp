@@ -125,6 +125,23 @@ TEST(AddLines, EditingReadsBackWhatWasWritten) {
   }
 }
 
+// A traverse's description gives the bearing's whole degrees; a bearing too large for any
+// integer (a damaged .add) is shown as the number it is.
+TEST(AddLines, DescriptionGivesWholeDegreesOfAnyBearing) {
+  RecordingUserPort user;
+  RecordingCanvas canvas;
+  RecordingProcessPort processes;
+  Session session(user, canvas, processes);
+  std::vector<std::string> lines = DefinitionLines(Traverse("100200", "1", "45.3015", "10"));
+  EXPECT_NE(Describe(session, lines, 0).text.find("Quad # 1, 45 (DD.MMSS 45.30150)"), std::string::npos);
+  // The same line with the bearing's columns damaged into a number of 300 digits.
+  const std::size_t at = lines[0].find("45.30150");
+  ASSERT_NE(at, std::string::npos);
+  lines[0].replace(at, 8, "4.5E+300");
+  const std::string huge = Describe(session, lines, 0).text;
+  EXPECT_NE(huge.find("Quad # 1, " + ShortestText(4.5e300) + " (DD.MMSS 4.5E+300)"), std::string::npos) << huge;
+}
+
 TEST(DefinitionChecks, InTheirOrderWithMessageAndFocus) {
   auto failure = [](DefinitionInput input) {
     const auto f = CheckDefinition(input);
