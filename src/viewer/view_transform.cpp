@@ -187,8 +187,10 @@ void ZoomPrevious(Session& s, double outerWidthTwips, double outerHeightTwips) {
   const double height = static_cast<double>(p.bottom) - p.top;
   SetScale(s, FitToCanvas(s, {p.left, p.top, height * -kAspect, height}));
   Redraw(s);
-  ViewState& v = s.view;
-  StoreNominal(s, v.ScaleLeft, v.ScaleTop, v.ScaleLeft + outerWidthTwips, v.ScaleTop - outerHeightTwips);
+  // The nominal window starts at the scale's corner as the view's shape has it (the canvas's
+  // own corner on such a canvas), so that a canvas of another shape does not move it.
+  const double left = ClampToSingle(p.left), top = ClampToSingle(p.top);
+  StoreNominal(s, left, top, left + outerWidthTwips, top - outerHeightTwips);
 }
 
 void Pan(Session& s, PanDirection direction) {

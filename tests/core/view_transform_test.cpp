@@ -265,6 +265,15 @@ TEST_F(CanvasShape, ACanvasOfAnotherShapeShowsTheWindowWholeAboutItsCentre) {
   Pixels(500, 1000);
   SetWindow(session, 100, 900, 0, 300);
   expect(100, 1400, 800, -1600);
+  // Zoom Previous starts its nominal window where the previous view starts, whatever the shape.
+  session.view.PreviousView = ViewRect{100, 900, 900, 300};
+  for (const auto& [w, h] : {std::pair{1000, 750}, std::pair{1200, 600}, std::pair{500, 1000}}) {
+    Pixels(w, h);
+    ZoomPrevious(session, 15000, 11000);
+    EXPECT_FLOAT_EQ(v.ViewLeft, 100) << w;
+    EXPECT_FLOAT_EQ(v.ViewTop, 900) << w;
+    EXPECT_FLOAT_EQ(v.ViewRight, 15100) << w;
+  }
 }
 
 TEST_F(CanvasShape, SavedViewsAreShownSquareOnACanvasOfAnotherShape) {
