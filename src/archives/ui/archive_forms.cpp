@@ -22,7 +22,7 @@
 #include "archives/lzh_commands.h"
 #include "archives/zip_commands.h"
 #include "paint/qt_text.h"
-#include "widgets/named_widgets.h"
+#include "forms/ui/named_widgets.h"
 
 namespace tessel {
 

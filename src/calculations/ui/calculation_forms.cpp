@@ -23,7 +23,7 @@
 #include "model/text.h"
 #include "paint/qt_text.h"
 #include "viewer/ui/selection_forms.h"
-#include "widgets/named_widgets.h"
+#include "forms/ui/named_widgets.h"
 
 namespace tessel {
 

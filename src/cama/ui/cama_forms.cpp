@@ -18,7 +18,7 @@
 #include "cama/manual_link.h"
 #include "datasets/identity.h"
 #include "paint/qt_text.h"
-#include "widgets/named_widgets.h"
+#include "forms/ui/named_widgets.h"
 
 namespace tessel {
 

@@ -16,7 +16,7 @@
 
 #include "gis_export/gis_export.h"
 #include "paint/qt_text.h"
-#include "widgets/named_widgets.h"
+#include "forms/ui/named_widgets.h"
 
 namespace tessel {
 

@@ -17,8 +17,8 @@
 #include "paint/qt_text.h"
 #include "job/new_job.h"
 #include "tools/user_tools.h"
-#include "widgets/form_placing.h"
-#include "widgets/named_widgets.h"
+#include "forms/ui/form_placing.h"
+#include "forms/ui/named_widgets.h"
 
 namespace tessel {
 

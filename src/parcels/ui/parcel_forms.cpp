@@ -25,7 +25,7 @@
 #include "parcels/raw_polygon_tags.h"
 #include "viewer/drawing.h"
 #include "viewer/view_transform.h"
-#include "widgets/named_widgets.h"
+#include "forms/ui/named_widgets.h"
 #include "parcels/ui/parcel_form_parts.h"
 
 namespace tessel {

@@ -25,7 +25,7 @@
 #include "subdivision/irr_save.h"
 #include "subdivision/nominal.h"
 #include "subdivision/ui/subdivision_form_parts.h"
-#include "widgets/named_widgets.h"
+#include "forms/ui/named_widgets.h"
 
 namespace tessel {
 

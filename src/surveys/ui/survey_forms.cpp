@@ -23,7 +23,7 @@
 #include "paint/qt_text.h"
 #include "surveys/print_columns.h"
 #include "surveys/survey_file.h"
-#include "widgets/named_widgets.h"
+#include "forms/ui/named_widgets.h"
 
 namespace tessel {
 

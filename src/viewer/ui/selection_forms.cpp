@@ -17,7 +17,7 @@
 
 #include "model/dialog_memory.h"
 #include "paint/form_places.h"
-#include "widgets/form_placing.h"
+#include "forms/ui/form_placing.h"
 #include "paint/qt_text.h"
 #include "viewer/picking.h"
 

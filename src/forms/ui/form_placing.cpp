@@ -1,4 +1,4 @@
-#include "widgets/form_placing.h"
+#include "forms/ui/form_placing.h"
 
 #include <QMainWindow>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "widgets/named_widgets.h"
+#include "forms/ui/named_widgets.h"
 
 #include <QLayout>
 #include <QPushButton>
