@@ -114,24 +114,15 @@ void QtUserPort::UnloadForm(const std::string& name) {
 
 void QtUserPort::ShowForm(const std::string& form) {
   if (auto* widget = window_.findChild<QWidget*>(QString::fromStdString(form))) {
+    // Asked for again while open, a form shows the session as it is now: Qt sends no show event
+    // to a visible window.
+    if (widget->isVisible()) QMetaObject::invokeMethod(widget, "Reload");
     widget->show();
     widget->raise();
   }
 }
 
-void QtUserPort::ListChanged(const std::string& form) {
-  if (auto* widget = window_.findChild<QWidget*>(QString::fromStdString(form))) {
-    QMetaObject::invokeMethod(widget, "Reload");
-  }
-}
-
 void QtUserPort::YieldEvents() { QCoreApplication::processEvents(); }
-
-void QtUserPort::ClearList(const std::string& form) {
-  if (auto* widget = window_.findChild<QWidget*>(QString::fromStdString(form))) {
-    for (auto* list : widget->findChildren<QListWidget*>()) list->clear();
-  }
-}
 
 void QtUserPort::SetToolButton(int k, const std::string& caption) {
   if (auto* toolbox = window_.findChild<QWidget*>(QStringLiteral("frmToolbox"))) {

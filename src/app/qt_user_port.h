@@ -28,9 +28,7 @@ class QtUserPort : public UserPort {
   void SetEnabled(const std::string& name, bool enabled) override;
   void SetChecked(const std::string& name, bool checked) override;
   void UnloadForm(const std::string& name) override;
-  void ClearList(const std::string& form) override;
   void ShowForm(const std::string& form) override;
-  void ListChanged(const std::string& form) override;
   void YieldEvents() override;
   void SetToolButton(int k, const std::string& caption) override;
   void ShowPopup(const std::string& menu, const std::vector<std::string>& visible,

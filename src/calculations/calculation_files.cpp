@@ -12,8 +12,6 @@ namespace tessel {
 
 namespace {
 
-constexpr const char* kFormName = "frmADD";
-
 // Every line of a file as it stands; a missing file gives none, a fault keeps what was read.
 std::vector<std::string> FileLines(const std::string& path) {
   std::vector<std::string> lines;
@@ -149,7 +147,7 @@ bool LoadCalculationLists(Session& session) {
   lists.Ads = ParseAds(FileLines(session.DatasetPath(".ads")));
   for (std::size_t k = 0; k < lists.Ads.size(); ++k) lists.AdsById[lists.Ads[k].id] = static_cast<int>(k);
   ParseNot(FileText(session.DatasetPath(".not")), lists.NotPoints, lists.NotLines);
-  session.user.ListChanged(kFormName);
+  session.Changed(Change::Calculations);
   return true;
 }
 
@@ -180,6 +178,30 @@ std::vector<std::string> SetAdsSurvey(const std::vector<std::string>& adsLines, 
   }
   if (!placed && !none) out.push_back(AdsLine(key, survey));
   return out;
+}
+
+EditedEntry EditedDefinition(const std::vector<std::string>& list, int index) {
+  if (index < 0 || index >= static_cast<int>(list.size())) return {};
+  const DefinitionSpan span = SpanOf(list, index);
+  return {span.first, std::vector<std::string>(list.begin() + span.first, list.begin() + span.behind)};
+}
+
+std::optional<DefinitionSpan> RefindEntry(const std::vector<std::string>& list, const EditedEntry& entry) {
+  const int count = static_cast<int>(list.size());
+  if (entry.IsNew()) return DefinitionSpan{count, count};
+  const int size = static_cast<int>(entry.lines.size());
+  const auto holds = [&](int at) {
+    return at >= 0 && at + size <= count && std::equal(entry.lines.begin(), entry.lines.end(), list.begin() + at);
+  };
+  // Outward from the old place: an equal definition elsewhere in the list is taken only when the
+  // one edited has moved.
+  for (int distance = 0; distance <= count; ++distance) {
+    for (const int at : {entry.first - distance, entry.first + distance}) {
+      if (holds(at)) return DefinitionSpan{at, at + size};
+      if (distance == 0) break;
+    }
+  }
+  return std::nullopt;
 }
 
 bool SaveDefinition(Session& session, const DefinitionInput& input, int first, int behind) {

@@ -41,6 +41,27 @@ std::vector<std::string> SpliceDefinitions(const std::vector<std::string>& list,
 std::vector<std::string> SetAdsSurvey(const std::vector<std::string>& adsLines, const std::string& id,
                                       const std::string& survey);
 
+// An entry of a list being edited in a dialog that stays open while the lists can change: where
+// its lines stood when the dialog opened, and the lines. A new entry has no place.
+struct EditedEntry {
+  int first = -1;
+  std::vector<std::string> lines;
+  bool IsNew() const { return first < 0; }
+};
+inline constexpr const char* kMsgDefinitionGone =
+    "The definition being edited is no longer in the list: it was changed or deleted meanwhile. The editor is "
+    "closed and nothing was saved.";
+inline constexpr const char* kMsgOmissionGone =
+    "The entry being edited is no longer in the list of points and lines to leave out: it was changed or deleted "
+    "meanwhile. The editor is closed and nothing was saved.";
+// The entry of the definition list [first, behind) at `index` with its second line, as frmADD
+// opens it for editing.
+EditedEntry EditedDefinition(const std::vector<std::string>& list, int index);
+// Where the entry stands in `list` now, as [first, behind): a new entry at the end; an edited one
+// at its old place while its lines still stand there, else at the place holding them that lies
+// nearest the old one. Nothing when its lines are in the list no more.
+std::optional<DefinitionSpan> RefindEntry(const std::vector<std::string>& list, const EditedEntry& entry);
+
 // Writes a checked definition over the list entries [first, behind) (a new one has both at the
 // end of the list), with its survey in .ads, and reloads the lists. False when a file could not
 // be written (the user has been told).

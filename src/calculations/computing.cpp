@@ -52,7 +52,8 @@ void ComputeCalculations(Session& session, const std::vector<std::string>& answe
     session.user.Status(1, kStatusComputing);
     StepOver([&] { session.processes.Run({kBatchFile, {}}, session.CurrentFolder); });
     session.user.Status(1, "");
-    if (session.reloadJob) ReloadJobFiles(session);
+    // The job's lines are read again; parcel edits not yet saved stay in memory.
+    if (session.reloadJobLines) ReloadJobLineFiles(session);
     else if (session.display) session.display->RefreshView();
   }
   session.user.SetPointer(Pointer::Default);

@@ -10,6 +10,7 @@
 #include "cama/free_format.h"
 #include "cama/legal_tokens.h"
 #include "cama/link_file.h"
+#include "cama/manual_link.h"
 #include "model/fault.h"
 #include "model/paths.h"
 #include "model/text.h"
@@ -182,6 +183,7 @@ bool IdentifyCentroids(Session& s) {
     return false;
   }
 
+  ++c.LinkReading;
   for (std::size_t j = 0; j < records.size(); ++j) c.CamaRecords.at(static_cast<int>(j) + 1) = records[j];
   c.CamaCount = static_cast<std::int16_t>(records.size());
   c.SectionCamaCounts = counts;
@@ -379,6 +381,8 @@ bool LoadLinkFile(Session& s) {
     } catch (const RuntimeFault&) {
     }
   }
+  if (!c.CamaParcelSection.empty()) FillCamaParcelRows(s, c.CamaParcelSection);
+  s.Changed(Change::Cama);
   return true;
 }
 
@@ -397,6 +401,7 @@ void LinkParcelsWithCama(Session& s) {
   }
   s.user.SetPointer(Pointer::Hourglass);
   RunLinkChain(s);
+  s.Changed(Change::Cama);
   s.user.SetPointer(Pointer::Default);
   s.user.Status(1, s.JobName);
   RedrawLinks(s);
@@ -404,6 +409,7 @@ void LinkParcelsWithCama(Session& s) {
 
 void ClearCamaVariables(Session& s) {
   CamaStore& c = s.cama;
+  ++c.LinkReading;
   c.CamaRecords.clear();
   c.ClotLines.clear();
   c.LinkGeocode.clear();
@@ -416,6 +422,9 @@ void ClearCamaVariables(Session& s) {
   c.LinkCount = 0;
   c.CamaCount = 0;
   c.LinkLoadedCount = 0;
+  // The CAMA parcel list follows the records it lists: none now.
+  if (!c.CamaParcelSection.empty()) FillCamaParcelRows(s, c.CamaParcelSection);
+  s.Changed(Change::Cama);
 }
 
 void DeleteOldCama(Session& s) {

@@ -18,16 +18,20 @@ inline constexpr const char* kCamaParcelInstruction =
     "Select CAMA parcel from the list above.  Click APPLY to assign this GEOCODE to the selected parcel(s).  "
     "Click MULTI-ATT to assign the cama parcel as a multiple-parcel area.  Click OK to save your assignments. ";
 
-// A click on row `row` of frmTesting while "CAMA Parcels" is checked: fills frmCama from the
-// CAMA record whose key equals the link record's text (the last such record) and shows it.
-// Returns the row's link record, 0 when the row is none.
+// A click on row `row` of frmTesting that holds a link record: fills frmCama from the CAMA record
+// whose key equals the link record's text (the last such record) and shows it. Returns the row's
+// link record, 0 when the row holds none.
 int CamaListClicked(Session& session, int row);
+// The forms of this file take from frmTesting's list only the rows that hold link records (see
+// selection_checks.h); a row of a parcel is refused with a message.
 // "Delete" of frmCama, on frmTesting's selected row (-1 for none).
 void CamaDeleteLink(Session& session, int testingRow);
 // "CAMA" of frmTesting: fills frmCamaParcel with the CAMA records of the section of the current
 // row's link record and shows it. Returns the row made current (the last when none was), -1
 // when the list is empty.
 int OpenCamaParcels(Session& session, int testingRow);
+// frmCamaParcel's rows, caption and CamaPickIndex: the CAMA records of `section`, in file order.
+void FillCamaParcelRows(Session& session, const std::string& section);
 // A click in frmCamaParcel's list: its three labels. Returns the row made current.
 int CamaParcelClicked(Session& session, int row);
 // "Apply" and "Multi-att" of frmCamaParcel, with its selected row and frmTesting's current row.

@@ -6,6 +6,7 @@
 #include "model/fault.h"
 #include "datasets/identity.h"
 #include "job/job_menus.h"
+#include "job/job_state.h"
 #include "datasets/line_files.h"
 #include "model/paths.h"
 #include "datasets/support_files.h"
@@ -13,6 +14,7 @@
 #include "parcels/parcel_file.h"
 #include "parcels/raw_polygons.h"
 #include "surveys/survey_file.h"
+#include "viewer/picking.h"
 
 namespace tessel {
 
@@ -34,15 +36,6 @@ void Step(Session& session, F&& step) {
 
 void FirstDrawing(Session& session) {
   if (session.display) session.display->RefreshViewAfterExtents();
-}
-
-// Close's step 1, shared with Exit. False when the edits were to be saved and could not be: the
-// job then stays open with them.
-bool AskToSaveParcels(Session& session) {
-  if (session.parcels.ParcelDirty == 0) return true;
-  const Answer answer = session.user.Message(
-      "Parcel attribute edits have not been saved.\r\nWould you like to save file now?", Icon::None, Buttons::YesNo);
-  return answer != Answer::Yes || WriteParcels(session);
 }
 
 void UnloadToolForms(Session& session) {
@@ -78,6 +71,8 @@ bool FileOpen(Session& session) {
 
 void OpenJob(Session& session, const std::string& fileName, const std::string& fileTitle) {
   session.user.SetPointer(Pointer::Hourglass);
+  // Whatever route led here, the job starts from nothing.
+  ResetJobState(session);
   Step(session, [&] {
     OpenIdentity(session, fileName, fileTitle);
   });
@@ -105,8 +100,9 @@ void ToolbarOpen(Session& session) {
   FileOpen(session);
 }
 
-LoadCase LoadDatasets(Session& session) {
+LoadCase LoadDatasets(Session& session, bool readParcels) {
   session.reloadJob = &ReloadJob;
+  session.reloadJobLines = &ReloadLines;
   // Each job's unit code starts from nothing: one whose code is neither metres nor feet keeps no
   // factor of the job before it.
   session.UnitsPerChain = 0.0f;
@@ -133,42 +129,49 @@ LoadCase LoadDatasets(Session& session) {
   if (session.DatasetExists(".sid")) Step(session, [&] { ReadSurveys(session); });
   if (session.DatasetExists(".raw")) Step(session, [&] { ReadRaw(session); });
   if (session.DatasetExists(".crp")) Step(session, [&] { ReadRawPolygons(session); });
-  if (session.DatasetExists(".iid")) Step(session, [&] { ReadParcels(session); });
+  if (readParcels && session.DatasetExists(".iid")) Step(session, [&] { ReadParcels(session); });
   return LoadCase::Full;
 }
 
-void ClearStores(Session& session) {
-  session.points.Clear();
-  session.control.Clear();
-  session.lsa.Clear();
-  session.lxn.Clear();
-  session.raw.Clear();
-  session.surveys.Clear();
-  session.user.ClearList("frmListSurveys");
-  session.parcels.Clear();
-  session.SelectionCount = 0;
-  session.polygons.Clear();
+namespace {
+
+// A load after the stores were emptied: the picked points found again by their identifiers in the
+// new store, and everything that shows the stores told.
+LoadCase Reload(Session& session, bool keepParcels) {
+  ClearStores(session, keepParcels);
+  const LoadCase loaded = LoadDatasets(session, !keepParcels);
+  RemapSelectedPoints(session);
+  session.Changed(kLoadedData);
+  return loaded;
 }
 
-LoadCase LoadOnly(Session& session) {
-  ClearStores(session);
-  return LoadDatasets(session);
+void RedrawReloaded(Session& session, LoadCase loaded) {
+  if (loaded != LoadCase::Full) return;
+  Step(session, [&] {
+    if (!session.display) return;
+    if (session.view.EverSet()) {
+      session.display->RefreshView();
+    } else {
+      session.display->RefreshViewAfterExtents();
+    }
+  });
 }
+
+}  // namespace
+
+LoadCase LoadOnly(Session& session) { return Reload(session, ParcelStoreMustStay(session)); }
 
 void ReloadJob(Session& session) {
   session.user.SetPointer(Pointer::Hourglass);
   session.user.SetTitle("Tessel " + session.JobBase);
-  const LoadCase loaded = LoadOnly(session);
-  if (loaded == LoadCase::Full) {
-    Step(session, [&] {
-      if (!session.display) return;
-      if (session.view.EverSet()) {
-        session.display->RefreshView();
-      } else {
-        session.display->RefreshViewAfterExtents();
-      }
-    });
-  }
+  RedrawReloaded(session, LoadOnly(session));
+  session.user.Status(1, session.JobName);
+  session.user.SetPointer(Pointer::Default);
+}
+
+void ReloadLines(Session& session) {
+  session.user.SetPointer(Pointer::Hourglass);
+  RedrawReloaded(session, Reload(session, session.parcels.ParcelDirty != 0));
   session.user.Status(1, session.JobName);
   session.user.SetPointer(Pointer::Default);
 }
@@ -183,10 +186,7 @@ bool FileClose(Session& session) {
   DisableJobMenus(session);
   for (int panel = 1; panel <= 3; ++panel) session.user.Status(panel, "");
   if (session.display) session.display->ClearCanvas();
-  ClearStores(session);
-  session.notes.Clear();
-  session.calculations.Clear();
-  session.view.Reset();
+  ResetJobState(session);
   Step(session, [&] { RemoveSupportFiles(session); });
   session.user.Status(1, kStatusClosed);
   session.JobFolder.clear();
@@ -197,6 +197,7 @@ bool FileExit(Session& session) {
   if (!AskToSaveParcels(session)) return false;
   Step(session, [&] { RememberFolder(session); });
   UnloadToolForms(session);
+  session.Changed(Change::Job);
   session.user.UnloadForm("frmToolbox");
   if (session.JobFolder.empty()) return true;
   Step(session, [&] { RemoveSupportFiles(session); });

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "job/job_state.h"
 #include "model/session.h"
 
 namespace tessel {
@@ -29,14 +30,18 @@ void OpenJob(Session& session, const std::string& fileName, const std::string& f
 // The toolbar's Open: with a job open, asks first and closes it.
 void ToolbarOpen(Session& session);
 
-// The readers in the order of the case table, each in its own step.
-LoadCase LoadDatasets(Session& session);
-// Empties every store the load fills.
-void ClearStores(Session& session);
-// Reload Current: clear, load, redraw in the present view.
+// The readers in the order of the case table, each in its own step; without `readParcels` the
+// parcel store is left as it stands.
+LoadCase LoadDatasets(Session& session, bool readParcels = true);
+// Reload Current: clear, load, redraw in the present view. Parcel edits not yet saved are first
+// offered for saving (Close's question); a store whose save failed is kept, edits and all.
 void ReloadJob(Session& session);
 // The same clearing and loading without the title and without drawing.
 LoadCase LoadOnly(Session& session);
+// The reload of the job's lines after a tool has computed: everything Reload Current reads, in
+// the present view, but a parcel store that holds unsaved edits is kept as it is, with its
+// selection, and nothing is asked.
+void ReloadLines(Session& session);
 
 // Close: asks about unsaved parcel edits, writes Tessel.hst, empties the stores and removes the
 // support files from the job folder. False, with the job still open, when the edits were to be

@@ -27,6 +27,9 @@ struct CamaStore {
   std::int16_t LinkCount = 0;
   // Link records as last read from .mtc.
   std::int16_t LinkLoadedCount = 0;
+  // Counts the times the link records were numbered anew (read, cleared, built by the chain): a
+  // record picked before may now be another.
+  unsigned LinkReading = 0;
   // Row of frmCamaParcel's list (from 0) to its CamaRecords index.
   BoundedArray<std::int16_t> CamaPickIndex{kBound};
   std::array<std::int16_t, 37> SectionCamaCounts{};
@@ -34,7 +37,8 @@ struct CamaStore {
   // frmCama: the legal text box and its three labels.
   std::string CamaText;
   std::array<std::string, 3> CamaLabels;
-  // frmCamaParcel: its caption, list rows and three labels.
+  // frmCamaParcel: the section it lists, its caption, list rows and three labels.
+  std::string CamaParcelSection;
   std::string CamaParcelCaption;
   std::vector<std::string> CamaParcelRows;
   std::array<std::string, 3> CamaParcelLabels;

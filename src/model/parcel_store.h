@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "model/bounded_array.h"
 
@@ -20,8 +21,15 @@ struct ParcelStore {
   std::int16_t ParcelCount = 0;
   // 0, or -1 after an attribute edit that has not been saved.
   std::int16_t ParcelDirty = 0;
+  // Counts the readings of the store: an index picked in an earlier one may name another parcel.
+  unsigned Reading = 0;
+  // The line that .IID holds for each parcel k (at k - 1), as last read or written. The writers
+  // take the k-th line after the title that begins with "Sec_" for parcel k; when the file's lines
+  // are not these, a write would put attribute lines onto the wrong parcels.
+  std::vector<std::string> FileLines;
 
   void Clear() {
+    ++Reading;
     ParcelLine.clear();
     ParcelRing.clear();
     ParcelY.clear();
@@ -30,6 +38,7 @@ struct ParcelStore {
     ParcelEdit.clear();
     ParcelMulti.clear();
     ParcelCount = 0;
+    FileLines.clear();
   }
 };
 

@@ -49,12 +49,9 @@ class UserPort {
   virtual void SetChecked(const std::string& name, bool checked) = 0;
   // Closes a tool form if it is open.
   virtual void UnloadForm(const std::string& name) = 0;
-  // Empties the list of a tool form that stays open.
-  virtual void ClearList(const std::string& form) = 0;
-  // Shows a tool form on top of the main window.
+  // Shows a tool form on top of the main window, filled anew from the session even when it was
+  // open already. (Open forms follow the session's changes by themselves: Session::Changed.)
   virtual void ShowForm(const std::string& form) = 0;
-  // The selection behind a list window changed: the window shows it anew.
-  virtual void ListChanged(const std::string& form) = 0;
   // Lets pending interface events run, as a long step does between its parts.
   virtual void YieldEvents() = 0;
   // Shows a popup menu at the pointer with the named entries visible and the others hidden.

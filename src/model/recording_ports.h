@@ -32,9 +32,7 @@ class RecordingUserPort : public UserPort {
   void SetEnabled(const std::string& name, bool on) override { enabled[name] = on; }
   void SetChecked(const std::string& name, bool on) override { checked[name] = on; }
   void UnloadForm(const std::string& name) override { unloaded.push_back(name); }
-  void ClearList(const std::string& form) override { clearedLists.push_back(form); }
   void ShowForm(const std::string& form) override { shownForms.push_back(form); }
-  void ListChanged(const std::string& form) override { changedLists.push_back(form); }
   // Runs the prepared interruption once, as if an event had arrived meanwhile.
   void YieldEvents() override {
     ++yields;
@@ -71,9 +69,7 @@ class RecordingUserPort : public UserPort {
   std::map<std::string, bool> enabled;
   std::map<std::string, bool> checked;
   std::vector<std::string> unloaded;
-  std::vector<std::string> clearedLists;
   std::vector<std::string> shownForms;
-  std::vector<std::string> changedLists;
   int yields = 0;
   std::function<void()> onYield;
   std::map<int, std::string> toolButtons;

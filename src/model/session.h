@@ -25,6 +25,7 @@
 #include "model/section_definitions.h"
 #include "model/cama_store.h"
 #include "model/tool_log.h"
+#include "model/session_changes.h"
 
 namespace tessel {
 
@@ -37,9 +38,11 @@ struct Session {
   ProcessPort& processes;
   // The viewer, once attached; without it the load paints nothing.
   Display* display = nullptr;
-  // The job's reload (File > Reload Current), set by the load sequence so that the layers below
-  // it can reread the job after rewriting its files; see ReloadJobFiles.
+  // The job's reloads, set by the load sequence so that the layers below it can reread the job
+  // after rewriting its files: the whole job (File > Reload Current; see ReloadJobFiles), and the
+  // job's lines after a tool has computed, which keeps unsaved parcel edits (ReloadJobLineFiles).
   void (*reloadJob)(Session&) = nullptr;
+  void (*reloadJobLines)(Session&) = nullptr;
 
   // Folder of the program, of Tessel.cfg and Tessel.hst and of the suite's tools; no separator
   // at its end.
@@ -87,6 +90,11 @@ struct Session {
   PointPickDispatcher pointPicks;
   // Every launch of this session, filled by the process port.
   ToolLog toolLog;
+  // Whoever shows the session's data, told what changed.
+  ChangeNotifier changes;
+
+  // Tells the observers that the data of `what` changed.
+  void Changed(Changes what) { changes.Notify(what); }
 
   // A dataset of the job: JobBase followed by the extension, found in whatever case it exists.
   std::string DatasetPath(std::string_view extension) const;
@@ -102,6 +110,9 @@ struct Session {
 // Rereads the open job through the load sequence, when one is attached.
 inline void ReloadJobFiles(Session& session) {
   if (session.reloadJob) session.reloadJob(session);
+}
+inline void ReloadJobLineFiles(Session& session) {
+  if (session.reloadJobLines) session.reloadJobLines(session);
 }
 
 }  // namespace tessel

@@ -8,6 +8,7 @@
 
 #include "model/fault.h"
 #include "model/paths.h"
+#include "model/selection_checks.h"
 #include "model/text.h"
 #include "model/text_file.h"
 
@@ -64,11 +65,14 @@ void ReadParcels(Session& session) {
     store.ParcelEdit.at(i).clear();
   }
   store.ParcelCount = 0;
+  store.FileLines.clear();
+  ++store.Reading;
   session.SelectionCount = 0;
 
   const std::string path = session.DatasetPath(".IID");
   if (!FileExistsAnyCase(path)) {
     session.user.Message(".IID file not found", Icon::Information);
+    session.Changed(Change::Parcels);
     return;
   }
   LineReader in(path);
@@ -97,13 +101,36 @@ void ReadParcels(Session& session) {
     }
   }
   store.ParcelCount = Add16(To16(next), -1);
-  for (int i = 1; i <= store.ParcelCount; ++i) store.ParcelIdx.at(i) = static_cast<std::int16_t>(i);
+  for (int i = 1; i <= store.ParcelCount; ++i) {
+    store.ParcelIdx.at(i) = static_cast<std::int16_t>(i);
+    store.FileLines.push_back(store.ParcelLine.get(i));
+  }
   FlagMultiple(store);
+  session.Changed(Change::Parcels);
+}
+
+std::vector<std::string> CountedAttributeLines(const std::string& bytes) {
+  std::vector<std::string> counted;
+  LineReader in = LineReader::FromText(bytes);
+  if (!in.Eof()) in.ReadLine();  // the title, which every write replaces
+  std::string line;
+  while (!in.Eof()) {
+    in.ReadLine(line);
+    if (StartsWith(line, "Sec_")) counted.push_back(line);
+  }
+  return counted;
 }
 
 void RewriteParcelFile(Session& session, const std::function<void(const std::string&, std::vector<std::string>&)>& each) {
   const std::string iid = session.DatasetPath(".IID");
   const std::string backup = session.DatasetPath(".iib");
+  std::string current;
+  if (!ReadFileBytes(iid, current)) throw RuntimeFault(FaultKind::FileAccess, "Unable to read " + iid);
+  // The writers put parcel k's line where the file has its k-th counted attribute line: only
+  // while those are the lines of parcels 1, 2, ... in order does each line land on its parcel.
+  if (CountedAttributeLines(current) != session.parcels.FileLines) {
+    throw RuntimeFault(FaultKind::FileAccess, kMsgParcelFileOutOfStepBefore + iid + kMsgParcelFileOutOfStepAfter);
+  }
   CopyFileReplacing(iid, backup);
   LineReader in(backup);
   std::vector<std::string> out;
@@ -140,6 +167,14 @@ void WriteAttributeLines(Session& session, const ParcelWriteRule& rule) {
     }
     if (!ok || !store.ParcelLine.get(k).empty()) out.push_back(store.ParcelLine.get(k));
   });
+  // A save leaves parcel k's line in the file, empty or not; the dialogs' writes are followed by
+  // a new reading of the file.
+  if (!ok) {
+    ParcelStore& written = session.parcels;
+    for (std::size_t j = 0; j < written.FileLines.size(); ++j) {
+      written.FileLines[j] = written.ParcelLine.get(static_cast<int>(j) + 1);
+    }
+  }
 }
 
 bool WriteParcels(Session& session) {
@@ -171,8 +206,8 @@ void RereadParcelsAfterWrite(Session& session) {
   session.parcels.Clear();
   session.SelectionCount = 0;
   session.user.Status(2, "");
-  session.selection.ParcelList.clear();
-  session.user.ListChanged("frmTesting");
+  session.selection.ClearParcelList();
+  session.Changed(Change::Selection);
   session.user.SetEnabled("frmTesting/cmdRemoveItem", false);
   StepOver([&] { ReadParcels(session); });
   session.ToolMode = ToolMode::PickParcels;
@@ -181,6 +216,8 @@ void RereadParcelsAfterWrite(Session& session) {
 }
 
 void MoveParcelLocation(Session& session, double x, double y) {
+  const auto picked = SelectedParcelIndexes(session);
+  if (!picked) return;
   session.user.SetPointer(Pointer::Hourglass);
   ParcelStore& store = session.parcels;
   Selection& sel = session.selection;
@@ -189,8 +226,7 @@ void MoveParcelLocation(Session& session, double x, double y) {
   bool rewritten = false;
   try {
     BoundedArray<std::int16_t> moved(ParcelStore::kBound);
-    for (std::size_t j = 0; j < sel.ParcelList.size(); ++j) {
-      const int p = sel.SelectedParcels.get(static_cast<int>(j));
+    for (const int p : *picked) {
       moved.at(p) = -1;
       before.emplace_back(p, store.ParcelX.get(p), store.ParcelY.get(p));
       store.ParcelY.at(p) = RoundDecimals(y, 3);
@@ -220,8 +256,8 @@ void MoveParcelLocation(Session& session, double x, double y) {
     rewritten = true;
     session.ToolMode = ToolMode::PickParcels;
     session.SelectionCount = 0;
-    sel.ParcelList.clear();
-    session.user.ListChanged("frmTesting");
+    sel.ClearParcelList();
+    session.Changed(Change::Selection);
     ReadParcels(session);
     if (session.display) session.display->RefreshView();
     session.user.SetEnabled("frmTesting/cmdRemoveItem", false);

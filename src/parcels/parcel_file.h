@@ -11,15 +11,27 @@
 namespace tessel {
 
 inline constexpr const char* kEditedMarker = "  * * * This file has been edited by Tessel  * * *  ";
+// Around the file's name: a write refused because the file's attribute lines are not those of the
+// parcels in memory, in their order.
+inline constexpr const char* kMsgParcelFileOutOfStepBefore = "The parcel file ";
+inline constexpr const char* kMsgParcelFileOutOfStepAfter =
+    " does not hold the parcels in the order of the parcels in memory, so writing it would put attribute lines "
+    "onto the wrong parcels. Nothing was written.\r\n"
+    "(Another program may have rewritten it, an attribute line may begin with \"SEC_\", or a parcel deleted and "
+    "saved left a blank line in its place.) Use File > Reload Current and make the edits again.";
 
 // A ring line: columns 1, 8 and 15 blank, columns 6, 13 and 20 digits.
 bool IsRingLine(const std::string& line);
 
 // Faults (a parcel index past 9000) are not trapped here: they go to the caller.
 void ReadParcels(Session& session);
+// The attribute lines of .IID's bytes as the writers count them: after the title, each line that
+// begins with "Sec_".
+std::vector<std::string> CountedAttributeLines(const std::string& bytes);
 // The frame of every rewrite of .IID: the file is copied to .iib, the copy is read, its title
 // line gives way to the edited marker, and `each` writes what stands for every further line.
-// Faults go to the caller.
+// Refused, before anything is touched, when the file's counted attribute lines are not the
+// store's FileLines. Faults go to the caller.
 void RewriteParcelFile(Session& session,
                        const std::function<void(const std::string& line, std::vector<std::string>& out)>& each);
 

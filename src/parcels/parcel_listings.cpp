@@ -1,6 +1,7 @@
 #include "parcels/parcel_listings.h"
 
 #include "model/fault.h"
+#include "model/selection_checks.h"
 #include "model/paths.h"
 #include "model/text.h"
 #include "model/text_file.h"
@@ -140,13 +141,15 @@ bool StartMultipleAttributes(Session& session, std::vector<ListingRecord>& recor
     session.user.Message("You must select a parcel centroid", Icon::Stop);
     return false;
   }
+  const auto picked = SelectedParcelIndexes(session);
+  if (!picked) return false;
   ParcelStore& store = session.parcels;
   std::vector<std::string> scratch;
   std::vector<std::pair<int, std::string>> before;
   double section = 0.0;
-  for (int j = 0; j < session.SelectionCount; ++j) {
+  for (std::size_t j = 0; j < picked->size(); ++j) {
     StepOver([&] {
-      const int p = session.selection.SelectedParcels.get(j);
+      const int p = (*picked)[j];
       if (j == 0) section = Val(Mid(store.ParcelLine.get(p), 5, 3));
       before.emplace_back(p, store.ParcelEdit.get(p));
       store.ParcelEdit.at(p) = "(OBSOLETE)" + store.ParcelLine.get(p);
@@ -209,8 +212,8 @@ void ParcelIdSelection::Cancel() {
   Selection& sel = session_.selection;
   for (int j = 0; j < session_.SelectionCount && j <= sel.SelectedParcels.bound(); ++j) sel.SelectedParcels.at(j) = 0;
   session_.SelectionCount = 0;
-  sel.ParcelList.clear();
-  session_.user.ListChanged("frmTesting");
+  sel.ClearParcelList();
+  session_.Changed(Change::Selection);
   session_.user.SetEnabled("frmTesting/cmdRemoveItem", false);
   session_.ToolMode = ToolMode::PickParcels;
   StepOver([&] { ReadParcels(session_); });

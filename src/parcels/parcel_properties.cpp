@@ -1,7 +1,10 @@
 #include "parcels/parcel_properties.h"
 
+#include <algorithm>
+
 #include "model/fault.h"
 #include "model/paths.h"
+#include "model/selection_checks.h"
 #include "model/text.h"
 #include "model/text_file.h"
 #include "parcels/parcel_attributes.h"
@@ -28,25 +31,44 @@ void Refresh(Session& s) {
 
 }  // namespace
 
-int ParcelProperties::Index() const { return static_cast<int>(Val(indexText)); }
+int ParcelProperties::Target() {
+  const std::string shown = Trim(indexText);
+  if (shown.empty() || working.empty()) {
+    session_.user.Message(kMsgNoParcelShown, Icon::Exclamation);
+    return 0;
+  }
+  const double value = Val(shown);
+  if (reading_ != session_.parcels.Reading) {
+    session_.user.Message(kMsgParcelsReadAgain, Icon::Exclamation);
+    return 0;
+  }
+  if (!(value >= 1 && value <= session_.parcels.ParcelCount) || value != static_cast<int>(value)) {
+    session_.user.Message(kMsgNotAParcel + shown + ".", Icon::Exclamation);
+    return 0;
+  }
+  return static_cast<int>(value);
+}
 
 bool ParcelProperties::Open() {
   if (session_.SelectionCount == 0) {
     session_.user.Message("No parcel selected");
     return false;
   }
-  entries = session_.selection.ParcelList;
-  if (entries.empty()) return false;
+  const auto picked = SelectedParcelIndexes(session_);
+  if (!picked || picked->empty()) return false;
+  entries = session_.selection.ParcelList();
+  parcels_ = *picked;
+  reading_ = session_.parcels.Reading;
   Show(0);
   return true;
 }
 
 void ParcelProperties::Show(int index) {
-  if (index < 0 || index >= static_cast<int>(entries.size())) return;
+  if (index < 0 || index >= static_cast<int>(entries.size()) || index >= static_cast<int>(parcels_.size())) return;
   listIndex = index;
   working = entries[static_cast<std::size_t>(index)];
+  const int p = parcels_[static_cast<std::size_t>(index)];
   StepOver([&] {
-    const int p = session_.selection.SelectedParcels.get(index);
     indexText = std::to_string(p);
     const ParcelAttributes a = SplitAttributeLine(working);
     section = a.section;
@@ -65,6 +87,59 @@ void ParcelProperties::Show(int index) {
     Refresh(session_);
     session_.canvas.Circle(x, y, kShownParcelRadius, kRed);
   });
+}
+
+void ParcelProperties::EmptyFields() {
+  listIndex = -1;
+  working.clear();
+  indexText.clear();
+  section.clear();
+  location.clear();
+  typeEntry.clear();
+  number.clear();
+  suffix.clear();
+  noteText.clear();
+  acreage.clear();
+  ring.clear();
+  locationText.clear();
+}
+
+void ParcelProperties::Follow() {
+  const int shown = listIndex >= 0 && listIndex < static_cast<int>(parcels_.size())
+                        ? parcels_[static_cast<std::size_t>(listIndex)]
+                        : 0;
+  const bool sameReading = reading_ == session_.parcels.Reading;
+  // An entry applied to shows its new text until the dialog is opened again.
+  std::vector<std::string> oldEntries = std::move(entries);
+  const std::vector<int> oldParcels = std::move(parcels_);
+  entries.clear();
+  parcels_.clear();
+  const Selection& sel = session_.selection;
+  for (std::size_t j = 0; j < sel.ParcelPicks().size(); ++j) {
+    const ParcelPick& pick = sel.ParcelPicks()[j];
+    if (pick.kind != PickKind::Parcel || pick.reading != session_.parcels.Reading) continue;
+    const auto old = std::find(oldParcels.begin(), oldParcels.end(), pick.index);
+    const bool kept = sameReading && old != oldParcels.end() && old - oldParcels.begin() < std::ssize(oldEntries);
+    entries.push_back(kept ? oldEntries[static_cast<std::size_t>(old - oldParcels.begin())] : sel.ParcelList()[j]);
+    parcels_.push_back(pick.index);
+  }
+  const auto at = std::find(parcels_.begin(), parcels_.end(), shown);
+  if (sameReading && shown != 0 && at != parcels_.end()) {
+    listIndex = static_cast<int>(at - parcels_.begin());
+    // The entry shows the line as it stands now, the working line what was typed.
+    return;
+  }
+  reading_ = session_.parcels.Reading;
+  EmptyFields();
+}
+
+void ParcelProperties::ShowSelectionRow(int row) {
+  const auto& picks = session_.selection.ParcelPicks();
+  if (row < 0 || row >= static_cast<int>(picks.size())) return;
+  const ParcelPick& pick = picks[static_cast<std::size_t>(row)];
+  if (pick.kind != PickKind::Parcel || pick.reading != reading_) return;
+  const auto at = std::find(parcels_.begin(), parcels_.end(), pick.index);
+  if (at != parcels_.end()) Show(static_cast<int>(at - parcels_.begin()));
 }
 
 void ParcelProperties::SetSection(const std::string& text) {
@@ -90,38 +165,45 @@ bool ParcelProperties::LeaveSection() {
 
 void ParcelProperties::Apply() {
   if (working == "(Deleted)") return;
+  const int p = Target();
+  if (p == 0) return;
   StepOver([&] {
     const std::string letter = location.empty() ? " " : location;
     const std::string line = Left(working, 4) + Left(section, 3) + Mid(working, 8, 1) + letter + " T_" +
                              Left(typeEntry, 1) + Mid(working, 14, 1) + WrittenNumber(number) + WrittenSuffix(suffix) +
                              Mid(working, 22, 3) + WrittenNote(noteText) + Mid(working, 26, 1) +
                              WrittenAcreage(acreage) + Right(working, 17);
-    const int p = Index();
     ParcelStore& store = session_.parcels;
     store.ParcelEdit.at(p) = store.ParcelLine.get(p);
     store.ParcelLine.at(p) = Trim(line);
     store.ParcelDirty = -1;
     working = store.ParcelLine.get(p);
-    entries[static_cast<std::size_t>(listIndex)] = working;
+    if (listIndex >= 0 && listIndex < static_cast<int>(entries.size())) {
+      entries[static_cast<std::size_t>(listIndex)] = working;
+    }
   });
+  session_.Changed(Change::Parcels);
 }
 
 void ParcelProperties::Delete() {
+  const int p = Target();
+  if (p == 0) return;
   StepOver([&] {
-    const int p = Index();
     ParcelStore& store = session_.parcels;
     store.ParcelEdit.at(p) = "(Deleted)" + working;
     working = "(Deleted)";
     store.ParcelLine.at(p).clear();
     store.ParcelDirty = -1;
   });
+  session_.Changed(Change::Parcels);
 }
 
 void ParcelProperties::NewParcel() {
   session_.user.Status(1, kNewParcelStatus);
+  const int shown = Target();
+  if (shown == 0) return;
   StepOver([&] {
     ParcelStore& store = session_.parcels;
-    const int shown = Index();
     const int added = Add16(store.ParcelCount, 1);
     store.ParcelRing.at(added) = store.ParcelRing.get(shown);
     store.ParcelY.at(added) = store.ParcelY.get(shown);
@@ -132,6 +214,7 @@ void ParcelProperties::NewParcel() {
     indexText = std::to_string(added);
     store.ParcelDirty = -1;
   });
+  session_.Changed(Change::Parcels);
 }
 
 bool ParcelProperties::Ok() {
@@ -141,8 +224,8 @@ bool ParcelProperties::Ok() {
 }
 
 void ParcelProperties::ClearSelectionList() {
-  session_.selection.ParcelList.clear();
-  session_.user.ListChanged("frmTesting");
+  session_.selection.ClearParcelList();
+  session_.Changed(Change::Selection);
 }
 
 void ParcelProperties::Cancel() {

@@ -16,16 +16,28 @@ inline constexpr const char* kSectionLengthText =
 inline constexpr const char* kNewParcelStatus = "Create new Parcel ID, 'Apply' to set and 'ok' to save";
 inline constexpr const char* kAttributesRuler = "12345678901234567890123456789012345678901234567890123";
 inline constexpr double kShownParcelRadius = 120.0;
+inline constexpr const char* kMsgNoParcelShown =
+    "No parcel is shown. Choose one of the selected parcels in the drop-down first.";
+// Followed by the index box's text.
+inline constexpr const char* kMsgNotAParcel = "There is no parcel of this job with the index ";
 
 class ParcelProperties {
  public:
   explicit ParcelProperties(Session& session) : session_(session) {}
 
-  // With nothing selected: "No parcel selected", and false. Otherwise the selected parcels'
-  // lines fill the drop-down and the first is shown.
+  // With nothing selected: "No parcel selected", and false; false too, with the reason told, when
+  // the selection holds link records or parcels of an earlier reading. Otherwise the selected
+  // parcels' lines fill the drop-down and the first is shown.
   bool Open();
   // Choosing entry `listIndex` of the drop-down.
   void Show(int listIndex);
+  // The selection or the parcels changed while the dialog is open: the drop-down takes the parcels
+  // selected now. The parcel shown stays, with what was typed for it, while it is among them; when
+  // it has left the selection, or the parcels were read again, the fields are emptied.
+  void Follow();
+  // A click on row `row` of the selection list (frmTesting): its parcel shown, when it is one of
+  // the drop-down's.
+  void ShowSelectionRow(int row);
 
   // The live echo of the fields into the working line.
   void SetSection(const std::string& text);
@@ -66,10 +78,16 @@ class ParcelProperties {
   std::string locationText;
 
  private:
-  int Index() const;
+  // The parcel that Apply, Delete and New parcel work on: the index box's value when it names a
+  // parcel of the store as it was read when the parcel was shown; 0, with the user told, else.
+  int Target();
+  void EmptyFields();
   bool Listing(const char* extension, const char* missing, bool lld, std::vector<ListingRecord>& records);
   void ClearSelectionList();
   Session& session_;
+  // The parcel index of each drop-down entry, and the reading of the store they belong to.
+  std::vector<int> parcels_;
+  unsigned reading_ = 0;
 };
 
 }  // namespace tessel

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "model/fault.h"
+#include "model/selection_checks.h"
 #include "model/text.h"
 #include "parcels/parcel_attributes.h"
 #include "parcels/parcel_file.h"
@@ -10,9 +11,11 @@
 namespace tessel {
 
 bool QuickEditOpen(Session& session) {
-  if (session.SelectionCount != 0) return true;
-  session.user.Message("No parcel selected");
-  return false;
+  if (session.SelectionCount == 0) {
+    session.user.Message("No parcel selected");
+    return false;
+  }
+  return SelectedParcelIndexes(session).has_value();
 }
 
 bool QuickEditOk(Session& session, const QuickEditFields& f) {
@@ -21,10 +24,12 @@ bool QuickEditOk(Session& session, const QuickEditFields& f) {
   const std::string acreage = WrittenAcreage(f.acreage);
   const std::string suffix = WrittenSuffix(f.suffix);
   const std::string note = f.noteEntry == kQuickEditNoNote ? " " : WrittenNote(f.noteEntry);
+  // The selection is checked again: the dialog is modal, but its OK is the write.
+  const auto picked = SelectedParcelIndexes(session);
+  if (!picked) return false;
   ParcelStore& store = session.parcels;
-  for (std::size_t j = 0; j < session.selection.ParcelList.size(); ++j) {
+  for (const int p : *picked) {
     StepOver([&] {
-      const int p = session.selection.SelectedParcels.get(static_cast<int>(j));
       store.ParcelEdit.at(p) = store.ParcelLine.get(p);
       std::string line = store.ParcelLine.get(p);
       if (f.useSection) line = OverwriteColumns(line, 5, 3, f.section);

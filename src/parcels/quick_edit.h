@@ -26,7 +26,8 @@ struct QuickEditFields {
 // The first entry of the quick edit's note list.
 inline constexpr const char* kQuickEditNoNote = "<none> ";
 
-// Opening: with nothing selected "No parcel selected" and false.
+// Opening: with nothing selected "No parcel selected" and false; false too, with the reason told,
+// when the selection holds link records or parcels of an earlier reading.
 bool QuickEditOpen(Session& session);
 // OK: the fields into every parcel of the selection list, then the file rewritten and read
 // again. False when .IID could not be rewritten: the user is told and the store keeps the edits.

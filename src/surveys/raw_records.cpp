@@ -44,11 +44,25 @@ void RefillLineList(Session& session) {
       sel.LineList[i] = RawLineText(session.raw.RawLineFields.get(record));
     }
   }
-  session.user.ListChanged(kLinesFormName);
+  session.Changed(Change::Selection);
 }
 
 void Repaint(Session& session) {
   if (session.display) session.display->RefreshView();
+}
+
+// The record the form was loaded from: its own number while it still holds the text it was
+// loaded with, else the first record that does; 0 when none does.
+int FindEditedRecord(const Session& session, const RawEditForm& form) {
+  const RawLineStore& raw = session.raw;
+  const auto textOf = [&](int record) { return RawLineText(raw.RawLineFields.get(record)); };
+  if (form.record >= 1 && form.record <= raw.RawLineCount && textOf(form.record) == form.recordText) {
+    return form.record;
+  }
+  for (int record = 1; record <= raw.RawLineCount; ++record) {
+    if (textOf(record) == form.recordText) return record;
+  }
+  return 0;
 }
 
 }  // namespace
@@ -87,6 +101,8 @@ bool LoadRawEdit(Session& session, int entry, RawEditForm& form) {
   }
   form = RawEditForm{};
   form.entry = entry;
+  form.record = record;
+  form.recordText = RawLineText(session.raw.RawLineFields.get(record));
   const RawFields& f = session.raw.RawLineFields.get(record);
   for (int k = 1; k <= 6; ++k) form.fields[static_cast<std::size_t>(k)] = Trim(f[static_cast<std::size_t>(k)]);
   return true;
@@ -102,9 +118,9 @@ std::vector<std::string> SurveyChoices(const Session& session) {
 }
 
 bool SaveRawEdit(Session& session, const RawEditForm& form) {
-  const int record = RecordOf(session, form.entry);
+  const int record = FindEditedRecord(session, form);
   if (record == 0) {
-    session.user.Message(kSelectFirst, Icon::Stop);
+    session.user.Message(kMsgRecordGone, Icon::Exclamation);
     return false;
   }
   bool any = false;
@@ -131,8 +147,12 @@ bool SaveRawEdit(Session& session, const RawEditForm& form) {
     TellFileFault(session.user, fault);
     return false;
   }
-  session.selection.LineList[static_cast<std::size_t>(form.entry)] = RawLineText(f);
-  session.user.ListChanged(kLinesFormName);
+  // The list entry of the record shows its new text.
+  Selection& sel = session.selection;
+  for (std::size_t i = 0; i < sel.LineList.size(); ++i) {
+    if (RecordOf(session, static_cast<int>(i)) == record) sel.LineList[i] = RawLineText(f);
+  }
+  session.Changed(Change::Selection);
 
   if (session.user.Message(kRawChanged, Icon::Question, Buttons::YesNo) == Answer::Yes) {
     session.user.Status(1, "Please wait");
@@ -170,7 +190,7 @@ bool SwitchSid(Session& session, const std::string& name) {
   if (session.user.Message(kRawUpdated, Icon::Question, Buttons::YesNo) == Answer::Yes) {
     WeightRebuild(session);
   } else {
-    ReloadJobFiles(session);
+    ReloadJobLineFiles(session);
   }
   Repaint(session);
   RefillLineList(session);

@@ -29,9 +29,16 @@ void WriteRaw(Session& session);
 struct RawEditForm {
   std::array<std::string, 7> fields;
   std::array<bool, 7> ticked{};
-  // The position in the line list of the record being edited.
+  // The position in the line list of the record being edited, the record, and its text then, by
+  // which a save finds it again when the list or the records changed meanwhile.
   int entry = -1;
+  int record = 0;
+  std::string recordText;
 };
+
+inline constexpr const char* kMsgRecordGone =
+    "The record line being edited is no longer in the record file as it was loaded (the records were read or "
+    "written again meanwhile). Nothing was saved; choose the line again.";
 
 // "Edit Line": the form filled from entry `entry` of the line list, every box clear. Without such
 // an entry the user is told to choose one, and false.

@@ -72,6 +72,18 @@ BuiltBlock BuildBlock(const Session& session, const SidForm& form) {
   return built;
 }
 
+// The entry whose S line is the one the form was loaded from: its own place if the line still
+// stands there, else the first place that holds it; -1 when no survey has it.
+int FindLoadedSurvey(const Session& session, const SidForm& form) {
+  const SurveyStore& store = session.surveys;
+  const auto lineAt = [&](int entry) { return store.SurveyTable.get(entry + 1).sLine; };
+  if (form.entryLine.empty() || lineAt(form.entry) == form.entryLine) return form.entry;
+  for (int entry = 0; HasSurvey(session, entry); ++entry) {
+    if (lineAt(entry) == form.entryLine) return entry;
+  }
+  return -1;
+}
+
 void Repaint(Session& session) {
   if (session.display) session.display->RefreshView();
 }
@@ -103,10 +115,20 @@ bool SaveExisting(Session& session, const SidForm& form) {
     session.user.Message("You must first select a survey.", Icon::Stop);
     return false;
   }
-  const std::string oldName = SurveyName(session.surveys.SurveyTable.get(form.entry + 1));
-  const BuiltBlock built = BuildBlock(session, form);
+  // The survey loaded into the form, where it stands now: the surveys may have been read again
+  // while the form was open.
+  const int entry = FindLoadedSurvey(session, form);
+  if (entry < 0) {
+    session.user.Message(kMsgSurveyGone + Trim(Mid(form.entryLine, 2, kSurveyNameWidth)) + kMsgSurveyGoneAfter,
+                         Icon::Exclamation);
+    return false;
+  }
+  SidForm found = form;
+  found.entry = entry;
+  const std::string oldName = SurveyName(session.surveys.SurveyTable.get(entry + 1));
+  const BuiltBlock built = BuildBlock(session, found);
   try {
-    RewriteSurveys(session, form.entry + 1, SurveyBlockText(built.block));
+    RewriteSurveys(session, entry + 1, SurveyBlockText(built.block));
   } catch (const std::exception& fault) {
     TellFileFault(session.user, fault);
     return false;
@@ -125,7 +147,7 @@ bool SaveExisting(Session& session, const SidForm& form) {
     }
   }
   ReloadJobFiles(session);
-  session.user.ListChanged(kSurveyListForm);
+  session.Changed(Change::Surveys);
   return true;
 }
 
@@ -148,7 +170,7 @@ bool SaveNew(Session& session, const SidForm& form) {
   } catch (const std::exception& fault) {
     TellFileFault(session.user, fault);
   }
-  session.user.ListChanged(kSurveyListForm);
+  session.Changed(Change::Surveys);
   return true;
 }
 
@@ -168,8 +190,8 @@ std::string SurveyCommentLabel(const Session& session, int entry) {
 
 void LoadSidForm(const Session& session, int entry, SidForm& form) {
   if (!HasSurvey(session, entry)) return;
-  form.isNew = false;
   form.entry = entry;
+  form.entryLine = session.surveys.SurveyTable.get(entry + 1).sLine;
   for (int box = kBoxDistanceUnits; box <= kBoxAngles; ++box) form.ticked[static_cast<std::size_t>(box)] = false;
   const std::string& line = session.surveys.SurveyTable.get(entry + 1).sLine;
   form.name = Trim(Mid(line, 2, kSurveyNameWidth));
@@ -195,6 +217,11 @@ void LoadSidForm(const Session& session, int entry, SidForm& form) {
   for (int box : {kBoxConstant, kBoxPpm, kBoxSeconds, kBoxName, kBoxEasting, kBoxNorthing}) {
     form.ticked[static_cast<std::size_t>(box)] = false;
   }
+}
+
+void OpenSidProperties(const Session& session, int entry, SidForm& form) {
+  LoadSidForm(session, entry, form);
+  form.isNew = false;
 }
 
 void NewSidForm(SidForm& form) {
@@ -241,7 +268,7 @@ int SelectBySid(Session& session, const std::vector<int>& entries) {
     sel.LineList.push_back(RawLineText(raw.RawLineFields.get(i)));
   }
   const int count = static_cast<int>(sel.LineList.size());
-  session.user.ListChanged(kLinesFormName);
+  session.Changed(Change::Selection);
   session.user.Message(std::to_string(count) + " records selected");
   session.user.ShowForm(kLinesFormName);
   Repaint(session);

@@ -49,11 +49,20 @@ struct SidForm {
   std::string bearingCorrection;
   bool convertToAngles = false;
   std::string angleError;
-  // True after "Create New", false after "Properties" or a click in the list.
+  // True after "Create New", false after "Properties". A click in the list loads the fields but
+  // keeps the mode: a survey begun with "Create New" is still appended.
   bool isNew = false;
-  // The list entry the form was loaded from (0-based); -1 for none.
+  // The list entry the form was loaded from (0-based); -1 for none; and its S line then, by which
+  // a save finds the survey again.
   int entry = -1;
+  std::string entryLine;
 };
+
+// Around the survey's name: the survey the form was loaded from is no longer in the file.
+inline constexpr const char* kMsgSurveyGone = "The survey ";
+inline constexpr const char* kMsgSurveyGoneAfter =
+    " is no longer in the survey file as it was loaded (the surveys were read again meanwhile). Nothing was "
+    "saved; choose the survey in the list again.";
 
 // The list: the first 42 characters of each stored S line, in file order.
 std::vector<std::string> SurveyListEntries(const Session& session);
@@ -63,8 +72,10 @@ std::string SurveyCommentLabel(const Session& session, int entry);
 
 // A click on entry `entry`: boxes 8 to 13 cleared, the fields filled from the S line, the
 // comments and the directives (a refilled comment text that differs ticks box 5; a list that
-// finds its choice ticks 8, 9 or 11), then boxes 1 to 4, 6 and 7 cleared.
+// finds its choice ticks 8, 9 or 11), then boxes 1 to 4, 6 and 7 cleared. The mode stays.
 void LoadSidForm(const Session& session, int entry, SidForm& form);
+// "Properties": the same, in the mode for an existing survey.
+void OpenSidProperties(const Session& session, int entry, SidForm& form);
 // "Create New": empty fields, boxes 1 to 7 ticked.
 void NewSidForm(SidForm& form);
 

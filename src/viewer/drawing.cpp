@@ -165,12 +165,17 @@ void DrawSelectionMarks(Painter& p) {
   const ViewChecks& v = s.checks;
   const bool parcelsShown = v.mnuOptionsParcel || v.mnuOptionsParcelBrief || v.mnuOptionsParcelDetail ||
                             v.mnuOptionsParcelFull;
-  for (std::size_t i = 0; i < sel.ParcelList.size(); ++i) {
+  // Each entry is marked as what it is: a link record yellow while the CAMA plot is on, a parcel
+  // red while the parcel marks are.
+  for (const ParcelPick& pick : sel.ParcelPicks()) {
     p.c.SetPenWidth(3 * p.cfg.PtSizeCor);
-    const int parcel = sel.SelectedParcels.get(static_cast<int>(i));
-    // With the CAMA plot on, the list holds link records.
-    if (v.mnuViewCama) p.c.Dot(s.cama.LinkX.get(parcel), s.cama.LinkY.get(parcel), kYellow);
-    if (parcelsShown) p.c.Dot(s.parcels.ParcelX.get(parcel), s.parcels.ParcelY.get(parcel), kRed);
+    const bool link = pick.kind == PickKind::LinkRecord;
+    if (link && v.mnuViewCama && pick.reading == s.cama.LinkReading) {
+      p.c.Dot(s.cama.LinkX.get(pick.index), s.cama.LinkY.get(pick.index), kYellow);
+    }
+    if (!link && parcelsShown && pick.reading == s.parcels.Reading) {
+      p.c.Dot(s.parcels.ParcelX.get(pick.index), s.parcels.ParcelY.get(pick.index), kRed);
+    }
   }
   p.c.SetPenWidth(1);
 }

@@ -19,7 +19,6 @@ namespace tessel {
 namespace {
 
 constexpr const char* kPointsForm = "frmSelectedPoints";
-constexpr const char* kParcelsForm = "frmTesting";
 constexpr const char* kLinesForm = "frmSelectedLines";
 
 // The shortest text of a coordinate, as the point list shows it.
@@ -57,7 +56,7 @@ void PickPoint(Session& s, int i, bool report) {
     sel.PickedPointId = s.points.PointIds(i);
     s.pointPicks.Offer(sel.PickedPointId);
   }
-  s.user.ListChanged(kPointsForm);
+  s.Changed(Change::Selection);
   RemoveDuplicatePoints(s);
   RemapSelectedPoints(s);
   if (report) {
@@ -75,10 +74,10 @@ void PickParcel(Session& s, int i) {
   Selection& sel = s.selection;
   sel.ClickedParcelY = s.parcels.ParcelY.get(i);
   sel.ClickedParcelX = s.parcels.ParcelX.get(i);
-  sel.ParcelList.push_back(s.parcels.ParcelLine.get(s.parcels.ParcelIdx.get(i)));
+  sel.AddParcelEntry(s.parcels.ParcelLine.get(s.parcels.ParcelIdx.get(i)), {PickKind::Parcel, i, s.parcels.Reading});
   s.user.SetEnabled("frmTesting/cmdRemoveItem", true);
   s.user.SetEnabled("frmTesting/cmdClearAll", true);
-  s.user.ListChanged(kParcelsForm);
+  s.Changed(Change::Selection);
   StepOver([&] { sel.SelectedParcels.at(s.SelectionCount) = static_cast<std::int16_t>(i); });
   MarkDot(s, s.parcels.ParcelX.get(i), s.parcels.ParcelY.get(i), kRed);
   s.SelectionCount = Add16(s.SelectionCount, 1);
@@ -91,10 +90,10 @@ void PickLinkRecord(Session& s, int i) {
   Selection& sel = s.selection;
   sel.ClickedParcelY = s.cama.LinkY.get(i);
   sel.ClickedParcelX = s.cama.LinkX.get(i);
-  sel.ParcelList.push_back(s.cama.LinkGeocode.get(s.parcels.ParcelIdx.get(i)));
+  sel.AddParcelEntry(s.cama.LinkGeocode.get(s.parcels.ParcelIdx.get(i)), {PickKind::LinkRecord, i, s.cama.LinkReading});
   s.user.SetEnabled("frmTesting/cmdRemoveItem", true);
   s.user.SetEnabled("frmTesting/cmdClearAll", true);
-  s.user.ListChanged(kParcelsForm);
+  s.Changed(Change::Selection);
   StepOver([&] { sel.SelectedParcels.at(s.SelectionCount) = static_cast<std::int16_t>(i); });
   MarkDot(s, s.cama.LinkX.get(i), s.cama.LinkY.get(i), kYellow);
   s.SelectionCount = Add16(s.SelectionCount, 1);
@@ -124,7 +123,7 @@ void AddLine(Session& s, int j) {
   if (std::find(sel.LineList.begin(), sel.LineList.end(), text) != sel.LineList.end()) return;
   sel.LineList.push_back(text);
   StepOver([&] { sel.SelectedLines.at(static_cast<int>(sel.LineList.size()) - 1) = static_cast<std::int16_t>(j); });
-  s.user.ListChanged(kLinesForm);
+  s.Changed(Change::Selection);
 }
 
 void PickPointsByClick(Session& s, const HitWindow& hw, bool left, float x, float y) {
@@ -327,7 +326,7 @@ void RemoveDuplicatePoints(Session& s) {
     if (list[k] != list[k + 1]) continue;
     list.erase(list.begin() + static_cast<std::ptrdiff_t>(k));
     s.user.Status(1, "Duplicate, removed");
-    s.user.ListChanged(kPointsForm);
+    s.Changed(Change::Selection);
     if (k > 0) --k;
     else k = static_cast<std::size_t>(-1);  // the loop's step brings it back to the first entry
   }
@@ -342,7 +341,7 @@ void RemapSelectedPoints(Session& s) {
 
 void PointsClear(Session& s) {
   s.selection.PointList.clear();
-  s.user.ListChanged(kPointsForm);
+  s.Changed(Change::Selection);
   s.ToolMode = ToolMode::PickPoints;
   Redraw(s);
   s.user.Status(2, "");
@@ -355,7 +354,7 @@ void PointsRemoveItem(Session& s, int index) {
     if (index < 0 || index >= static_cast<int>(sel.PointList.size())) return;  // no entry chosen ends the step
     sel.PointList.erase(sel.PointList.begin() + index);
     RemapSelectedPoints(s);
-    s.user.ListChanged(kPointsForm);
+    s.Changed(Change::Selection);
   }
   s.user.SetEnabled("frmSelectedPoints/cmdRemoveItem", !sel.PointList.empty());
   s.user.Status(2, std::to_string(s.SelectionCount) + " Points Selected");
@@ -376,7 +375,7 @@ void PointsClicked(Session& s, int index) {
 
 void PointsClosed(Session& s) {
   s.selection.PointList.clear();
-  s.user.ListChanged(kPointsForm);
+  s.Changed(Change::Selection);
   SetToolMode(s, ToolMode::ZoomPan);
   Redraw(s);
 }
@@ -384,14 +383,15 @@ void PointsClosed(Session& s) {
 void ParcelsRemoveItem(Session& s, int index) {
   Selection& sel = s.selection;
   s.SelectionCount = Add16(s.SelectionCount, -1);
-  if (index < 0 || index >= static_cast<int>(sel.ParcelList.size())) return;  // no entry chosen ends the step
-  for (int j = index; j < static_cast<int>(sel.ParcelList.size()) && j + 1 <= sel.SelectedParcels.bound(); ++j) {
+  const int entries = static_cast<int>(sel.ParcelList().size());
+  if (index < 0 || index >= entries) return;  // no entry chosen ends the step
+  for (int j = index; j < entries && j + 1 <= sel.SelectedParcels.bound(); ++j) {
     sel.SelectedParcels.at(j) = sel.SelectedParcels.get(j + 1);
   }
-  s.user.ClearList("frmAttributes");
-  sel.ParcelList.erase(sel.ParcelList.begin() + index);
-  s.user.ListChanged(kParcelsForm);
-  s.user.SetEnabled("frmTesting/cmdRemoveItem", !sel.ParcelList.empty());
+  // frmAttributes, a view of the selection, empties its fields when its parcel leaves it.
+  sel.RemoveParcelEntry(static_cast<std::size_t>(index));
+  s.Changed(Change::Selection);
+  s.user.SetEnabled("frmTesting/cmdRemoveItem", !sel.ParcelList().empty());
   // The polygon tool's word, kept on purpose.
   s.user.Status(2, std::to_string(s.SelectionCount) + " Polygons Selected");
   Redraw(s);
@@ -399,12 +399,12 @@ void ParcelsRemoveItem(Session& s, int index) {
 
 void ParcelsClearAll(Session& s) {
   Selection& sel = s.selection;
-  for (std::size_t j = 0; j < sel.ParcelList.size() && static_cast<int>(j) <= sel.SelectedParcels.bound(); ++j) {
+  for (std::size_t j = 0; j < sel.ParcelList().size() && static_cast<int>(j) <= sel.SelectedParcels.bound(); ++j) {
     sel.SelectedParcels.at(static_cast<int>(j)) = 0;
   }
   s.SelectionCount = 0;
-  sel.ParcelList.clear();
-  s.user.ListChanged(kParcelsForm);
+  sel.ClearParcelList();
+  s.Changed(Change::Selection);
   s.user.SetEnabled("frmTesting/cmdRemoveItem", false);
   s.user.SetEnabled("frmTesting/cmdClearAll", false);
   s.ToolMode = ToolMode::PickParcels;
@@ -412,18 +412,24 @@ void ParcelsClearAll(Session& s) {
 }
 
 void ParcelsClicked(Session& s, int index) {
-  if (index < 0 || index >= static_cast<int>(s.selection.ParcelList.size())) return;
-  if (s.checks.mnuViewCama) {
-    // The list holds link records: their CAMA record in frmCama, their ring and point marked.
+  const auto& picks = s.selection.ParcelPicks();
+  if (index < 0 || index >= static_cast<int>(picks.size())) return;
+  // A row is shown as what it is: a link record with its CAMA record, ring and point; a parcel
+  // with its ring and location. Either can stand in the list whether or not "CAMA Parcels" is
+  // checked now, and neither is taken for the other.
+  const ParcelPick& pick = picks[static_cast<std::size_t>(index)];
+  if (pick.kind == PickKind::LinkRecord) {
     const int link = CamaListClicked(s, index);
     Redraw(s);
+    if (link == 0) return;
     DrawParcelRing(s, s.cama.LinkChain.get(link), 2);
     s.canvas.Circle(s.cama.LinkX.get(link), s.cama.LinkY.get(link), 120, LinkCanvasColour(kLinkRed));
     s.canvas.SetPenWidth(1);
     return;
   }
   Redraw(s);
-  const int parcel = s.selection.SelectedParcels.get(index);
+  if (pick.reading != s.parcels.Reading) return;
+  const int parcel = pick.index;
   DrawParcelRing(s, s.parcels.ParcelRing.get(parcel));
   s.canvas.Circle(s.parcels.ParcelX.get(parcel), s.parcels.ParcelY.get(parcel), 120, kRed);
 }
@@ -436,7 +442,7 @@ void LinesRemoveLine(Session& s, int index) {
   }
   sel.LineList.erase(sel.LineList.begin() + index);
   for (int j = index; j < static_cast<int>(sel.LineList.size()); ++j) sel.SelectedLines.at(j) = sel.SelectedLines.get(j + 1);
-  s.user.ListChanged(kLinesForm);
+  s.Changed(Change::Selection);
   s.user.Status(2, std::to_string(sel.LineList.size()) + " line(s) selected");
   Redraw(s);
 }
@@ -459,8 +465,8 @@ void MoveCentroidCommand(Session& s) {
 
 void PopupParcelCancel(Session& s) {
   s.SelectionCount = 0;
-  s.selection.ParcelList.clear();
-  s.user.ListChanged(kParcelsForm);
+  s.selection.ClearParcelList();
+  s.Changed(Change::Selection);
   s.user.SetEnabled("frmTesting/cmdRemoveItem", false);
   Redraw(s);
   s.user.Status(2, "");

@@ -106,10 +106,10 @@ class CamaFormsTest : public QObject {
     QVERIFY(!cama->isHidden());
 
     // The link record in frmTesting's list, then CAMA: the section's records.
-    s.selection.ParcelList.push_back(s.cama.LinkGeocode.get(1));
+    s.selection.AddParcelEntry(s.cama.LinkGeocode.get(1), {PickKind::LinkRecord, 1, s.cama.LinkReading});
     s.selection.SelectedParcels.at(0) = 1;
     s.SelectionCount = 1;
-    s.user.ListChanged("frmTesting");
+    s.Changed(Change::Selection);
     cama->click();
     auto* form = w.findChild<QWidget*>(QStringLiteral("frmCamaParcel"));
     QVERIFY(form->isVisible());
@@ -129,9 +129,9 @@ class CamaFormsTest : public QObject {
 
     // A click on the row shows its CAMA record in frmCama.
     auto* rows = testing->findChild<QListWidget*>(QStringLiteral("lstItems"));
-    s.selection.ParcelList = {s.cama.LinkGeocode.get(1)};
-    s.selection.SelectedParcels.at(0) = 1;
-    s.user.ListChanged("frmTesting");
+    // OK read the link file back, and the row kept its record.
+    QCOMPARE(s.selection.ParcelPicks().size(), std::size_t{1});
+    QCOMPARE(s.selection.ParcelPicks()[0].reading, s.cama.LinkReading);
     rows->setCurrentRow(0);
     emit rows->itemClicked(rows->item(0));
     auto* record = w.findChild<QWidget*>(QStringLiteral("frmCama"));

@@ -43,7 +43,7 @@ class ParcelFormsTest : public QObject {
   // Picks parcels as the parcel tool does.
   void Select(std::initializer_list<int> parcels) {
     for (int p : parcels) {
-      S().selection.ParcelList.push_back(S().parcels.ParcelLine.get(p));
+      S().selection.AddParcelEntry(S().parcels.ParcelLine.get(p), {PickKind::Parcel, p, S().parcels.Reading});
       S().selection.SelectedParcels.at(S().SelectionCount) = static_cast<std::int16_t>(p);
       ++S().SelectionCount;
     }

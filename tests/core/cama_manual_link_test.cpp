@@ -33,8 +33,9 @@ class CamaManualTest : public JobFixture {
 
   // Puts link record r in frmTesting's list as the pick would.
   void Select(int r) {
-    session.selection.SelectedParcels.at(static_cast<int>(session.selection.ParcelList.size())) = static_cast<std::int16_t>(r);
-    session.selection.ParcelList.push_back(session.cama.LinkGeocode.get(r));
+    Selection& sel = session.selection;
+    sel.SelectedParcels.at(static_cast<int>(sel.ParcelList().size())) = static_cast<std::int16_t>(r);
+    sel.AddParcelEntry(session.cama.LinkGeocode.get(r), {PickKind::LinkRecord, r, session.cama.LinkReading});
     ++session.SelectionCount;
   }
 
@@ -116,7 +117,7 @@ TEST_F(CamaManualTest, MultiAttThenDeleteLeavesTheOther) {
   EXPECT_EQ(user.messages.back().text, kMsgSelectCamaParcel);
   CamaDeleteLink(session, 0);
   EXPECT_EQ(session.SelectionCount, 0);
-  EXPECT_TRUE(session.selection.ParcelList.empty());
+  EXPECT_TRUE(session.selection.ParcelList().empty());
   EXPECT_FALSE(user.enabled["frmTesting/cmdRemoveItem"]);
   EXPECT_EQ(user.statusNow[2], "0 Polygons Selected");
   EXPECT_EQ(session.cama.LinkCount, 2);
@@ -177,8 +178,8 @@ TEST_F(CamaManualTest, PlotAndPicksOfLinkRecords) {
   session.view.ViewBottom = 0;
   session.ToolMode = ToolMode::PickParcels;
   PickMouseUp(session, true, false, 1100, 2100, 1100, 2100);
-  ASSERT_EQ(session.selection.ParcelList.size(), 1u);
-  EXPECT_EQ(session.selection.ParcelList[0], session.cama.LinkGeocode.get(2));
+  ASSERT_EQ(session.selection.ParcelList().size(), 1u);
+  EXPECT_EQ(session.selection.ParcelList()[0], session.cama.LinkGeocode.get(2));
   EXPECT_EQ(session.selection.SelectedParcels.get(0), 2);
   EXPECT_EQ(user.statusNow[2], "1 Parcel(s) Selected");
   canvas.calls.clear();

@@ -83,7 +83,7 @@ class Drawing : public JobFixture {
     Selection& sel = session.selection;
     sel.PointList.assign(points.size(), "point");
     sel.LineList.assign(lines.size(), "line");
-    sel.ParcelList.assign(parcels.size(), "parcel");
+    for (int p : parcels) sel.AddParcelEntry("parcel", {PickKind::Parcel, p, session.parcels.Reading});
     for (std::size_t i = 0; i < points.size(); ++i) sel.SelectedPoints.at(int(i)) = points[i];
     for (std::size_t i = 0; i < lines.size(); ++i) sel.SelectedLines.at(int(i)) = std::int16_t(lines[i]);
     for (std::size_t i = 0; i < parcels.size(); ++i) sel.SelectedParcels.at(int(i)) = std::int16_t(parcels[i]);

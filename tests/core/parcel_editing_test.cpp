@@ -46,7 +46,7 @@ class ParcelEditing : public JobFixture {
   // Picks parcels as the parcel tool does: the list entry and the index.
   void Select(std::initializer_list<int> parcels) {
     for (int p : parcels) {
-      session.selection.ParcelList.push_back(session.parcels.ParcelLine.get(p));
+      session.selection.AddParcelEntry(session.parcels.ParcelLine.get(p), {PickKind::Parcel, p, session.parcels.Reading});
       session.selection.SelectedParcels.at(session.SelectionCount) = static_cast<std::int16_t>(p);
       ++session.SelectionCount;
     }
@@ -183,7 +183,7 @@ TEST_F(ParcelEditing, DeleteThenOkDropsTheLineAndDeleteThenSaveLeavesABlank) {
   EXPECT_EQ(session.parcels.ParcelCount, 2);
   EXPECT_EQ(session.parcels.ParcelLine.get(2), kLine3);
   EXPECT_EQ(session.SelectionCount, 0);
-  EXPECT_TRUE(session.selection.ParcelList.empty());
+  EXPECT_TRUE(session.selection.ParcelList().empty());
   EXPECT_EQ(session.ToolMode, ToolMode::PickParcels);
   EXPECT_EQ(session.parcels.ParcelDirty, 0);
 }
@@ -210,20 +210,6 @@ TEST_F(ParcelEditing, NewParcelApplyOkPutsTheNewLineAboveItsParent) {
   EXPECT_EQ(session.parcels.ParcelRing.get(1), kRing1);
   EXPECT_EQ(session.parcels.ParcelRing.get(2), kRing1);
   EXPECT_EQ(session.parcels.ParcelMulti.get(1), 1);
-}
-
-TEST_F(ParcelEditing, TheOkWriteCountsOnlySecLinesAndKeepsEverythingElse) {
-  const std::string upper = "SEC_009 A T_L 9              10.000 T12NR04E-09-00009";
-  WriteJob("T12NR04E.IID", {"title", upper, kRing1, kLoc1, "  heading", kLine2, kRing2, kLoc2});
-  ReadParcels(session);
-  ASSERT_EQ(session.parcels.ParcelCount, 2);
-  session.parcels.ParcelEdit.at(1) = "note of one";
-  session.parcels.ParcelLine.at(1) = "Sec_009 edited";
-  ASSERT_TRUE(WriteEditedParcels(session));
-  // The "SEC_" line was parcel 1 when read, but the write does not count it: parcel 1's note and
-  // line land on the "Sec_" line of parcel 2.
-  EXPECT_EQ(Iid(), Text({kMarker, upper, kRing1, kLoc1, "  heading", "Tessel Edited: note of one", "Sec_009 edited",
-                         kRing2, kLoc2}));
 }
 
 TEST_F(ParcelEditing, CancelDropsTheEditsAndClosingKeepsThem) {

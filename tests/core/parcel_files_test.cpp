@@ -72,10 +72,10 @@ TEST_F(ParcelFiles, ReaderGroupsAttributeLinesBeforeTheirRingAndLocation) {
   EXPECT_EQ(user.messages[0].icon, Icon::Information);
 }
 
-TEST_F(ParcelFiles, SaveReplacesTheTitleAndOnlyTheSecLinesItCounts) {
+TEST_F(ParcelFiles, SaveReplacesTheTitleAndEachParcelsLine) {
   const std::vector<std::string> original = {
       "RINGFORM PARCELS",         "Sec_001  A T_W  1", kRing1, Location("1.0", "2.0"),
-      "SEC_002  B T_W  2",        kRing2,              Location("3.0", "4.0"),
+      "Sec_002  B T_W  2",        kRing2,              Location("3.0", "4.0"),
       "Sec_003  C T_W  3",        kRing3,              Location("5.0", "6.0"),
       "Tessel Edited: kept as is"};
   WriteJob("T1N2E.IID", original, Eol::Lf);
@@ -83,18 +83,16 @@ TEST_F(ParcelFiles, SaveReplacesTheTitleAndOnlyTheSecLinesItCounts) {
   ASSERT_EQ(P().ParcelCount, 3);
   session.parcels.ParcelLine.at(1) = "Sec_001  A T_W  1 EDITED";
   session.parcels.ParcelEdit.at(1) = "Sec_001  A T_W  1";
-  session.parcels.ParcelLine.at(2) = "SEC_002  B T_W  2 EDITED";
+  session.parcels.ParcelLine.at(2) = "Sec_002  B T_W  2 EDITED";
   session.parcels.ParcelDirty = -1;
-  WriteParcels(session);
+  ASSERT_TRUE(WriteParcels(session));
 
-  // "SEC_" is a parcel to the reader but not to the writer: the third parcel's line takes the
-  // second's text.
   const std::vector<std::string> saved = {
       "  * * * This file has been edited by Tessel  * * *  ",
       "Tessel Edited: Sec_001  A T_W  1",
       "Sec_001  A T_W  1 EDITED", kRing1, Location("1.0", "2.0"),
-      "SEC_002  B T_W  2",        kRing2, Location("3.0", "4.0"),
-      "SEC_002  B T_W  2 EDITED", kRing3, Location("5.0", "6.0"),
+      "Sec_002  B T_W  2 EDITED", kRing2, Location("3.0", "4.0"),
+      "Sec_003  C T_W  3",        kRing3, Location("5.0", "6.0"),
       "Tessel Edited: kept as is"};
   EXPECT_EQ(ReadJob("T1N2E.IID"), Text(saved));
   EXPECT_EQ(ReadJob("T1N2E.iib"), Text(original, Eol::Lf));
@@ -102,7 +100,7 @@ TEST_F(ParcelFiles, SaveReplacesTheTitleAndOnlyTheSecLinesItCounts) {
   EXPECT_EQ(user.pointers.back(), Pointer::Arrow);
 
   // A second save writes the note again below the copied one.
-  WriteParcels(session);
+  ASSERT_TRUE(WriteParcels(session));
   std::vector<std::string> again = saved;
   again.insert(again.begin() + 2, "Tessel Edited: Sec_001  A T_W  1");
   EXPECT_EQ(ReadJob("T1N2E.IID"), Text(again));
@@ -111,11 +109,75 @@ TEST_F(ParcelFiles, SaveReplacesTheTitleAndOnlyTheSecLinesItCounts) {
   // A deleted parcel leaves its note and a blank line.
   session.parcels.ParcelLine.at(1) = "";
   session.parcels.ParcelEdit.at(1) = "(Deleted)Sec_001  A T_W  1 EDITED";
-  WriteParcels(session);
+  ASSERT_TRUE(WriteParcels(session));
   std::vector<std::string> deleted = again;
   deleted[3] = "Tessel Edited: (Deleted)Sec_001  A T_W  1 EDITED";
   deleted.insert(deleted.begin() + 4, "");
   EXPECT_EQ(ReadJob("T1N2E.IID"), Text(deleted));
+  EXPECT_TRUE(user.messages.empty());
+
+  // The blank line is no parcel to the writer: a further save would put parcel 1's line where
+  // parcel 2's stands, and so on down the file. It is refused, and nothing is touched.
+  session.parcels.ParcelLine.at(2) = "Sec_002  B T_W  2 AGAIN";
+  session.parcels.ParcelDirty = -1;
+  EXPECT_FALSE(WriteParcels(session));
+  const std::string iid = session.DatasetPath(".IID");
+  EXPECT_EQ(user.MessageTexts().back(), kMsgParcelFileOutOfStepBefore + iid + kMsgParcelFileOutOfStepAfter);
+  EXPECT_EQ(user.messages.back().icon, Icon::Exclamation);
+  EXPECT_EQ(ReadJob("T1N2E.IID"), Text(deleted));
+  EXPECT_EQ(ReadJob("T1N2E.iib"), Text(again));
+  EXPECT_EQ(P().ParcelDirty, -1);
+}
+
+// The writers put parcel k's line on the k-th line after the title that begins with "Sec_". When
+// the file's lines are not the parcels' in the store's order, every writer refuses before it
+// touches .IID or .iib, and the edits stay in memory.
+TEST_F(ParcelFiles, AWriteThatWouldPutLinesOntoOtherParcelsIsRefused) {
+  const std::vector<std::string> upper = {
+      "RINGFORM PARCELS",  "Sec_001  A T_W  1", kRing1, Location("1.0", "2.0"),
+      "SEC_002  B T_W  2", kRing2,              Location("3.0", "4.0"),
+      "Sec_003  C T_W  3", kRing3,              Location("5.0", "6.0")};
+  const std::vector<std::string> plain = {
+      "RINGFORM PARCELS",  "Sec_001  A T_W  1", kRing1, Location("1.0", "2.0"),
+      "Sec_002  B T_W  2", kRing2,              Location("3.0", "4.0")};
+  struct Case {
+    const char* what;
+    std::vector<std::string> read;     // the file the store is read from
+    std::vector<std::string> written;  // what stands there at the write
+  };
+  const std::vector<std::string> reordered = {plain[0], plain[4], plain[5], plain[6], plain[1], plain[2], plain[3]};
+  for (const Case& c : {Case{"a SEC_ line the reader counts and the writer does not", upper, upper},
+                        Case{"a tool has rewritten the file in another order", plain, reordered}}) {
+    SCOPED_TRACE(c.what);
+    for (const std::string writer : {"save", "ok", "move"}) {
+      SCOPED_TRACE(writer);
+      std::filesystem::remove(jobPath / "T1N2E.iib");
+      WriteJob("T1N2E.IID", c.read);
+      ReadParcels(session);
+      WriteJob("T1N2E.IID", c.written);
+      session.parcels.ParcelLine.at(2) = "Sec_002  B T_W  2 EDITED";
+      session.parcels.ParcelDirty = -1;
+      user.messages.clear();
+      if (writer == "save") {
+        EXPECT_FALSE(WriteParcels(session));
+      }
+      if (writer == "ok") {
+        EXPECT_FALSE(WriteEditedParcels(session));
+      }
+      if (writer == "move") {
+        session.selection.AddParcelEntry("Sec_001", {PickKind::Parcel, 1, P().Reading});
+        MoveParcelLocation(session, 10.0, 20.0);
+        session.selection.ClearParcelList();
+        EXPECT_EQ(P().ParcelX.get(1), 2.0);  // not moved in memory either
+      }
+      ASSERT_EQ(user.messages.size(), 1u);
+      EXPECT_EQ(user.messages[0].text,
+                kMsgParcelFileOutOfStepBefore + session.DatasetPath(".IID") + kMsgParcelFileOutOfStepAfter);
+      EXPECT_EQ(ReadJob("T1N2E.IID"), Text(c.written));
+      EXPECT_FALSE(std::filesystem::exists(jobPath / "T1N2E.iib"));
+      EXPECT_EQ(P().ParcelDirty, -1);
+    }
+  }
 }
 
 std::string CrpRow(const std::string& x, const std::string& y) { return PadLeft(x, 15) + PadLeft(y, 15); }

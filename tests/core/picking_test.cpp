@@ -169,7 +169,7 @@ TEST_F(Picking, WindowsTakeWhatLiesStrictlyInsideInEveryToolAndDragDirection) {
     EXPECT_EQ(Mapped(sel.SelectedParcels, 2), (Ints{0, 0}));
     EXPECT_EQ(session.ToolMode, ToolMode::PickParcels);
     Drag(x0, y0, x1, y1);
-    EXPECT_EQ(sel.ParcelList, (Strings{"Sec_001 A", "Sec_004 D"}));
+    EXPECT_EQ(sel.ParcelList(), (Strings{"Sec_001 A", "Sec_004 D"}));
     PointsClear(session);  // back to point picking
     Drag(x0, y0, x1, y1);
     EXPECT_EQ(sel.PointList, (Strings{"100001    150     150", "100005    100.01     199.99"}));
@@ -225,7 +225,7 @@ TEST_F(SelectionLists, RemoveButtonsCloseTheGapAndNeedAnEntry) {
   session.ToolMode = ToolMode::PickParcels;
   ClickEach({100.0f, 300.0f, 500.0f});
   ParcelsRemoveItem(session, 1);
-  EXPECT_EQ(sel.ParcelList, (Strings{"Sec_001 A", "Sec_003 C"}));
+  EXPECT_EQ(sel.ParcelList(), (Strings{"Sec_001 A", "Sec_003 C"}));
   EXPECT_EQ(Mapped(sel.SelectedParcels, 2), (Ints{1, 3}));
   EXPECT_EQ(user.statusNow[2], "2 Polygons Selected");
 
@@ -262,7 +262,7 @@ TEST_F(ParcelLocationMove, AShiftClickRewritesTheSelectionsLocationLinesAndKeeps
   expected[3] = expected[10] = " PARCEL N,E      123456.125     1234567.250  (Tessel moved)";
   EXPECT_EQ(ReadJob("T1N2E.iid"), Text(expected));
   EXPECT_EQ(ReadJob("T1N2E.iib"), Text(original));
-  EXPECT_TRUE(sel.ParcelList.empty());
+  EXPECT_TRUE(sel.ParcelList().empty());
   EXPECT_EQ(Refreshes(), 1);
   // A second move of the same two, backed up from the first. 12345678.000 is neither 10 nor 11
   // characters: the northing keeps the blanks of the line before, none on the first moved line,

@@ -157,7 +157,8 @@ TEST_F(WriteFaultsTest, EveryWriterLeavesTheJobAsItWasAndNamesTheFile) {
       {"MoveParcelLocation", [&](WriteFaultsTest&) { WriteJob("T1N2E.IID", kIid); },
        [&](WriteFaultsTest&) {
          ReadParcels(s);
-         s.selection.ParcelList = {"Sec_001"};
+         s.selection.ClearParcelList();
+         s.selection.AddParcelEntry("Sec_001", {PickKind::Parcel, 1, s.parcels.Reading});
          s.selection.SelectedParcels.at(0) = 1;
          MoveParcelLocation(s, 5.0, 6.0);
          EXPECT_EQ(s.parcels.ParcelX.get(1), 1666.667);  // the parcel stays where the file has it

@@ -144,6 +144,14 @@ AddCalcsForm::AddCalcsForm(Session& session, QWidget* parent) : QDialog(parent),
     if (!filling_) FillKinds();
   });
   FillKinds();
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Calculations, [this] { Follow(); });
+}
+
+void AddCalcsForm::Follow() {
+  if (saving_ || !isVisible()) return;
+  if (RefindEntry(session_.calculations.Definitions, edited_)) return;
+  close();
+  session_.user.Message(kMsgDefinitionGone, Icon::Exclamation);
 }
 
 void AddCalcsForm::FillKinds() {
@@ -218,9 +226,7 @@ void AddCalcsForm::Show(const DefinitionInput& input) {
 }
 
 void AddCalcsForm::StartNew(int t) {
-  const int end = static_cast<int>(session_.calculations.Definitions.size());
-  first_ = end;
-  behind_ = end;
+  edited_ = EditedEntry{};
   DefinitionInput input;
   input.type = t;
   Show(input);
@@ -231,11 +237,8 @@ void AddCalcsForm::StartNew(int t) {
 void AddCalcsForm::StartEdit(int index) {
   const std::vector<std::string>& list = session_.calculations.Definitions;
   if (index < 0 || index >= static_cast<int>(list.size())) return;
-  const DefinitionSpan span = SpanOf(list, index);
-  first_ = span.first;
-  behind_ = span.behind;
-  const std::vector<std::string> lines(list.begin() + span.first, list.begin() + span.behind);
-  const DefinitionInput input = InputFromLines(session_, lines);
+  edited_ = EditedDefinition(list, index);
+  const DefinitionInput input = InputFromLines(session_, edited_.lines);
   Show(input);
   const std::string id = input.type == 3 ? input.lines[0].at(LineField::From) : input.newPoint;
   heading->setText(FromBytes(EditorHeading(static_cast<AddType>(input.type)) + id));
@@ -282,7 +285,18 @@ bool AddCalcsForm::Save() {
     }
     return false;
   }
-  return SaveDefinition(session_, input, first_, behind_);
+  // The list may have changed since the editor opened: the definition is written where it
+  // stands now, never over another.
+  const auto span = RefindEntry(session_.calculations.Definitions, edited_);
+  if (!span) {
+    close();
+    session_.user.Message(kMsgDefinitionGone, Icon::Exclamation);
+    return false;
+  }
+  saving_ = true;
+  const bool saved = SaveDefinition(session_, input, span->first, span->behind);
+  saving_ = false;
+  return saved;
 }
 
 NotWizForm::NotWizForm(QWidget* parent) : QDialog(parent) {
@@ -324,12 +338,23 @@ NotWiz2Form::NotWiz2Form(Session& session, QWidget* parent) : QDialog(parent), s
   layout->addLayout(OkCancel(this, [this] {
     if (Save()) close();
   }));
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Calculations, [this] { Follow(); });
+}
+
+const std::vector<std::string>& NotWiz2Form::List() const {
+  return line_ ? session_.calculations.NotLines : session_.calculations.NotPoints;
+}
+
+void NotWiz2Form::Follow() {
+  if (saving_ || !isVisible() || RefindEntry(List(), edited_)) return;
+  close();
+  session_.user.Message(kMsgOmissionGone, Icon::Exclamation);
 }
 
 void NotWiz2Form::Start(bool line, int index) {
   line_ = line;
-  index_ = index;
-  const bool edit = index >= 0;
+  const bool edit = index >= 0 && index < static_cast<int>(List().size());
+  edited_ = edit ? EditedEntry{index, {List()[static_cast<std::size_t>(index)]}} : EditedEntry{};
   setWindowTitle(edit ? QStringLiteral("Edit definition") : QStringLiteral("New definition"));
   if (line) {
     prompt->setText(edit ? QStringLiteral("From and To Point Identifiers of line to omit\nfrom LXN topology.")
@@ -365,7 +390,17 @@ void NotWiz2Form::Start(bool line, int index) {
 }
 
 bool NotWiz2Form::Save() {
-  return line_ ? SaveNotLine(session_, index_, Text(from), Text(to)) : SaveNotPoint(session_, index_, Text(from));
+  const auto span = RefindEntry(List(), edited_);
+  if (!span) {
+    close();
+    session_.user.Message(kMsgOmissionGone, Icon::Exclamation);
+    return false;
+  }
+  const int index = edited_.IsNew() ? -1 : span->first;
+  saving_ = true;
+  const bool saved = line_ ? SaveNotLine(session_, index, Text(from), Text(to)) : SaveNotPoint(session_, index, Text(from));
+  saving_ = false;
+  return saved;
 }
 
 void NotWiz2Form::hideEvent(QHideEvent* event) {
@@ -484,6 +519,7 @@ AddForm::AddForm(Session& session, QWidget* parent)
   notEditor_ = new NotWiz2Form(session_, this);
   notEditor_->setWindowFlag(Qt::Tool);
   resize(640, 520);
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Calculations, [this] { Reload(); });
 }
 
 QListWidget* AddForm::CurrentList() const {

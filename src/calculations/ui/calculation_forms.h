@@ -9,7 +9,9 @@
 #include <array>
 #include <memory>
 
+#include "calculations/calculation_files.h"
 #include "calculations/definition_editor.h"
+#include "forms/ui/session_view.h"
 #include "model/session.h"
 #include "subdivision/ui/subdivision_forms.h"
 
@@ -60,11 +62,14 @@ class AddCalcsForm : public QDialog {
   void FillKinds();
   void Relabel(int line);
   void Open();
+  // The lists changed: the definition edited is found again, or the editor closes.
+  void Follow();
   Session& session_;
-  int first_ = 0;
-  int behind_ = 0;
+  EditedEntry edited_;
   bool filling_ = false;
+  bool saving_ = false;
   std::unique_ptr<PickRegistration> picks_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmNotWiz, "New NOT definition": a point or a line segment.
@@ -92,10 +97,14 @@ class NotWiz2Form : public QDialog {
   void hideEvent(QHideEvent* event) override;
 
  private:
+  void Follow();
+  const std::vector<std::string>& List() const;
   Session& session_;
   bool line_ = false;
-  int index_ = -1;
+  EditedEntry edited_;
+  bool saving_ = false;
   std::unique_ptr<PickRegistration> picks_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmMultiDelete: a range of identifiers whose definitions go.
@@ -149,6 +158,7 @@ class AddForm : public QWidget {
   AddCalcsForm* editor_;
   NotWiz2Form* notEditor_;
   QWidget* find_ = nullptr;
+  std::unique_ptr<SessionView> view_;
 };
 
 // "Post-adjustment calculations" in the Cadastral Tools of the Command menu.

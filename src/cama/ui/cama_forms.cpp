@@ -108,11 +108,16 @@ CamaForm::CamaForm(Session& session, QMainWindow& window)
           [this] { CamaDeleteLink(session_, TestingRow(window_)); });
   layout->addLayout(row);
   resize(360, 260);
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Cama, [this] { Reload(); });
+}
+
+void CamaForm::Reload() {
+  text_->setPlainText(FromBytes(session_.cama.CamaText).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+  for (int k = 0; k < 3; ++k) labels_[k]->setText(FromBytes(session_.cama.CamaLabels[static_cast<std::size_t>(k)]));
 }
 
 void CamaForm::showEvent(QShowEvent* event) {
-  text_->setPlainText(FromBytes(session_.cama.CamaText).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
-  for (int k = 0; k < 3; ++k) labels_[k]->setText(FromBytes(session_.cama.CamaLabels[static_cast<std::size_t>(k)]));
+  Reload();
   QWidget::showEvent(event);
 }
 
@@ -148,6 +153,7 @@ CamaParcelForm::CamaParcelForm(Session& session, QMainWindow& window)
   layout->addLayout(row);
   connect(list_, &QListWidget::itemClicked, this, [this] { ShowLabels(); });
   resize(520, 360);
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Cama, [this] { Reload(); });
 }
 
 void CamaParcelForm::ShowLabels() {
@@ -156,11 +162,22 @@ void CamaParcelForm::ShowLabels() {
   for (int k = 0; k < 3; ++k) labels_[k]->setText(FromBytes(session_.cama.CamaParcelLabels[static_cast<std::size_t>(k)]));
 }
 
-void CamaParcelForm::showEvent(QShowEvent* event) {
+void CamaParcelForm::Reload() {
   setWindowTitle(FromBytes(session_.cama.CamaParcelCaption));
+  QStringList rows;
+  for (const std::string& row : session_.cama.CamaParcelRows) rows << FromBytes(row);
+  QStringList shown;
+  for (int i = 0; i < list_->count(); ++i) shown << list_->item(i)->text();
+  // The same rows keep the row chosen and its labels; other rows start afresh.
+  if (rows == shown && isVisible()) return;
   list_->clear();
-  for (const std::string& row : session_.cama.CamaParcelRows) list_->addItem(FromBytes(row));
+  list_->addItems(rows);
   for (QLabel* label : labels_) label->clear();
+}
+
+void CamaParcelForm::showEvent(QShowEvent* event) {
+  list_->clear();
+  Reload();
   QWidget::showEvent(event);
 }
 
@@ -178,11 +195,16 @@ UnusedCamaForm::UnusedCamaForm(Session& session, QWidget* parent)
   connect(Button(this, row, "cmdCancel", QStringLiteral("Cancel")), &QPushButton::clicked, this, &QWidget::close);
   layout->addLayout(row);
   resize(300, 360);
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Cama, [this] { Reload(); });
+}
+
+void UnusedCamaForm::Reload() {
+  list_->clear();
+  for (const std::string& row : session_.cama.UnusedRows) list_->addItem(FromBytes(row));
 }
 
 void UnusedCamaForm::showEvent(QShowEvent* event) {
-  list_->clear();
-  for (const std::string& row : session_.cama.UnusedRows) list_->addItem(FromBytes(row));
+  Reload();
   QWidget::showEvent(event);
 }
 

@@ -7,7 +7,10 @@
 #include <QDialog>
 #include <QWidget>
 
+#include <memory>
+
 #include "cama/cama_import.h"
+#include "forms/ui/session_view.h"
 #include "model/session.h"
 
 class QLabel;
@@ -35,6 +38,10 @@ class CamaForm : public QWidget {
  public:
   CamaForm(Session& session, QMainWindow& window);
 
+ public slots:
+  // Shows the session's link tables as they stand.
+  void Reload();
+
  protected:
   void showEvent(QShowEvent* event) override;
 
@@ -43,6 +50,7 @@ class CamaForm : public QWidget {
   QMainWindow& window_;
   QPlainTextEdit* text_;
   QLabel* labels_[3];
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmCamaParcel, "Cama Parcels for Section ..".
@@ -50,6 +58,10 @@ class CamaParcelForm : public QWidget {
   Q_OBJECT
  public:
   CamaParcelForm(Session& session, QMainWindow& window);
+
+ public slots:
+  // Shows the session's link tables as they stand.
+  void Reload();
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -61,6 +73,7 @@ class CamaParcelForm : public QWidget {
   QMainWindow& window_;
   QListWidget* list_;
   QLabel* labels_[3];
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmUnusedCama, "CAMA Database".
@@ -69,12 +82,17 @@ class UnusedCamaForm : public QWidget {
  public:
   UnusedCamaForm(Session& session, QWidget* parent);
 
+ public slots:
+  // Shows the session's link tables as they stand.
+  void Reload();
+
  protected:
   void showEvent(QShowEvent* event) override;
 
  private:
   Session& session_;
   QListWidget* list_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // The entries of the Attributes and View menus and the forms behind them.

@@ -43,7 +43,9 @@ AttributesForm::AttributesForm(Session& session, SelectParcelIdForm* selection, 
   layout->addWidget(ruler);
   auto* top = new QHBoxLayout;
   parcels = Named(new QComboBox(this), "cboParcel");
+  // The working line: what is typed into it is the line Apply builds on.
   parcels->setEditable(true);
+  parcels->setInsertPolicy(QComboBox::NoInsert);
   parcels->setFont(FixedFont());
   parcels->setMinimumWidth(QFontMetrics(FixedFont()).horizontalAdvance(QString(55, 'M')));
   index = Named(new QLineEdit(this), "txtIndex");
@@ -74,6 +76,7 @@ AttributesForm::AttributesForm(Session& session, SelectParcelIdForm* selection, 
     locationGrid->addWidget(locations[k], static_cast<int>(k / 4), static_cast<int>(k % 4));
     connect(locations[k], &QRadioButton::toggled, this, [this, letter](bool on) {
       if (!on || filling_) return;
+      Collect();
       properties_.PressLocation(ToBytes(letter));
       Refill();
     });
@@ -87,8 +90,9 @@ AttributesForm::AttributesForm(Session& session, SelectParcelIdForm* selection, 
   suffix->setMaxLength(2);
   suffix->installEventFilter(this);
   addRow("Survey Suffix", suffix);
+  // The note is one letter: it is chosen from the list, not typed. A parcel whose letter is none
+  // of the list's shows a blank entry.
   note = EntriesBox(this, "cboNote", SurveyNoteEntries());
-  note->setEditable(true);
   addRow("Survey Note", note);
   acreage = Named(new QLineEdit(this), "txtAcreage");
   addRow("Acreage", acreage);
@@ -112,10 +116,12 @@ AttributesForm::AttributesForm(Session& session, SelectParcelIdForm* selection, 
 
   connect(parcels, &QComboBox::activated, this, [this](int r) { ShowEntry(r); });
   connect(section, &QLineEdit::textEdited, this, [this](const QString& text) {
+    Collect();
     properties_.SetSection(ToBytes(text));
     Refill();
   });
   connect(surveyType, &QComboBox::activated, this, [this](int) {
+    Collect();
     properties_.ChooseSurveyType(ToBytes(surveyType->currentText()));
     Refill();
   });
@@ -147,6 +153,13 @@ AttributesForm::AttributesForm(Session& session, SelectParcelIdForm* selection, 
   });
   connect(lld, &QPushButton::clicked, this, [this] { Listing(false); });
   connect(lot, &QPushButton::clicked, this, [this] { Listing(true); });
+  // The drop-down follows the selection and the parcels while the dialog is open.
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Selection | Change::Parcels, [this] {
+    if (!isVisible()) return;  // opening fills it afresh
+    Collect();
+    properties_.Follow();
+    Refill();
+  });
 }
 
 void AttributesForm::Open() {
@@ -163,6 +176,12 @@ void AttributesForm::ShowEntry(int row) {
   Refill();
 }
 
+void AttributesForm::ShowSelectionRow(int row) {
+  Collect();
+  properties_.ShowSelectionRow(row);
+  Refill();
+}
+
 void AttributesForm::FillFromRecord(const ListingRecord& record) {
   Collect();
   properties_.FillFromRecord(record);
@@ -170,6 +189,7 @@ void AttributesForm::FillFromRecord(const ListingRecord& record) {
 }
 
 void AttributesForm::Collect() {
+  properties_.working = ToBytes(parcels->currentText());
   properties_.indexText = ToBytes(index->text());
   properties_.section = ToBytes(section->text());
   properties_.number = ToBytes(number->text());
@@ -199,9 +219,17 @@ void AttributesForm::Refill() {
   surveyType->setCurrentIndex(surveyType->findText(FromBytes(p.typeEntry)));
   number->setText(FromBytes(p.number));
   suffix->setText(FromBytes(p.suffix));
-  const int noteIndex = note->findText(FromBytes(p.noteText));
-  if (noteIndex >= 0) note->setCurrentIndex(noteIndex);
-  else note->setEditText(FromBytes(p.noteText));
+  // A letter the list does not know shows as a blank entry, which Apply writes as a blank.
+  const int blank = note->findText(QStringLiteral(" "));
+  int noteIndex = note->findText(FromBytes(p.noteText));
+  if (noteIndex < 0) {
+    if (blank < 0) note->addItem(QStringLiteral(" "));
+    noteIndex = note->findText(QStringLiteral(" "));
+  } else if (blank >= 0 && noteIndex != blank) {
+    note->removeItem(blank);
+    noteIndex = note->findText(FromBytes(p.noteText));
+  }
+  note->setCurrentIndex(noteIndex);
   acreage->setText(FromBytes(p.acreage));
   ring->setText(FromBytes(p.ring));
   location->setText(FromBytes(p.locationText));

@@ -113,7 +113,7 @@ void InstallParcelsForms(QMainWindow& window, Session& session) {
   if (auto* picked = window.findChild<QWidget*>(QStringLiteral("frmTesting"))) {
     if (auto* list = picked->findChild<QListWidget*>(QStringLiteral("lstItems"))) {
       QObject::connect(list, &QListWidget::itemClicked, attributes, [attributes, list](QListWidgetItem* item) {
-        if (attributes->isVisible()) attributes->ShowEntry(list->row(item));
+        if (attributes->isVisible()) attributes->ShowSelectionRow(list->row(item));
       });
     }
   }

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "forms/ui/session_view.h"
 #include "model/session.h"
 #include "parcels/parcel_listings.h"
 #include "parcels/parcel_locator.h"
@@ -58,6 +59,7 @@ class SelectParcelIdForm : public QDialog {
   std::vector<ListingRecord> listing_;
   AttributesForm* attributes_ = nullptr;
   bool done_ = false;
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmAttributes, "Parcel Properties".
@@ -67,8 +69,10 @@ class AttributesForm : public QWidget {
   AttributesForm(Session& session, SelectParcelIdForm* selection, QWidget* parent);
   // mnuPopupParcelProperties.
   void Open();
-  // Shows entry `row` of the selection, as choosing it in the drop-down does.
+  // Shows entry `row` of the drop-down, as choosing it there does.
   void ShowEntry(int row);
+  // Shows the parcel of row `row` of the selection list, when the drop-down holds it.
+  void ShowSelectionRow(int row);
   // A record of a listing into the fields.
   void FillFromRecord(const ListingRecord& record);
   // The listing closed: its buttons come back.
@@ -102,6 +106,7 @@ class AttributesForm : public QWidget {
   QButtonGroup* locationGroup_;
   bool filling_ = false;
   bool cancelled_ = false;
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmQuickEditList, "Quick Edit List".
@@ -152,6 +157,7 @@ class EditRpoForm : public QDialog {
 
  private:
   Session& session_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmParcelLocator, "Parcel Locator".
@@ -166,6 +172,7 @@ class ParcelLocatorForm : public QWidget {
   void Show();
   Session& session_;
   ParcelLocator locator_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // The entries of File, View, the parcel popup and the raw polygon popup, and the forms.

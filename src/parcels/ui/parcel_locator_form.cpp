@@ -67,6 +67,8 @@ ParcelLocatorForm::ParcelLocatorForm(Session& session, QWidget* parent)
     if (parcel != 0) DrawParcelRing(session_, session_.parcels.ParcelRing.get(parcel));
   });
   resize(420, 360);
+  // A window of the job: it closes with it.
+  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
 }
 
 void ParcelLocatorForm::Show() {

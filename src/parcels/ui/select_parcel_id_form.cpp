@@ -62,6 +62,8 @@ SelectParcelIdForm::SelectParcelIdForm(Session& session, QWidget* parent)
   connect(ok, &QPushButton::clicked, this, [this] { Ok(); });
   connect(cancel, &QPushButton::clicked, this, [this] { close(); });
   resize(520, 480);
+  // A window of the job: it closes with it.
+  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
 }
 
 void SelectParcelIdForm::OpenForMultiple(std::vector<ListingRecord> recordsIn) {

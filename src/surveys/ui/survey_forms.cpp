@@ -144,6 +144,8 @@ SidEditForm::SidEditForm(Session& session, QWidget* parent) : QDialog(parent), s
           [this] { options_->setVisible(!options_->isVisible()); });
   connect(Button(this, buttons, "cmdOK", QStringLiteral("OK")), &QPushButton::clicked, this, [this] { Save(); });
   connect(Button(this, buttons, "cmdCancel", QStringLiteral("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
+  // A save finds its survey again by its S line; the form only closes with the job.
+  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
 }
 
 QLineEdit* SidEditForm::AddText(QWidget* owner, int box, const char* name, int decimals) {
@@ -252,7 +254,7 @@ ListSurveysForm::ListSurveysForm(Session& session, SidEditForm* editor, QWidget*
     const int entry = list_->currentRow();
     if (entry < 0) return;
     SidForm form = editor_->Form();
-    LoadSidForm(session_, entry, form);
+    OpenSidProperties(session_, entry, form);
     editor_->Show(form);
     editor_->show();
     editor_->raise();
@@ -267,9 +269,8 @@ ListSurveysForm::ListSurveysForm(Session& session, SidEditForm* editor, QWidget*
     editor_->raise();
   });
   connect(list_, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { Clicked(list_->row(item)); });
-  // A save rereads the surveys: the list follows.
-  connect(editor_, &QDialog::accepted, this, &ListSurveysForm::Reload);
   resize(420, 360);
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Surveys, [this] { Reload(); });
 }
 
 void ListSurveysForm::Reload() {
@@ -354,6 +355,8 @@ EditRawDataForm::EditRawDataForm(Session& session, QWidget* parent) : QDialog(pa
   layout->addLayout(buttons);
   connect(Button(this, buttons, "cmdOK", QStringLiteral("OK")), &QPushButton::clicked, this, [this] { Save(); });
   connect(Button(this, buttons, "cmdCancel", QStringLiteral("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
+  // A save finds its record again by its fields; the form only closes with the job.
+  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
 }
 
 bool EditRawDataForm::Open(int entry) {
@@ -407,11 +410,18 @@ SwitchSidForm::SwitchSidForm(Session& session, QWidget* parent) : QDialog(parent
     if (SwitchSid(session_, ToBytes(survey_->currentText()))) accept();
   });
   connect(Button(this, buttons, "cmdCancel", QStringLiteral("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Surveys, [this] { FillNames(); });
+}
+
+void SwitchSidForm::FillNames() {
+  const QString chosen = survey_->currentText();
+  survey_->clear();
+  for (const std::string& name : SurveyChoices(session_)) survey_->addItem(FromBytes(name));
+  if (const int at = survey_->findText(chosen); at >= 0) survey_->setCurrentIndex(at);
 }
 
 void SwitchSidForm::Open() {
-  survey_->clear();
-  for (const std::string& name : SurveyChoices(session_)) survey_->addItem(FromBytes(name));
+  FillNames();
   // Beside the list of selected lines.
   if (QWidget* lines = parentWidget() ? parentWidget()->findChild<QWidget*>(QString::fromLatin1(kLinesFormName)) : nullptr) {
     move(lines->frameGeometry().topRight());

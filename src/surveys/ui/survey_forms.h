@@ -7,7 +7,9 @@
 #include <QDialog>
 #include <QWidget>
 #include <array>
+#include <memory>
 
+#include "forms/ui/session_view.h"
 #include "model/session.h"
 #include "surveys/raw_records.h"
 #include "surveys/survey_editor.h"
@@ -41,6 +43,7 @@ class SidEditForm : public QDialog {
   Session& session_;
   SidForm form_;
   bool showing_ = false;
+  std::unique_ptr<SessionView> view_;
   std::array<QCheckBox*, 14> ticks_{};
   QLineEdit *constant_, *ppm_, *seconds_, *name_, *easting_, *northing_;
   QPlainTextEdit* comments_;
@@ -72,6 +75,7 @@ class ListSurveysForm : public QWidget {
   SidEditForm* editor_;
   QListWidget* list_;
   QLabel* comments_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmEditRawData: the six fields of a record, each with its tick box.
@@ -90,6 +94,7 @@ class EditRawDataForm : public QDialog {
   std::array<QCheckBox*, 7> ticks_{};
   std::array<QLineEdit*, 6> texts_{};
   QComboBox* survey_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmSwitchSID: the survey every selected line is to belong to.
@@ -101,8 +106,11 @@ class SwitchSidForm : public QDialog {
   void Open();
 
  private:
+  // The names of the surveys as they stand, the one chosen kept.
+  void FillNames();
   Session& session_;
   QComboBox* survey_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // "Survey ID's..." in the Edit menu, and the record keys of frmSelectedLines.

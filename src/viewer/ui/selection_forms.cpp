@@ -43,6 +43,7 @@ SelectionForm::SelectionForm(Session& session, const QString& name, const QStrin
   buttons_->layout()->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(buttons_);
   resize(360, 300);
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Selection, [this] { Reload(); });
 }
 
 QPushButton* SelectionForm::AddButton(const char* name, const QString& caption) {

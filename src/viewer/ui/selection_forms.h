@@ -6,9 +6,11 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QWidget>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "forms/ui/session_view.h"
 #include "model/session.h"
 
 namespace tessel {
@@ -37,6 +39,7 @@ class SelectionForm : public QWidget {
 
  private:
   std::string key_;
+  std::unique_ptr<SessionView> view_;
 };
 
 class SelectedPointsForm : public SelectionForm {
@@ -55,7 +58,7 @@ class SelectedParcelsForm : public SelectionForm {
   SelectedParcelsForm(Session& session, QWidget* parent);
 
  protected:
-  const std::vector<std::string>& Entries() const override { return session_.selection.ParcelList; }
+  const std::vector<std::string>& Entries() const override { return session_.selection.ParcelList(); }
   void resizeEvent(QResizeEvent* event) override;
 };
 
