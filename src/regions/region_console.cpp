@@ -199,7 +199,9 @@ void RegionConsole::Add() {
       choice->fileTitle.size() <= path.size() ? path.substr(0, path.size() - choice->fileTitle.size()) : std::string();
   addFolder = folder;
   const bool bare = chkNoPath || (!folder.empty() && folder == RegionFolder(session_));
-  const std::string entry = bare ? UpToFirstPoint(choice->fileTitle) : UpToFirstPoint(path);
+  // Only the file name loses its extension: a folder such as /home/j.smith/ stays whole.
+  const std::string name = UpToFirstPoint(choice->fileTitle);
+  const std::string entry = bare ? name : folder + name;
   const int count = static_cast<int>(rows.size());
   if (selected < 0 || selected >= count) {
     rows.push_back(entry);
