@@ -52,6 +52,10 @@ bool LaunchFailed(const ToolLogEntry& entry) {
          entry.outcome == LaunchOutcome::Crashed;
 }
 
+bool LaunchNotStarted(const ToolLogEntry& entry) {
+  return entry.outcome == LaunchOutcome::NotFound || entry.outcome == LaunchOutcome::CouldNotStart;
+}
+
 std::string ToolLogLine(const ToolLogEntry& e) {
   std::string line = e.time + "  " + KindText(e.kind) + "  " + e.launch.Text();
   if (!e.folder.empty()) line += "  in " + e.folder;

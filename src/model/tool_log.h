@@ -39,6 +39,9 @@ std::string NotFoundReason(const std::string& program, const std::string& toolFo
 
 // True for a launch that did not run its course: not found, not started or crashed.
 bool LaunchFailed(const ToolLogEntry& entry);
+// True for a launch whose program never started: not found or not startable. A crash is not
+// one: the program ran and may have written its files.
+bool LaunchNotStarted(const ToolLogEntry& entry);
 
 // One line of the log: time, kind, program and arguments, folder, answer file, the end and the
 // duration, e.g. `10:02:11  run  "/opt/tessel/fitmain.exe"  in /jobs/T1  exit code 0  1.2 s`.
@@ -56,6 +59,9 @@ struct ToolLog {
   std::size_t dropped = 0;
 
   void Add(ToolLogEntry entry);
+  // Entries ever added, those given way included: taken before a launch, it finds the launch's
+  // own entries afterwards.
+  std::size_t Total() const { return dropped + entries.size(); }
   // Every line, each ended by a line feed: what Copy puts on the clipboard.
   std::string Text() const;
 };

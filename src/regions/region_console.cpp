@@ -13,6 +13,7 @@
 #include "model/text_file.h"
 #include "regions/how_file.h"
 #include "regions/match_test.h"
+#include "tools/launching.h"
 
 namespace tessel {
 
@@ -42,6 +43,10 @@ void Refresh(Session& session) {
 }
 
 }  // namespace
+
+std::string ToolNotStartedText(const std::string& tool, const std::string& why) {
+  return "The tool " + tool + " could not be started (" + why + ").\r\nNothing was run.";
+}
 
 PanelPlace ContinuePanelPlace(double mainLeft, double mainTop, double mainWidth, double mainHeight,
                               double panelWidth) {
@@ -101,11 +106,14 @@ void RegionConsole::Open() {
   SetStates();
 }
 
-void RegionConsole::RunTool(const std::string& tool) {
+bool RegionConsole::RunTool(const std::string& tool) {
   session_.CurrentFolder = session_.JobFolder;
   session_.user.SetPointer(Pointer::Hourglass);
-  StepOver([&] { session_.processes.Run(ToolLaunch(session_, tool), session_.JobFolder); });
+  const LaunchStart start = RunAndTellStart(session_, ToolLaunch(session_, tool), session_.JobFolder);
   session_.user.SetPointer(Pointer::Default);
+  // The next step must not open on the files of a run that never happened.
+  if (!start.started) session_.user.Message(ToolNotStartedText(tool, start.why), Icon::Exclamation);
+  return start.started;
 }
 
 void RegionConsole::FolderButton() {
@@ -199,7 +207,9 @@ void RegionConsole::Add() {
       choice->fileTitle.size() <= path.size() ? path.substr(0, path.size() - choice->fileTitle.size()) : std::string();
   addFolder = folder;
   const bool bare = chkNoPath || (!folder.empty() && folder == RegionFolder(session_));
-  const std::string entry = bare ? UpToFirstPoint(choice->fileTitle) : UpToFirstPoint(path);
+  // Only the file name loses its extension: a folder such as /home/j.smith/ stays whole.
+  const std::string name = UpToFirstPoint(choice->fileTitle);
+  const std::string entry = bare ? name : folder + name;
   const int count = static_cast<int>(rows.size());
   if (selected < 0 || selected >= count) {
     rows.push_back(entry);
@@ -313,7 +323,7 @@ void RegionConsole::Merge() {
                    Icon::Exclamation);
     return;
   }
-  RunTool("twpjoin");
+  if (!RunTool("twpjoin")) return;
   ReloadJob(s);
   chkLines = false;
   s.region.match.ShowMatchLines = 0;
@@ -325,7 +335,7 @@ void RegionConsole::Merge() {
 
 void RegionConsole::Adjust() {
   if (session_.DatasetExists(".lsa")) {
-    RunTool("fitmain");
+    if (!RunTool("fitmain")) return;
     enabled.cmdAdjust = true;
     enabled.cmdParse = true;
     enabled.cmdUpdate = false;
@@ -335,7 +345,7 @@ void RegionConsole::Adjust() {
 
 void RegionConsole::Parse() {
   if (session_.DatasetExists(".cor")) {
-    RunTool("twpsplit");
+    if (!RunTool("twpsplit")) return;
     enabled.cmdAdjust = true;
     enabled.cmdParse = true;
     enabled.cmdUpdate = true;
@@ -468,7 +478,12 @@ bool RegionConsole::Reliabilities() {
 }
 
 void RegionConsole::ReliabilitiesMerge() {
-  RunTool("twpjoin");
+  if (!RunTool("twpjoin")) {
+    // Nothing was merged for inspection: the region gets its FIXED listing back now.
+    RestoreSet();
+    session_.user.UnloadForm("frmContinue");
+    return;
+  }
   ReloadJob(session_);
 }
 
@@ -504,7 +519,7 @@ bool RegionConsole::RestoreSet() {
 }
 
 void RegionConsole::ContinueReliabilities() {
-  RunTool("twprel");
+  if (!RunTool("twprel")) return;
   RestoreSet();
   session_.user.UnloadForm("frmContinue");
   ReloadJob(session_);

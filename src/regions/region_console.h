@@ -26,6 +26,9 @@ inline constexpr const char* kMsgEstimatesFromSd =
     "Error estimates MUST come from .sd file for TWPREL. \r\nSet project properties accordingly and try again.";
 inline constexpr const char* kTitlePreview = "Tessel - Previewing Region";
 
+// The box when a tool of the workflow could not be started: the tool, why, and that nothing ran.
+std::string ToolNotStartedText(const std::string& tool, const std::string& why);
+
 // The commands whose enabled state follows the workflow.
 struct RegionCommands {
   bool cmdMerge = true;
@@ -96,7 +99,8 @@ class RegionConsole {
   // A click on a row: redraw and mark the row's project.
   void ClickRow(int row);
 
-  // The workflow.
+  // The workflow. A tool that could not be started is told in a box, and what would follow its
+  // run (the reload, the next steps' enabled states, the end of "Reliabilities") does not happen.
   void Merge();
   void Adjust();
   void Parse();
@@ -105,10 +109,13 @@ class RegionConsole {
   // Steps 1 to 6 of "Reliabilities": false when refused or when the backup failed. The caller
   // then shows frmContinue and calls ReliabilitiesMerge.
   bool Reliabilities();
+  // twpjoin on the NOREL listing; when it could not be started the set is restored at once and
+  // frmContinue goes.
   void ReliabilitiesMerge();
   // The whole button: the steps, frmContinue shown, the merge for inspection.
   void ReliabilitiesCommand();
   // frmContinue's buttons: twprel (Continue only), then the set restored and the job reloaded.
+  // A twprel that could not be started leaves the panel open, so that Cancel can restore.
   void ContinueReliabilities();
   void CancelReliabilities();
 
@@ -120,7 +127,8 @@ class RegionConsole {
   void AfterEdit();
   void SetStates();
   void LoadListing();
-  void RunTool(const std::string& tool);
+  // Runs the tool in the job's folder; false, with the box, when it could not be started.
+  bool RunTool(const std::string& tool);
   void LoadJobAfterStrings();
   bool RestoreSet();
 

@@ -34,10 +34,11 @@ bool Incomplete(Session& session) {
   return false;
 }
 
-void RunWithBusyPointer(Session& session, const std::vector<std::string>& answers) {
+bool RunWithBusyPointer(Session& session, const std::vector<std::string>& answers) {
   session.user.SetPointer(Pointer::Hourglass);
-  RunSplitplanScript(session, answers);
+  const bool ran = RunSplitplanScript(session, answers);
   session.user.SetPointer(Pointer::Default);
+  return ran;
 }
 
 }  // namespace
@@ -78,47 +79,51 @@ std::vector<std::string> MinorAnswers(const MinorInput& input) {
   return Tail(lines);
 }
 
-void RunSplitplanScript(Session& session, const std::vector<std::string>& answers) {
-  StepOver([&] { WriteFileBytes(session.JobFile(kAnswerFile), JoinCrLf(answers)); });
-  StepOver([&] {
-    WriteFileBytes(InCurrentFolder(session, kBatchFile),
-                   JoinCrLf({ScriptCommand(session, "splitplan.exe", kAnswerFile), "exit"}));
-  });
+bool RunSplitplanScript(Session& session, const std::vector<std::string>& answers) {
+  // Both files stay behind after every run, so a write that fails would leave splitplan reading
+  // the answers of an earlier run, perhaps of another section: the run is refused instead.
+  const bool ready =
+      WriteFileOrTell(session.user, session.JobFile(kAnswerFile), JoinCrLf(answers)) &&
+      WriteFileOrTell(session.user, InCurrentFolder(session, kBatchFile),
+                      JoinCrLf({ScriptCommand(session, "splitplan.exe", kAnswerFile), "exit"}));
+  if (!ready) return false;
   StepOver([&] { session.processes.Run({kBatchFile, {}}, session.CurrentFolder); });
+  return true;
 }
 
 bool FinishElongated(Session& session, const ElongatedInput& input) {
   if (Empty(input.section) || Empty(input.rows)) return Incomplete(session);
-  RunWithBusyPointer(session, ElongatedAnswers(input));
+  if (!RunWithBusyPointer(session, ElongatedAnswers(input))) return false;
   ReloadCalculationLists(session);
   return true;
 }
 
 bool FinishShortSection(Session& session, const ShortSectionInput& input) {
   if (Empty(input.section)) return Incomplete(session);
-  RunWithBusyPointer(session, ShortSectionAnswers(input));
+  if (!RunWithBusyPointer(session, ShortSectionAnswers(input))) return false;
   ReloadCalculationLists(session);
   return true;
 }
 
 bool FinishMinor(Session& session, const MinorInput& input) {
   if (Empty(input.parcel)) return Incomplete(session);
-  RunWithBusyPointer(session, MinorAnswers(input));
+  if (!RunWithBusyPointer(session, MinorAnswers(input))) return false;
   ReloadCalculationLists(session);
   return true;
 }
 
 void ComputeSubdivision(Session& session) {
   session.user.SetPointer(Pointer::Hourglass);
-  RunSplitplanScript(session, ComputeAnswers());
-  // The reload redraws; without one the picture is at least repainted.
-  if (session.reloadJob) ReloadJobFiles(session);
-  else if (session.display) session.display->RefreshView();
+  if (RunSplitplanScript(session, ComputeAnswers())) {
+    // The reload redraws; without one the picture is at least repainted.
+    if (session.reloadJob) ReloadJobFiles(session);
+    else if (session.display) session.display->RefreshView();
+  }
   session.user.SetPointer(Pointer::Default);
 }
 
-void RunSectionScript(Session& session, const std::vector<std::string>& answers) {
-  RunWithBusyPointer(session, answers);
+bool RunSectionScript(Session& session, const std::vector<std::string>& answers) {
+  return RunWithBusyPointer(session, answers);
 }
 
 void ReloadCalculationLists(Session& session) {

@@ -1,5 +1,6 @@
 #include "tools/launching.h"
 
+#include <algorithm>
 #include <exception>
 
 #include "datasets/identity.h"
@@ -80,6 +81,22 @@ std::optional<int> RunRecpadScript(Session& session) {
   StepOver([&] { DeleteAnyCase(InCurrentFolder(session, kRecpadAnswers)); });
   StepOver([&] { DeleteAnyCase(session.DatasetPath(".002")); });
   return code;
+}
+
+LaunchStart RunAndTellStart(Session& session, const Launch& launch, const std::string& folder) {
+  const ToolLog& log = session.toolLog;
+  const std::size_t before = log.Total();
+  try {
+    session.processes.Run(launch, folder);
+  } catch (const std::exception& fault) {
+    return {false, fault.what()};
+  }
+  // The launch's own entries are the newest; a port that keeps no log reports no failure.
+  const std::size_t added = std::min(log.Total() - before, log.entries.size());
+  for (std::size_t k = log.entries.size() - added; k < log.entries.size(); ++k) {
+    if (LaunchNotStarted(log.entries[k])) return {false, ToolLogNote(log.entries[k])};
+  }
+  return {};
 }
 
 std::optional<BatchCommand> ReadBatchCommand(const std::string& batchPath) {

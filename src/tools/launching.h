@@ -27,6 +27,18 @@ std::string ScriptCommand(const Session& session, const std::string& programFile
 // The run's exit code; nothing when it was not run or could not be started.
 std::optional<int> RunRecpadScript(Session& session);
 
+// Whether a launch started its program. When it did not, `why` says so in the Tool Log's words
+// ("fitmain.exe: not found in ToolFolder") or in the fault's.
+struct LaunchStart {
+  bool started = true;
+  std::string why;
+};
+
+// ToolRun: runs the launch blocking and tells whether the program was started. It was not when
+// the process port logged the launch as not found or not startable, or when the launch raised a
+// fault. A program that started counts whatever its end: exit codes are not read.
+LaunchStart RunAndTellStart(Session& session, const Launch& launch, const std::string& folder);
+
 // What temp.bat asks for where there is no command shell: the program of its first line and the
 // file fed to it as standard input, both unquoted (a doubled quote read as one); nothing when the
 // line has another shape.

@@ -106,6 +106,45 @@ class RegionFormsTest : public QObject {
     QVERIFY(report->findChild<QPlainTextEdit*>()->toPlainText().contains(QStringLiteral(" Matching Lines: ")));
   }
 
+  // With the suite's tools missing, Merge and Adjust say in a box that nothing was run, and the
+  // steps after them stay closed.
+  void aMissingToolIsToldAndOpensNoStep() {
+    ViewWindow& w = *window_;
+    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
+    WriteFileBytes(dir + "REG.how", "T1\r\nT2\r\n");
+    WriteFileBytes(dir + "REG.lsa", "merged before\r\n");
+    Session& s = w.session();
+    s.JobFolder = dir;
+    s.JobBase = dir + "REG";
+    s.JobName = "REG";
+    s.CurrentFolder = dir;
+    s.RegionJobFolder = dir;
+    s.RegionJobName = "REG";
+    QStringList boxes;
+    QTimer answer;
+    answer.setInterval(20);
+    connect(&answer, &QTimer::timeout, [&boxes] {
+      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        boxes << box->text();
+        box->accept();
+      }
+    });
+    answer.start();
+    w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
+    auto* form = w.findChild<RegionForm*>(QStringLiteral("frmRegion"));
+    const auto button = [form](const char* name) { return form->findChild<QPushButton*>(QString::fromLatin1(name)); };
+    QVERIFY(button("cmdAdjust")->isEnabled());
+    QVERIFY(!button("cmdParse")->isEnabled());
+    button("cmdMerge")->click();
+    button("cmdAdjust")->click();
+    QCOMPARE(boxes.size(), 2);
+    QVERIFY2(boxes[0].contains(QStringLiteral("twpjoin")) && boxes[0].contains(QStringLiteral("Nothing was run.")), qPrintable(boxes[0]));
+    QVERIFY2(boxes[1].contains(QStringLiteral("fitmain.exe: not found in ToolFolder")), qPrintable(boxes[1]));
+    QVERIFY(button("cmdAdjust")->isEnabled());
+    QVERIFY(!button("cmdParse")->isEnabled());
+    QVERIFY(!button("cmdUpdate")->isEnabled());
+  }
+
   // Merge, Adjust, Parse and Reliabilities with the stand-in suite, through the real launches.
   void workflowRunsTheSuiteAndRestoresTheRegion() {
     ViewWindow& w = *window_;

@@ -217,6 +217,32 @@ class SubdivisionFormsTest : public QObject {
     form.close();
   }
 
+  // A directory where t1$.001 goes: no run starts, the box names the file, and the section
+  // dialog and the wizard stay open with what was typed.
+  void aRunThatCannotWriteItsAnswersStartsNothing() {
+    QVERIFY(QDir(dir_->path()).mkdir(QStringLiteral("t1$.001")));
+    TownshipForm form(*session_, nullptr);
+    QTest::mouseClick(form.findChild<QPushButton*>(QStringLiteral("cmdDefine")), Qt::LeftButton);
+    QTest::mouseClick(form.findChild<QPushButton*>(QStringLiteral("cmdSection30")), Qt::LeftButton);
+    SectionDialogForm* irr = form.sectionDialog();
+    QTest::mouseClick(irr->findChild<QPushButton*>(QStringLiteral("cmdAutoIRR")), Qt::LeftButton);
+    QVERIFY(irr->isVisible());
+    int finished = -1;
+    irr->runDialog = [&](QDialog& dialog) {
+      dialog.findChild<QLineEdit*>(QStringLiteral("txtRows"))->setText(QStringLiteral("2"));
+      QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("cmdFinish")), Qt::LeftButton);
+      finished = dialog.result();
+      return finished;
+    };
+    QTest::mouseClick(irr->findChild<QPushButton*>(QStringLiteral("cmdElongated")), Qt::LeftButton);
+    QCOMPARE(finished, int(QDialog::Rejected));
+    QTest::mouseClick(form.findChild<QPushButton*>(QStringLiteral("cmdCompute")), Qt::LeftButton);
+    QVERIFY(processes_.launches.empty());
+    QCOMPARE(user_.messages.size(), std::size_t(3));
+    for (const auto& message : user_.messages) QVERIFY(QString::fromStdString(message.text).contains(QStringLiteral("t1$.001")));
+    form.close();
+  }
+
   // The stand-in, copied as splitplan, notes what it was fed on its standard input.
   void computeFeedsTheRealToolItsAnswers() {
     QMainWindow window;

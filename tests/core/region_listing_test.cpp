@@ -85,6 +85,28 @@ TEST_F(RegionListing, EditsSaveAtOnceAndKeywordsGoBeforeTheSelection) {
   EXPECT_TRUE(user.messages.empty());
 }
 
+// Only the file name loses its extension: a point in a folder's name stays in the entry.
+TEST_F(RegionListing, AddCutsTheFileNameNotThePathAtItsFirstPoint) {
+  std::filesystem::create_directories(root / "j.smith" / "reg.2024");
+  session.RegionJobFolder = (root / "j.smith" / "reg.2024").string() + "/";
+  RegionConsole console(session);
+  user.files.push_back(Def("/home/j.smith/", "T1N2E"));
+  console.Add();
+  user.files.push_back(FileChoice{"/home/j.smith/T1N3E.old.def", "T1N3E.old.def"});
+  console.Add();
+  // A project in the region's own folder, and one added without its path.
+  user.files.push_back(Def(session.RegionJobFolder, "T2N2E"));
+  console.Add();
+  console.chkNoPath = true;
+  user.files.push_back(Def("/home/j.smith/", "T3N2E"));
+  console.Add();
+  EXPECT_EQ(console.rows, (std::vector<std::string>{"/home/j.smith/T1N2E", "/home/j.smith/T1N3E", "T2N2E", "T3N2E"}));
+  EXPECT_EQ(ReadBytes(root / "j.smith" / "reg.2024" / "REG.how"),
+            "/home/j.smith/T1N2E\r\n/home/j.smith/T1N3E\r\nT2N2E\r\nT3N2E\r\n");
+  EXPECT_EQ(console.addFolder, "/home/j.smith/");
+  EXPECT_TRUE(user.messages.empty());
+}
+
 TEST_F(RegionListing, EditInvalidatesEverythingAfterTheMerge) {
   RegionConsole console(session);
   console.enabled = {false, true, true, true, true, true, true, true};

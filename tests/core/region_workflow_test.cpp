@@ -56,6 +56,62 @@ TEST_F(RegionWorkflow, MergeAdjustParseRunInTheRegionsFolderAndSetTheStates) {
   EXPECT_EQ(console.enabled, (RegionCommands{true, true, true, true, true, true, false, false}));
 }
 
+// A tool that could not be started ran nothing: a box names it and no later step opens. A tool
+// that started opens them as always, whatever its exit code or end.
+TEST_F(RegionWorkflow, AToolThatDidNotStartIsToldAndOpensNoStep) {
+  WriteJob("REG.def", {"a", "b", "c", "2", "e", "f", "Y"});
+  const std::string how = "T1\r\nFIXED\r\nT2\r\n";
+  WriteSet(how);
+  const RegionCommands before = console.enabled;
+  const auto told = [&](const std::string& tool) {
+    ASSERT_FALSE(user.messages.empty());
+    EXPECT_EQ(user.messages.back().text,
+              "The tool " + tool + " could not be started (" + tool + ".exe: not found in ToolFolder).\r\nNothing was run.");
+    EXPECT_EQ(user.messages.back().icon, Icon::Exclamation);
+    EXPECT_EQ(console.enabled, before);
+  };
+  processes.outcome = LaunchOutcome::NotFound;
+  console.Merge();
+  told("twpjoin");
+  console.Adjust();
+  told("fitmain");
+  console.Parse();
+  told("twpsplit");
+  EXPECT_EQ(user.messages.size(), 3u);
+
+  // Reliabilities' merge did not start: the set is put back at once and the panel goes.
+  console.ReliabilitiesCommand();
+  told("twpjoin");
+  EXPECT_EQ(ReadJob("REG.how"), how);
+  EXPECT_EQ(user.unloaded, (std::vector<std::string>{"frmContinue"}));
+
+  // twprel did not start: the panel stays, and Cancel can still restore the region.
+  processes.outcome = LaunchOutcome::Ended;
+  console.ReliabilitiesCommand();
+  const std::size_t unloaded = user.unloaded.size();
+  processes.outcome = LaunchOutcome::NotFound;
+  console.ContinueReliabilities();
+  told("twprel");
+  EXPECT_EQ(ReadJob("REG.how"), "T1\r\nNOREL\r\nT2\r\n");
+  EXPECT_EQ(user.unloaded.size(), unloaded);
+  console.CancelReliabilities();
+  EXPECT_EQ(ReadJob("REG.how"), how);
+
+  // Started tools advance as described, a failing exit code or a crash notwithstanding.
+  const std::size_t boxes = user.messages.size();
+  processes.outcome = LaunchOutcome::Ended;
+  processes.exitCode = 3;
+  console.Merge();
+  EXPECT_EQ(console.enabled, (RegionCommands{true, true, false, false, false, true, false, false}));
+  processes.outcome = LaunchOutcome::Crashed;
+  console.Adjust();
+  EXPECT_TRUE(console.enabled.cmdParse);
+  processes.outcome = LaunchOutcome::Ended;
+  console.Parse();
+  EXPECT_EQ(console.enabled, (RegionCommands{true, true, true, true, true, true, false, false}));
+  EXPECT_EQ(user.messages.size(), boxes);
+}
+
 TEST_F(RegionWorkflow, MergeWithAMemberLoadedWarnsAndRunsNothing) {
   session.JobName = "T1";
   console.Merge();

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <functional>
+#include <utility>
+
 #include "model/paths.h"
 #include "subdivision/splitplan_runs.h"
 #include "test_support.h"
@@ -89,6 +93,37 @@ TEST_F(SplitplanRun, AWizardWithItsFieldsRuns) {
   EXPECT_EQ(ReadJob("t1$.001"), Text({"2", "3", "5", "6", "W", "3", "", "9", "4", "3", "1"}));
   EXPECT_EQ(processes.launches.size(), 3u);
   EXPECT_TRUE(user.messages.empty());
+}
+
+// A directory standing where t1$.001 or temp.bat goes makes its write fail whoever runs the
+// tests (root writes read-only folders). No run may then start on an older answer file.
+TEST_F(SplitplanRun, ARunWhoseAnswersOrBatchCannotBeWrittenStartsNothingAndNamesTheFile) {
+  const std::vector<std::pair<const char*, std::function<void()>>> runs = {
+      {"Compute", [&] { ComputeSubdivision(session); }},
+      {"AutoIRR", [&] { EXPECT_FALSE(RunSectionScript(session, AutoIrrAnswers(12))); }},
+      {"No Subdivision", [&] { EXPECT_FALSE(RunSectionScript(session, NoSubdivisionAnswers(12))); }},
+      {"3 Mile", [&] { EXPECT_FALSE(RunSectionScript(session, ThreeMileAnswers(12))); }},
+      {"Elongated", [&] { EXPECT_FALSE(FinishElongated(session, {"6", "W", "3"})); }},
+      {"Short", [&] { EXPECT_FALSE(FinishShortSection(session, {"19", 1, 2})); }},
+      {"Minor", [&] { EXPECT_FALSE(FinishMinor(session, {"660660", ""})); }},
+  };
+  for (const char* blocked : {"t1$.001", "temp.bat"}) {
+    std::filesystem::create_directory(jobPath / blocked);
+    for (const auto& [name, run] : runs) {
+      SCOPED_TRACE(std::string(name) + " with " + blocked + " blocked");
+      user.messages.clear();
+      user.pointers.clear();
+      run();
+      EXPECT_TRUE(processes.launches.empty());
+      ASSERT_EQ(user.messages.size(), 1u);
+      EXPECT_NE(user.messages[0].text.find(JobDir() + blocked), std::string::npos) << user.messages[0].text;
+      EXPECT_EQ(user.pointers.back(), Pointer::Default);
+    }
+    std::filesystem::remove_all(jobPath / blocked);
+  }
+  // With the way clear the same runs start the tool.
+  EXPECT_TRUE(RunSectionScript(session, AutoIrrAnswers(12)));
+  EXPECT_EQ(processes.launches.size(), 1u);
 }
 
 }  // namespace

@@ -116,6 +116,8 @@ JobFixture::JobFixture() {
   fs::create_directory(toolPath);
   session.ToolFolder = toolPath.string();
   session.CurrentFolder = root.string();
+  processes.log = &session.toolLog;
+  processes.toolFolder = session.ToolFolder;
 }
 
 JobFixture::~JobFixture() {

@@ -78,10 +78,10 @@ SectionDialogForm::SectionDialogForm(Session& session, QWidget* parent)
         ResetSection(session_, form_);
         Refresh();
       } else if (name == "cmdAutoIRR" || name == "cmdNoSub" || name == "cmd3Mile") {
-        RunSectionScript(session_, name == "cmdAutoIRR"  ? AutoIrrAnswers(s)
-                                   : name == "cmdNoSub" ? NoSubdivisionAnswers(s)
-                                                        : ThreeMileAnswers(s));
-        close();
+        const bool ran = RunSectionScript(session_, name == "cmdAutoIRR"  ? AutoIrrAnswers(s)
+                                                    : name == "cmdNoSub" ? NoSubdivisionAnswers(s)
+                                                                         : ThreeMileAnswers(s));
+        if (ran) close();
       } else if (name == "cmdElongated") {
         ElongatedWizard wizard(session_, QString::number(s), this);
         runDialog(wizard);
