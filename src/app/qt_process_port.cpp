@@ -9,6 +9,9 @@
 #include <QStandardPaths>
 #include <QTime>
 
+#include <memory>
+#include <utility>
+
 #include "model/paths.h"
 #include "model/session.h"
 #include "tools/launching.h"
@@ -225,6 +228,41 @@ void QtProcessPort::Spawn(const Launch& launch, const std::string& folder, ShowM
     }
   }
   Log(std::move(entry));
+}
+
+bool QtProcessPort::SpawnReported(const Launch& launch, const std::string& folder, ShowMode, SpawnEnded ended) {
+  ToolLogEntry entry = NewEntry(LaunchKind::Spawn, launch, folder);
+  // Not the window's child: a process still running when the program ends is left to finish.
+  auto* process = new QProcess;
+  if (Prepare(*process, launch, folder, entry, ToolFolder())) {
+    auto clock = std::make_shared<QElapsedTimer>();
+    QObject::connect(process, &QProcess::finished, reports_.get(), [this, process, entry, clock, ended] {
+      ToolLogEntry end = entry;
+      Finish(*process, end, true, *clock);
+      SpawnEnd told;
+      told.crashed = end.outcome == LaunchOutcome::Crashed;
+      told.exitCode = end.exitCode.value_or(-1);
+      process->deleteLater();
+      Log(std::move(end));
+      if (ended) ended(told);
+    });
+    clock->start();
+    process->start();
+    if (process->waitForStarted(-1)) {
+      entry.outcome = LaunchOutcome::Started;
+      Log(std::move(entry));
+      return true;
+    }
+    entry.outcome = LaunchOutcome::CouldNotStart;
+    entry.reason = Bytes(process->errorString());
+  }
+  delete process;
+  SpawnEnd told;
+  told.started = false;
+  told.reason = entry.reason;
+  Log(std::move(entry));
+  if (ended) ended(told);
+  return false;
 }
 
 }  // namespace tessel

@@ -1,13 +1,16 @@
 #pragma once
 // Starting suite tools with QProcess: blocking, blocking with the exit code, watched while the
-// interface stays alive, or detached. A tool inherits the program's standard handles. A blocking
-// command that names a .bat file is the scripted form: cmd runs it on Windows; elsewhere the
-// program of its first line runs with the file that line redirects as its standard input.
+// interface stays alive, detached, or started at once with its end reported when it comes. A
+// tool inherits the program's standard handles. A blocking command that names a .bat file is
+// the scripted form: cmd runs it on Windows; elsewhere the program of its first line runs with
+// the file that line redirects as its standard input.
 // Every launch goes into the session's Tool Log; one that fails also leaves a note in the last
 // status panel.
 
 #include <QMainWindow>
+#include <QObject>
 #include <functional>
+#include <memory>
 
 #include "model/ports.h"
 #include "model/tool_log.h"
@@ -29,6 +32,8 @@ class QtProcessPort : public ProcessPort {
   int RunCode(const Launch& launch, const std::string& folder, ShowMode mode) override;
   void Watch(const Launch& launch, const std::string& folder, const std::vector<std::string>& lockedEntries) override;
   void Spawn(const Launch& launch, const std::string& folder, ShowMode mode) override;
+  // Logs the start at once, and the end with its exit code when it comes.
+  bool SpawnReported(const Launch& launch, const std::string& folder, ShowMode mode, SpawnEnded ended) override;
 
  private:
   int Blocking(LaunchKind kind, const Launch& launch, const std::string& folder);
@@ -38,6 +43,8 @@ class QtProcessPort : public ProcessPort {
   QMainWindow& window_;
   Session* session_ = nullptr;
   std::function<void(const ToolLogEntry&)> logged_;
+  // The receiver of the reported spawns' ends: gone with the port, so that none is told after.
+  std::unique_ptr<QObject> reports_ = std::make_unique<QObject>();
 };
 
 }  // namespace tessel

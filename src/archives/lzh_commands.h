@@ -1,7 +1,8 @@
 #pragma once
 // The "&Lzh Archive Maintenance" commands: the archiver lha started with a command line built
-// here. The program has no view of the outcome; the command lines have no quotes, so a blank in
-// a name splits it.
+// here, without a shell. A pattern of the command is given as the files it matches, each its own
+// argument, so a blank in a folder's name splits nothing. The archiver's end is watched: one
+// that could not start, crashed or ended with an exit code other than 0 is told in a box.
 
 #include <string>
 
@@ -26,15 +27,23 @@ inline constexpr const char* kLzhWaitNotice =
 // bare "lha", which the system finds on its search path.
 std::string LhaProgram(const Session& session);
 
+// The box for an archiver that went wrong: it could not start, crashed, or ended with an exit
+// code other than 0; the command is named. Empty for one that ended well.
+std::string ArchiverTrouble(const Launch& launch, const SpawnEnd& end);
+
 // "Extract files from Archive": the archive chosen, "<lha> x <file>" spawned hidden in the
 // current folder, and at once the box "Archive Extracted. Use File, Open to view the job".
-// A cancelled choice ends the command.
+// A cancelled choice ends the command, and so does an archiver that could not start.
 void LzhExtract(Session& session);
-// "Save Archive": "<lha> u <JobBase>.lzh <JobBase>.*" in a normal window. Nothing without a job.
+// "Save Archive": "<lha> u <JobBase>.lzh" and the job's files, JobBase.* by their names in the
+// job's folder, run there in a normal window; the archive thus holds the files without their
+// folder, and never itself. Nothing without a job; when no file matches, a box and nothing.
 void LzhSave(Session& session);
-// "Save As (New Archive)": the name asked for; "<lha> a <name>.lzh <JobBase>.*" in a normal
-// window, the notice, then "<lha> d <name>.lzh *.lzh" hidden. An empty answer ends it. Returns
-// true when the commands were started, so that the form brings the main window to the front.
+// "Save As (New Archive)": the name asked for; "<lha> a <name>.lzh" and the job's files as for
+// Save in a normal window, the notice, then "<lha> d <name>.lzh" and the .lzh files of the job's
+// folder (the older archives JobBase.* took in) hidden, both in the job's folder. An empty
+// answer ends it, and so does an add that could not start. Returns true when the commands were
+// started, so that the form brings the main window to the front.
 bool LzhSaveAs(Session& session);
 
 }  // namespace tessel

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "archives/file_patterns.h"
 #include "model/paths.h"
 #include "model/text_file.h"
 
@@ -20,8 +21,6 @@ namespace tessel {
 namespace {
 
 bool IsSeparator(char c) { return c == '/' || c == '\\'; }
-
-char Lower(char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); }
 
 // The components of a member name, split at either separator; empty components dropped.
 std::vector<std::string> Components(std::string_view name) {
@@ -145,8 +144,6 @@ std::time_t Modified(const std::string& path) {
   return std::chrono::system_clock::to_time_t(std::chrono::file_clock::to_sys(when));
 }
 
-bool HasWildcard(std::string_view text) { return text.find_first_of("*?") != std::string_view::npos; }
-
 }  // namespace
 
 bool ZipNameIsSafe(std::string_view name) {
@@ -156,30 +153,6 @@ bool ZipNameIsSafe(std::string_view name) {
   const auto parts = Components(name);
   if (parts.empty()) return false;
   return std::none_of(parts.begin(), parts.end(), [](const std::string& p) { return p == ".."; });
-}
-
-bool WildcardMatch(std::string_view pattern, std::string_view name) {
-  if (pattern == "*.*" || pattern == "*") return true;
-  // Iterative match with one backtrack point for the last "*".
-  std::size_t p = 0, n = 0, star = std::string_view::npos, mark = 0;
-  while (n < name.size()) {
-    if (p < pattern.size() && (pattern[p] == '?' || Lower(pattern[p]) == Lower(name[n]))) {
-      ++p;
-      ++n;
-    } else if (p < pattern.size() && pattern[p] == '*') {
-      star = p++;
-      mark = n;
-    } else if (star != std::string_view::npos) {
-      p = star + 1;
-      n = ++mark;
-    } else {
-      return false;
-    }
-  }
-  while (p < pattern.size() && pattern[p] == '*') ++p;
-  // "name.*" also matches "name" without a point.
-  if (p + 2 == pattern.size() && pattern[p] == '.' && pattern[p + 1] == '*') return true;
-  return p == pattern.size();
 }
 
 std::string ZipMemberName(std::string_view path) {
@@ -194,39 +167,45 @@ std::string ZipMemberName(std::string_view path) {
   return name;
 }
 
-std::vector<ZipItem> ExpandZipItems(const std::string& items, const std::string& folder) {
-  std::vector<ZipItem> out;
-  const auto inFolder = [&](const std::string& given) {
-    if (folder.empty() || fs::path(given).is_absolute()) return given;
-    return (fs::path(folder) / given).string();
-  };
+std::vector<std::string> SplitZipItems(const std::string& items) {
+  std::vector<std::string> out;
   std::size_t at = 0;
   while (at < items.size()) {
     while (at < items.size() && items[at] == ' ') ++at;
-    const std::size_t end = std::min(items.find(' ', at), items.size());
-    if (end == at) break;
-    const std::string item = items.substr(at, end - at);
+    if (at == items.size()) break;
+    std::size_t end;
+    if (items[at] == '"') {
+      // A name in double quotes runs to the closing quote, or to the end of the list.
+      end = std::min(items.find('"', at + 1), items.size());
+      if (end > at + 1) out.push_back(items.substr(at + 1, end - at - 1));
+      at = end + 1;
+      continue;
+    }
+    end = std::min(items.find(' ', at), items.size());
+    out.push_back(items.substr(at, end - at));
     at = end;
+  }
+  return out;
+}
+
+std::string ZipListItem(const std::string& path) {
+  if (path.find(' ') == std::string::npos) return path;
+  return "\"" + path + "\"";
+}
+
+std::vector<ZipItem> ExpandZipItems(const std::string& items, const std::string& folder) {
+  std::vector<ZipItem> out;
+  for (const std::string& item : SplitZipItems(items)) {
     const std::size_t cut = item.find_last_of(std::string("/") + PathSeparator());
-    const std::string head = cut == std::string::npos ? std::string() : item.substr(0, cut + 1);
-    const std::string last = cut == std::string::npos ? item : item.substr(cut + 1);
-    if (!HasWildcard(last)) {
+    if (!HasWildcard(cut == std::string::npos ? item : item.substr(cut + 1))) {
       std::error_code error;
-      const std::string path = inFolder(item);
+      const std::string path =
+          folder.empty() || fs::path(item).is_absolute() ? item : (fs::path(folder) / item).string();
       if (fs::is_regular_file(path, error)) out.push_back({item, path});
       continue;
     }
-    std::vector<std::string> names;
-    std::error_code error;
-    const std::string dir = head.empty() ? (folder.empty() ? std::string(".") : folder) : inFolder(head);
-    for (fs::directory_iterator it(dir, error), stop; !error && it != stop; it.increment(error)) {
-      std::error_code kind;
-      if (!it->is_regular_file(kind)) continue;
-      const std::string name = it->path().filename().string();
-      if (WildcardMatch(last, name)) names.push_back(name);
-    }
-    std::sort(names.begin(), names.end());
-    for (const auto& name : names) out.push_back({head + name, inFolder(head + name)});
+    const PatternFiles found = ExpandPattern(item, folder);
+    for (const auto& name : found.names) out.push_back({found.folder + name, found.Path(name)});
   }
   return out;
 }
@@ -317,6 +296,14 @@ std::int16_t ZipArchive(const std::string& zipFile, const std::string& items, co
   const std::vector<ZipItem> files = ExpandZipItems(items, folder);
   if (files.empty()) {
     Tell(problem, "No file matches \"" + items + "\".");
+    return kZipNothingToDo;
+  }
+  return ZipFiles(zipFile, files, problem);
+}
+
+std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& files, std::string* problem) {
+  if (files.empty()) {
+    Tell(problem, "No file to add to \"" + zipFile + "\".");
     return kZipNothingToDo;
   }
   // The archive is built in memory from its present bytes and written back whole.

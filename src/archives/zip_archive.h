@@ -27,22 +27,25 @@ inline constexpr std::uint64_t kZipMemberLimit = std::uint64_t{1} << 31;
 // drive, no ".." component (either separator counts).
 bool ZipNameIsSafe(std::string_view name);
 
-// True when the file name matches the pattern: "*" any run, "?" one character, letters in
-// either case; "*.*" also matches names without a point.
-bool WildcardMatch(std::string_view pattern, std::string_view name);
-
 // The name a file is stored under: the path as given, with its root or drive taken off and
 // separators written as "/".
 std::string ZipMemberName(std::string_view path);
 
-// The files of a blank-separated item list, in order: a name as it stands, a pattern in its
-// last component as the matching files of its folder (sorted by name). Relative names are taken
-// in `folder`. Names that match nothing are left out. Each entry is the path as given (the
-// pattern's folder part and the matched name) and the path to read.
+// The names of an item list: separated by blanks; a name in double quotes may hold blanks.
+std::vector<std::string> SplitZipItems(const std::string& items);
+// A path as the item list holds it: in double quotes when it has a blank.
+std::string ZipListItem(const std::string& path);
+
+// A file to add: the name it is stored under (less its root, see ZipMemberName) and the path to
+// read.
 struct ZipItem {
   std::string given;
   std::string path;
 };
+// The files of an item list, in order: a name as it stands, a pattern in its last component as
+// the matching files of its folder (sorted by name). Relative names are taken in `folder`.
+// Names that match nothing are left out. Each is stored as given: the pattern's folder part and
+// the matched name.
 std::vector<ZipItem> ExpandZipItems(const std::string& items, const std::string& folder);
 
 // LF not preceded by CR becomes CR LF.
@@ -61,9 +64,10 @@ std::int16_t TestZipBytes(std::string_view bytes, std::string* problem = nullptr
 std::int16_t UnzipArchive(const std::string& zipFile, const std::string& destination, const std::string& items,
                           bool convertLf = false, std::string* problem = nullptr);
 
-// Adds the files of the item list to the archive, replacing members of the same name and keeping
-// the others; creates the archive when it does not exist. The archive is rewritten whole or not
-// at all. Relative items are taken in `folder`.
+// Adds the files to the archive, replacing members of the same name and keeping the others;
+// creates the archive when it does not exist. The archive is rewritten whole or not at all.
+std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& files, std::string* problem = nullptr);
+// The same for the files of an item list (ExpandZipItems); relative items are taken in `folder`.
 std::int16_t ZipArchive(const std::string& zipFile, const std::string& items, const std::string& folder = {},
                         std::string* problem = nullptr);
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "archives/file_patterns.h"
 #include "archives/zip_archive.h"
 #include "datasets/identity.h"
 #include "model/paths.h"
@@ -18,6 +19,12 @@ std::string Joined(const std::string& folder, const std::string& name) {
   const char last = folder.back();
   if (last == '/' || last == PathSeparator()) return folder + name;
   return folder + PathSeparator() + name;
+}
+
+// An add that failed, told in a box naming the archive: it was left as it was, or not made.
+void TellAddFailed(Session& session, const std::string& zipFile, const std::string& problem, const char* title) {
+  session.user.Message("The ZIP file " + zipFile + " was not written.\n" + problem, Icon::Exclamation, Buttons::Ok,
+                       title);
 }
 
 }  // namespace
@@ -69,11 +76,20 @@ std::string ZipCurrentInFolder(const Session& session, const std::string& folder
 }
 
 std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile) {
-  return ZipArchive(zipFile, session.JobBase + ".*", session.CurrentFolder);
+  // The job's files under their names in the job's folder: the archive unpacks into any folder
+  // as a job that opens there.
+  const std::string pattern = session.JobBase + ".*";
+  const PatternFiles job = ExpandPattern(pattern, session.CurrentFolder);
+  std::vector<ZipItem> files;
+  for (const auto& name : job.names) files.push_back({name, job.Path(name)});
+  std::string problem = "No file matches " + pattern + ".";
+  const std::int16_t code = files.empty() ? std::int16_t{kZipNothingToDo} : ZipFiles(zipFile, files, &problem);
+  if (code != kZipOk) TellAddFailed(session, zipFile, problem, kZipCurrentTitle);
+  return code;
 }
 
 std::string ZipWildcardItem(const std::string& folder, const std::string& pattern) {
-  return Joined(folder, pattern);
+  return ZipListItem(Joined(folder, pattern));
 }
 
 std::string ZipNewFile(const std::string& folder, const std::string& name) { return Joined(folder, name) + ".zip"; }
@@ -87,7 +103,10 @@ bool ZipManualFinish(Session& session, const std::string& zipFile, const std::st
     session.user.Message(kZipManualNoItems);
     return false;
   }
-  ZipArchive(Trim(zipFile), items, session.CurrentFolder);
+  std::string problem;
+  if (ZipArchive(Trim(zipFile), items, session.CurrentFolder, &problem) != kZipOk) {
+    TellAddFailed(session, Trim(zipFile), problem, kZipWizardTitle);
+  }
   return true;
 }
 

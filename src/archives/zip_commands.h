@@ -52,15 +52,18 @@ bool ZipWizardNext(Session& session, bool zipCurrentJob);
 // separator, JobName and ".zip".
 std::string ZipCurrentDefault(const Session& session);
 std::string ZipCurrentInFolder(const Session& session, const std::string& folder);
-// "Finish": the item list JobBase and ".*" into the archive.
+// "Finish": the job's files, JobBase and ".*", into the archive, each under its name in the
+// job's folder (so that the archive unpacks into any folder as a job that opens there). An add
+// that fails is told in a box naming the archive. Returns the result code.
 std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile);
 
-// frmZipWiz3: "Use wildcards" adds folder, separator and pattern; frmZipNew gives folder,
-// separator, name and ".zip".
+// frmZipWiz3: "Use wildcards" adds folder, separator and pattern, in double quotes when the
+// folder has a blank (see ZipListItem); frmZipNew gives folder, separator, name and ".zip".
 std::string ZipWildcardItem(const std::string& folder, const std::string& pattern);
 std::string ZipNewFile(const std::string& folder, const std::string& name);
 // The finish button: both a ZIP name and items, or the matching box and false. Runs the add
-// when both are there; its result code is not shown.
+// when both are there, the names stored as given; an add that fails is told in a box naming the
+// archive, and the page closes all the same.
 bool ZipManualFinish(Session& session, const std::string& zipFile, const std::string& items);
 
 }  // namespace tessel

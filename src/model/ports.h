@@ -3,6 +3,7 @@
 // panels, pointer, window title, menu states), the canvas, and the launching of suite tools.
 // The desktop implements them with Qt; the tests and tessel-batch implement them by recording.
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -110,6 +111,16 @@ struct Launch {
   bool operator==(const Launch&) const = default;
 };
 
+// How a process started by SpawnReported ended: not started at all (`reason` says why), ended
+// abnormally, or ended with its exit code.
+struct SpawnEnd {
+  bool started = true;
+  bool crashed = false;
+  int exitCode = 0;
+  std::string reason;
+};
+using SpawnEnded = std::function<void(const SpawnEnd&)>;
+
 // Starting a suite tool with `folder` as its current folder.
 class ProcessPort {
  public:
@@ -123,6 +134,10 @@ class ProcessPort {
                      const std::vector<std::string>& lockedEntries) = 0;
   // Returns at once.
   virtual void Spawn(const Launch& launch, const std::string& folder, ShowMode mode) = 0;
+  // Returns at once too, and tells `ended` how the process ended: before returning, with false,
+  // when it could not start; otherwise later, between interface events, once it has ended. A
+  // process still running when the port goes away runs on untold.
+  virtual bool SpawnReported(const Launch& launch, const std::string& folder, ShowMode mode, SpawnEnded ended) = 0;
 };
 
 }  // namespace tessel

@@ -1,5 +1,7 @@
 #include "model/recording_ports.h"
 
+#include <utility>
+
 namespace tessel {
 
 Answer RecordingUserPort::Message(const std::string& text, Icon icon, Buttons buttons, const std::string& caption) {
@@ -55,6 +57,19 @@ void RecordingProcessPort::Watch(const Launch& launch, const std::string& folder
 
 void RecordingProcessPort::Spawn(const Launch& launch, const std::string& folder, ShowMode) {
   launches.push_back({"Spawn", launch.Text(), folder, launch});
+}
+
+bool RecordingProcessPort::SpawnReported(const Launch& launch, const std::string& folder, ShowMode, SpawnEnded ended) {
+  launches.push_back({"Spawn", launch.Text(), folder, launch});
+  if (notStarted.empty()) {
+    running.push_back(std::move(ended));
+    return true;
+  }
+  SpawnEnd end;
+  end.started = false;
+  end.reason = notStarted;
+  if (ended) ended(end);
+  return false;
 }
 
 }  // namespace tessel

@@ -163,8 +163,13 @@ class RecordingProcessPort : public ProcessPort {
   int RunCode(const Launch& launch, const std::string& folder, ShowMode mode) override;
   void Watch(const Launch& launch, const std::string& folder, const std::vector<std::string>& lockedEntries) override;
   void Spawn(const Launch& launch, const std::string& folder, ShowMode mode) override;
+  // Recorded as a "Spawn". With `notStarted` set it does not start, for that reason; otherwise
+  // its report waits in `running` for the test to end it.
+  bool SpawnReported(const Launch& launch, const std::string& folder, ShowMode mode, SpawnEnded ended) override;
 
   std::vector<RecordedLaunch> launches;
+  std::string notStarted;
+  std::vector<SpawnEnded> running;
 };
 
 }  // namespace tessel

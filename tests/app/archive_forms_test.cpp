@@ -1,6 +1,7 @@
 // The archive forms on the offscreen platform: their menu entries in the main window, the APD
 // wizard from Browse to OK, the ZIP wizard's current-job page, and lha started for real through
-// the Qt process port (a stand-in script that writes down the arguments it was given).
+// the Qt process port: stand-in scripts that write down their arguments or fail, and the
+// system's own lha on a copy of the sample job.
 
 #include <QAction>
 #include <QCheckBox>
@@ -11,11 +12,14 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
+#include <optional>
 
 #include "app/qt_process_port.h"
 #include "app/view_window.h"
@@ -35,6 +39,15 @@ bool WriteText(const QString& path, const QByteArray& text) {
 QByteArray Contents(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The launches of the Tool Log that have ended.
+QList<ToolLogEntry> Ended(const Session& session) {
+  QList<ToolLogEntry> ended;
+  for (const ToolLogEntry& entry : session.toolLog.entries) {
+    if (entry.outcome == LaunchOutcome::Ended || entry.outcome == LaunchOutcome::Crashed) ended << entry;
+  }
+  return ended;
 }
 
 }  // namespace
@@ -136,11 +149,13 @@ class ArchiveFormsTest : public QObject {
     QVERIFY(WriteText(lha, "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"args-$1.log\"\n"));
     QVERIFY(QFile::setPermissions(lha, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     QVERIFY(WriteText(job.filePath("J1.def"), "J1\r\n"));
+    QVERIFY(WriteText(job.filePath("J1.raw"), "R\r\n"));
     QMainWindow window;
     RecordingUserPort user;
     NullCanvas canvas;
     QtProcessPort processes(window);
     Session session(user, canvas, processes);
+    processes.Attach(&session);
     session.ToolFolder = tools.path().toStdString();
     session.JobFolder = job.path().toStdString() + "/";
     session.JobBase = session.JobFolder + "J1";
@@ -149,16 +164,108 @@ class ArchiveFormsTest : public QObject {
 
     LzhSave(session);
     const QString base = QString::fromStdString(session.JobBase);
-    // "J1.*" reaches the archiver as it stands: no shell expanded it.
+    // "J1.*" reaches the archiver as the job's files, one argument each: no shell is needed.
     QTRY_COMPARE_WITH_TIMEOUT(QString::fromLocal8Bit(Contents(job.filePath("args-u.log"))),
-                              QStringLiteral("u\n%1.lzh\n%1.*\n").arg(base), 10000);
+                              QStringLiteral("u\n%1.lzh\nJ1.def\nJ1.raw\n").arg(base), 10000);
 
     user.inputs.push_back(job.filePath("new").toStdString());
     QVERIFY(LzhSaveAs(session));
     QTRY_COMPARE_WITH_TIMEOUT(QString::fromLocal8Bit(Contents(job.filePath("args-a.log"))),
-                              QStringLiteral("a\n%1.lzh\n%2.*\n").arg(job.filePath("new"), base), 10000);
+                              QStringLiteral("a\n%1.lzh\nJ1.def\nJ1.raw\n").arg(job.filePath("new")), 10000);
     QTRY_COMPARE_WITH_TIMEOUT(QString::fromLocal8Bit(Contents(job.filePath("args-d.log"))),
-                              QStringLiteral("d\n%1.lzh\n*.lzh\n").arg(job.filePath("new")), 10000);
+                              QStringLiteral("d\n%1.lzh\n").arg(job.filePath("new")), 10000);
+    // Each archiver ended well: started and ended in the Tool Log, and no box but the notice.
+    QTRY_COMPARE_WITH_TIMEOUT(Ended(session).size(), 3, 10000);
+    for (const ToolLogEntry& entry : Ended(session)) QCOMPARE(entry.exitCode, std::optional<int>(0));
+    QCOMPARE(user.messages.size(), size_t(1));
+  }
+
+  void aFailedArchiverIsToldInTheToolLogAndInABox() {
+    QTemporaryDir tools;
+    QTemporaryDir job;
+    const QString lha = QDir(tools.path()).filePath("lha");
+    QVERIFY(WriteText(lha, "#!/bin/sh\nexit 2\n"));
+    QVERIFY(QFile::setPermissions(lha, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QVERIFY(WriteText(job.filePath("J1.def"), "J1\r\n"));
+    QMainWindow window;
+    RecordingUserPort user;
+    NullCanvas canvas;
+    QtProcessPort processes(window);
+    Session session(user, canvas, processes);
+    processes.Attach(&session);
+    session.ToolFolder = tools.path().toStdString();
+    session.JobFolder = job.path().toStdString() + "/";
+    session.JobBase = session.JobFolder + "J1";
+    session.JobName = "J1";
+    session.CurrentFolder = session.JobFolder;
+
+    // An archiver that ends with an error is told when it ends.
+    LzhSave(session);
+    QVERIFY(user.messages.empty());
+    QTRY_COMPARE_WITH_TIMEOUT(user.messages.size(), size_t(1), 10000);
+    QCOMPARE(user.messages[0].icon, Icon::Exclamation);
+    const QString told = QString::fromStdString(user.messages[0].text);
+    QVERIFY2(told.startsWith(QStringLiteral("The archiver ended with exit code 2:\n")), qPrintable(told));
+    QVERIFY2(told.contains(QString::fromStdString(session.JobBase + ".lzh")), qPrintable(told));
+    QCOMPARE(Ended(session).size(), 1);
+    QCOMPARE(Ended(session)[0].exitCode, std::optional<int>(2));
+
+    // One that cannot start is told at once, and Save As goes no further.
+    QVERIFY(QFile::setPermissions(lha, QFile::ReadOwner | QFile::WriteOwner));
+    user.messages.clear();
+    user.inputs.push_back(job.filePath("new").toStdString());
+    QVERIFY(!LzhSaveAs(session));
+    QCOMPARE(user.messages.size(), size_t(1));
+    const QString notStarted = QString::fromStdString(user.messages[0].text);
+    QVERIFY2(notStarted.startsWith(QStringLiteral("The archiver could not be started")), qPrintable(notStarted));
+    QVERIFY2(notStarted.contains(job.filePath("new.lzh")), qPrintable(notStarted));
+    QCOMPARE(session.toolLog.entries.back().outcome, LaunchOutcome::CouldNotStart);
+  }
+
+  // The scenario of a job saved for real: Save Archive of a copy of the sample job in a folder
+  // whose path has blanks, with the system's lha; the archive, extracted into another folder,
+  // holds every file of the job byte for byte.
+  void saveArchiveHoldsEveryFileOfAJobInAFolderWithBlanks() {
+    const QString archiver = QStandardPaths::findExecutable(QStringLiteral("lha"));
+    if (archiver.isEmpty()) QSKIP("no lha on the search path (Debian: apt-get install jlha-utils)");
+    QTemporaryDir root;
+    const QString folder = root.filePath(QStringLiteral("x y/My Jobs/T12NR04E"));
+    QVERIFY(QDir().mkpath(folder));
+    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
+    const QStringList job = samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files, QDir::Name);
+    QVERIFY(job.size() >= 10);
+    for (const QString& name : job) QVERIFY(QFile::copy(samples.filePath(name), QDir(folder).filePath(name)));
+    QMainWindow window;
+    RecordingUserPort user;
+    NullCanvas canvas;
+    QtProcessPort processes(window);
+    Session session(user, canvas, processes);
+    processes.Attach(&session);
+    session.ToolFolder = root.path().toStdString();  // no lha there: the one on the search path
+    session.JobFolder = folder.toStdString() + "/";
+    session.JobBase = session.JobFolder + "T12NR04E";
+    session.JobName = "T12NR04E";
+    session.CurrentFolder = session.JobFolder;
+
+    LzhSave(session);
+    // The archiver's end is reported; a slow machine may take its time.
+    const bool ended = QTest::qWaitFor([&] { return !Ended(session).isEmpty(); }, 120000);
+    const QString archive = QDir(folder).filePath(QStringLiteral("T12NR04E.lzh"));
+    QVERIFY(QFile::exists(archive));
+    const QString out = root.filePath(QStringLiteral("other place"));
+    QVERIFY(QDir().mkpath(out));
+    QProcess extract;
+    extract.setWorkingDirectory(out);
+    extract.start(archiver, {QStringLiteral("x"), archive});
+    QVERIFY(extract.waitForFinished(120000));
+    QCOMPARE(QDir(out).entryList(QDir::Files, QDir::Name), job);
+    for (const QString& name : job) {
+      QVERIFY2(Contents(QDir(out).filePath(name)) == Contents(QDir(folder).filePath(name)), qPrintable(name));
+    }
+    QVERIFY(ended);
+    QCOMPARE(Ended(session).size(), 1);
+    QCOMPARE(Ended(session)[0].exitCode, std::optional<int>(0));
+    QVERIFY(user.messages.empty());
   }
 };
 

@@ -1,5 +1,6 @@
 // The LZH commands: the archiver found in the tool folder or on the search path, the exact
-// launches, their show modes and order, the prompts and the guard.
+// launches with the job's files for the patterns, their folder, show modes and order, the
+// prompts, the guard, and the boxes for an archiver that fails.
 
 #include <string>
 #include <vector>
@@ -28,6 +29,19 @@ class LzhCommands : public JobFixture {
     std::vector<std::string> lines;
     for (const auto& launch : probe.launches) lines.push_back(launch.kind + " " + launch.commandLine);
     return lines;
+  }
+
+  // The job T1N2E in a folder whose name has a blank, with files of the job in both cases, its
+  // older archive, and files of other names; the folder, with its separator.
+  std::string UseFolderWithBlank() {
+    const std::filesystem::path folder = root / "my jobs";
+    std::filesystem::create_directory(folder);
+    for (const char* name : {"T1N2E.def", "T1N2E.raw", "t1n2e.COR", "T1N2E", "T1N2E.lzh", "T1N2E2.def", "other.lzh"}) {
+      WriteLines(folder / name, {name});
+    }
+    s.JobFolder = folder.string() + PathSeparator();
+    s.JobBase = s.JobFolder + "T1N2E";
+    return s.JobFolder;
   }
 
   ProcessProbe probe;
@@ -63,22 +77,40 @@ TEST_F(LzhCommands, ExtractSpawnsHiddenInTheCurrentFolderAndTellsAtOnce) {
   EXPECT_EQ(user.messages.size(), 1u);
 }
 
-TEST_F(LzhCommands, SaveUpdatesTheJobsArchive) {
+TEST_F(LzhCommands, SaveArchivesEveryFileOfTheJobEachAsItsOwnArgumentInTheJobsFolder) {
+  const std::string folder = UseFolderWithBlank();
   LzhSave(s);
-  const std::string base = JobDir() + "T1N2E";
-  EXPECT_EQ(Lines(), std::vector<std::string>{"Spawn " + Lha() + " u " + base + ".lzh " + base + ".*"});
+  // The job's files by name, in the job's folder, so that the archive holds them without it;
+  // the archive itself is not put into itself.
+  EXPECT_EQ(Lines(), std::vector<std::string>{"Spawn " + Lha() + " u \"" + folder + "T1N2E.lzh\" T1N2E T1N2E.def "
+                                              "T1N2E.raw t1n2e.COR"});
+  ASSERT_EQ(probe.launches.size(), 1u);
+  EXPECT_EQ(probe.launches[0].launch.arguments,
+            (std::vector<std::string>{"u", folder + "T1N2E.lzh", "T1N2E", "T1N2E.def", "T1N2E.raw", "t1n2e.COR"}));
+  EXPECT_EQ(probe.launches[0].folder, folder);
   EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal});
+  EXPECT_TRUE(user.messages.empty());
 }
 
 TEST_F(LzhCommands, SaveAsAddsThenWaitsForTheUserThenTakesOutOlderArchives) {
-  user.inputs.push_back(std::string("/tmp/packed"));
+  const std::string folder = UseFolderWithBlank();
+  user.inputs.push_back(std::string("packed"));
   std::vector<std::size_t> messagesAtLaunch;
-  probe.during = [&] { messagesAtLaunch.push_back(user.messages.size()); };
+  probe.during = [&] {
+    messagesAtLaunch.push_back(user.messages.size());
+    // The archiver makes the new archive beside the job.
+    WriteLines(root / "my jobs" / "packed.lzh", {"archive"});
+  };
   EXPECT_TRUE(LzhSaveAs(s));
-  const std::string base = JobDir() + "T1N2E";
   EXPECT_EQ(user.prompts, std::vector<std::string>{"New .LZH Filename (full path allowed, do not include extension)"});
-  EXPECT_EQ(Lines(), (std::vector<std::string>{"Spawn " + Lha() + " a /tmp/packed.lzh " + base + ".*",
-                                               "Spawn " + Lha() + " d /tmp/packed.lzh *.lzh"}));
+  // The job's older archive goes in with the job's files, and comes out again with every other
+  // archive lying in the job's folder; the new archive is never named as its own member.
+  ASSERT_EQ(probe.launches.size(), 2u);
+  EXPECT_EQ(Lines(), (std::vector<std::string>{"Spawn " + Lha() + " a packed.lzh T1N2E T1N2E.def T1N2E.lzh "
+                                               "T1N2E.raw t1n2e.COR",
+                                               "Spawn " + Lha() + " d packed.lzh T1N2E.lzh other.lzh"}));
+  EXPECT_EQ(probe.launches[0].folder, folder);
+  EXPECT_EQ(probe.launches[1].folder, folder);
   EXPECT_EQ(probe.modes, (std::vector<ShowMode>{ShowMode::Normal, ShowMode::Hidden}));
   // The notice comes between the two runs.
   EXPECT_EQ(messagesAtLaunch, (std::vector<std::size_t>{0, 1}));
@@ -86,6 +118,46 @@ TEST_F(LzhCommands, SaveAsAddsThenWaitsForTheUserThenTakesOutOlderArchives) {
             std::vector<std::string>{"Tessel has no control of this function, click OK when lha is finished, then "
                                      "close LHA window. Tessel will then check archive contents and remove any "
                                      "preexisting .lzh files from new archive"});
+}
+
+TEST_F(LzhCommands, AnArchiverThatFailsIsToldWhenItEnds) {
+  UseFolderWithBlank();
+  LzhSave(s);
+  ASSERT_EQ(probe.running.size(), 1u);
+  EXPECT_TRUE(user.messages.empty());
+  probe.running[0](SpawnEnd{true, false, 0, {}});
+  EXPECT_TRUE(user.messages.empty());
+  LzhSave(s);
+  probe.running[1](SpawnEnd{true, false, 3, {}});
+  ASSERT_EQ(user.messages.size(), 1u);
+  EXPECT_EQ(user.messages[0].text, "The archiver ended with exit code 3:\n" + probe.launches[1].commandLine);
+  EXPECT_EQ(user.messages[0].icon, Icon::Exclamation);
+  user.files.push_back(FileChoice{"/arch/old.lzh", "old.lzh"});
+  LzhExtract(s);
+  probe.running[2](SpawnEnd{true, true, -1, {}});
+  EXPECT_EQ(user.MessageTexts().back(), "The archiver ended abnormally:\n" + probe.launches[2].commandLine);
+
+  // One that cannot start is told at once: Extract does not claim an extraction, and Save As
+  // neither waits for the user nor goes on.
+  user.messages.clear();
+  probe.notStarted = "not found";
+  user.files.push_back(FileChoice{"/arch/old.lzh", "old.lzh"});
+  LzhExtract(s);
+  user.inputs.push_back(std::string("packed"));
+  EXPECT_FALSE(LzhSaveAs(s));
+  const std::string notStarted = "The archiver could not be started (not found):\n";
+  EXPECT_EQ(user.MessageTexts(), (std::vector<std::string>{notStarted + probe.launches[3].commandLine,
+                                                           notStarted + probe.launches[4].commandLine}));
+  EXPECT_EQ(probe.launches.size(), 5u);
+
+  // A job none of whose files is there any more is not archived at all.
+  user.messages.clear();
+  probe.notStarted.clear();
+  s.JobBase = s.JobFolder + "GONE";
+  LzhSave(s);
+  EXPECT_EQ(probe.launches.size(), 5u);
+  EXPECT_EQ(user.MessageTexts(),
+            std::vector<std::string>{"No file matches " + s.JobBase + ".*; nothing was archived."});
 }
 
 TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameAndBothNeedAJob) {
@@ -100,13 +172,6 @@ TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameAndBothNeedAJob) {
   EXPECT_FALSE(LzhSaveAs(s));
   LzhSave(s);
   EXPECT_TRUE(probe.launches.empty());
-}
-
-TEST_F(LzhCommands, ABlankInTheJobsPathStaysInsideItsArgument) {
-  s.JobBase = "/my jobs/T1N2E";
-  LzhSave(s);
-  ASSERT_EQ(probe.launches.size(), 1u);
-  EXPECT_EQ(probe.launches[0].launch, (Launch{Lha(), {"u", "/my jobs/T1N2E.lzh", "/my jobs/T1N2E.*"}}));
 }
 
 }  // namespace

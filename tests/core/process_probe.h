@@ -32,6 +32,11 @@ class ProcessProbe : public RecordingProcessPort {
     RecordingProcessPort::Spawn(launch, folder, mode);
     After(launch, folder, mode, {});
   }
+  bool SpawnReported(const Launch& launch, const std::string& folder, ShowMode mode, SpawnEnded ended) override {
+    const bool started = RecordingProcessPort::SpawnReported(launch, folder, mode, std::move(ended));
+    After(mode, {});
+    return started;
+  }
 
   std::vector<ShowMode> modes;
   std::vector<std::vector<std::string>> locked;

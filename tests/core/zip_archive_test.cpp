@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "archives/file_patterns.h"
 #include "archives/zip_archive.h"
 #include "archives/zip_commands.h"
 #include "model/paths.h"
@@ -147,8 +148,63 @@ TEST_F(ZipTest, CurrentJobPatternTakesInTheArchiveOfTheSameBaseName) {
   EXPECT_NE(members.find("T1.zip"), std::string::npos) << members;
   EXPECT_EQ(members.find("other.txt"), std::string::npos) << members;
   // The member is the archive as it stood before.
-  const std::string inner = ZipMemberName(JobDir() + "T1.zip");
-  EXPECT_EQ(Output("unzip -p " + Q(zip) + " " + Q(inner)), first);
+  EXPECT_EQ(Output("unzip -p " + Q(zip) + " T1.zip"), first);
+}
+
+TEST_F(ZipTest, CurrentJobInAFolderWithBlanksExtractsIntoAnyFolderByteForByte) {
+  // A copy of the sample job in a folder whose path has blanks.
+  const fs::path folder = root / "x y" / "My Jobs" / "T12NR04E";
+  fs::create_directories(folder);
+  std::vector<std::string> job;
+  for (const auto& entry : fs::directory_iterator(TESSEL_SAMPLES_DIR)) {
+    const std::string name = entry.path().filename().string();
+    if (name.rfind("T12NR04E.", 0) != 0) continue;
+    fs::copy_file(entry.path(), folder / name);
+    job.push_back(name);
+  }
+  std::sort(job.begin(), job.end());
+  ASSERT_GE(job.size(), 10u);
+  session.JobFolder = folder.string() + PathSeparator();
+  session.JobBase = session.JobFolder + "T12NR04E";
+  session.JobName = "T12NR04E";
+  session.CurrentFolder = session.JobFolder;
+
+  const std::string zip = ZipCurrentDefault(session);
+  ASSERT_EQ(ZipCurrentJob(session, zip), kZipOk);
+  EXPECT_TRUE(user.messages.empty());
+  // The members are named as in the job's folder, so the job opens wherever they are put.
+  std::string names;
+  for (const auto& name : job) names += name + "\n";
+  EXPECT_EQ(Output("unzip -Z1 " + Q(zip)), names);
+  const fs::path elsewhere = root / "other place";
+  ASSERT_EQ(Shell("unzip -q " + Q(zip) + " -d " + Q(elsewhere)), 0);
+  ASSERT_EQ(UnzipArchive(zip, Out().string(), "*.*"), kZipOk);
+  EXPECT_EQ(FilesUnder(elsewhere), job);
+  EXPECT_EQ(FilesUnder(Out()), job);
+  for (const auto& name : job) {
+    EXPECT_EQ(ReadBytes(elsewhere / name), ReadBytes(folder / name)) << name;
+    EXPECT_EQ(ReadBytes(Out() / name), ReadBytes(folder / name)) << name;
+  }
+}
+
+TEST_F(ZipTest, AFailedAddIsToldInABoxNamingTheArchive) {
+  // Zip current job into a folder that is not there, then into a file that is no archive.
+  const std::string nowhere = (root / "no such folder" / "T1.zip").string();
+  EXPECT_EQ(ZipCurrentJob(session, nowhere), kZipWriteFailed);
+  EXPECT_FALSE(fs::exists(nowhere));
+  WriteLines(root / "bad.zip", {"junk"});
+  EXPECT_EQ(ZipCurrentJob(session, (root / "bad.zip").string()), kZipCannotOpen);
+  EXPECT_EQ(ReadBytes(root / "bad.zip"), "junk\r\n");
+  // The same from the manual page, which closes as it did.
+  EXPECT_TRUE(ZipManualFinish(session, nowhere, "T1.def"));
+  ASSERT_EQ(user.messages.size(), 3u);
+  for (const auto& [message, zip] : {std::pair{user.messages[0], nowhere},
+                                     std::pair{user.messages[1], (root / "bad.zip").string()},
+                                     std::pair{user.messages[2], nowhere}}) {
+    EXPECT_EQ(message.icon, Icon::Exclamation);
+    EXPECT_EQ(message.text.rfind("The ZIP file " + zip + " was not written.", 0), 0u) << message.text;
+  }
+  EXPECT_NE(user.messages[1].text.find("not a ZIP file"), std::string::npos) << user.messages[1].text;
 }
 
 TEST_F(ZipTest, NothingToAddLeavesTheArchiveAlone) {
@@ -327,6 +383,21 @@ TEST_F(ZipTest, ManualFinishNeedsANameAndItems) {
   EXPECT_EQ(Shell("unzip -tq " + Q(zip)), 0);
   EXPECT_EQ(Output("unzip -Z1 " + Q(zip)),
             ZipMemberName(JobDir() + "T1.raw") + "\n" + ZipMemberName(JobDir() + "other.txt") + "\n");
+
+  // A path with a blank stays whole in double quotes, as the page adds it; relative names are
+  // stored as typed.
+  const fs::path spaced = root / "a folder";
+  fs::create_directory(spaced);
+  WriteLines(spaced / "b c.txt", {"bc"});
+  const std::string item = ZipListItem((spaced / "b c.txt").string());
+  EXPECT_EQ(item, "\"" + (spaced / "b c.txt").string() + "\"");
+  EXPECT_EQ(ZipWildcardItem(spaced.string(), "*.txt"), "\"" + (spaced / "*.txt").string() + "\"");
+  EXPECT_EQ(ZipWildcardItem(JobDir(), "*.raw"), JobDir() + "*.raw");
+  EXPECT_EQ(SplitZipItems(" a  \"b c\" d\"\" \"e"), (std::vector<std::string>{"a", "b c", "d\"\"", "e"}));
+  const std::string quoted = (root / "quoted.zip").string();
+  EXPECT_TRUE(ZipManualFinish(session, quoted, item + " T1.def " + ZipWildcardItem(spaced.string(), "b*")));
+  EXPECT_EQ(Output("unzip -Z1 " + Q(quoted)), ZipMemberName((spaced / "b c.txt").string()) + "\nT1.def\n");
+  EXPECT_EQ(user.messages.size(), 2u);
 }
 
 }  // namespace

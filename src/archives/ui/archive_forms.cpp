@@ -20,6 +20,7 @@
 
 #include "archives/apd_import.h"
 #include "archives/lzh_commands.h"
+#include "archives/zip_archive.h"
 #include "archives/zip_commands.h"
 #include "paint/qt_text.h"
 #include "forms/ui/named_widgets.h"
@@ -269,7 +270,9 @@ ZipWizard3Form::ZipWizard3Form(Session& session, QWidget* parent) : QDialog(pare
   });
   connect(add, &QPushButton::clicked, this, [this] {
     const QString path = CurrentPath(files_);
-    if (!path.isEmpty() && !QFileInfo(path).isDir()) AddItem(QDir::toNativeSeparators(path));
+    if (!path.isEmpty() && !QFileInfo(path).isDir()) {
+      AddItem(FromBytes(ZipListItem(ToBytes(QDir::toNativeSeparators(path)))));
+    }
   });
   connect(wildcards, &QPushButton::clicked, this, [this] {
     const auto pattern = session_.user.Input(kZipWildcardPrompt, kZipWizardTitle);
