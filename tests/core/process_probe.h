@@ -34,7 +34,7 @@ class ProcessProbe : public RecordingProcessPort {
   }
   bool SpawnReported(const Launch& launch, const std::string& folder, ShowMode mode, SpawnEnded ended) override {
     const bool started = RecordingProcessPort::SpawnReported(launch, folder, mode, std::move(ended));
-    After(mode, {});
+    After(launch, folder, mode, {});
     return started;
   }
 
