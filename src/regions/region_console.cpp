@@ -324,7 +324,7 @@ void RegionConsole::Merge() {
     return;
   }
   if (!RunTool("twpjoin")) return;
-  ReloadJob(s);
+  ReloadLines(s);
   chkLines = false;
   s.region.match.ShowMatchLines = 0;
   enabled.cmdAdjust = true;
@@ -366,10 +366,12 @@ void RegionConsole::LoadJobAfterStrings() {
 
 void RegionConsole::ViewRegion() {
   Session& s = session_;
+  // Another project takes the canvas: the one shown goes as a closed job goes, its unsaved parcel
+  // edits offered for saving first.
+  if (!AskToSaveParcels(s)) return;
   for (const char* form : kToolForms) s.user.UnloadForm(form);
   enabled.cmdTest = true;
-  s.region.match.Clear();
-  ClearStores(s);
+  ResetJobState(s);
   if (s.JobName != RegionName(s)) {
     s.JobName = RegionName(s);
     s.JobBase = RegionFolder(s) + RegionName(s);
@@ -406,10 +408,10 @@ void RegionConsole::ViewItem() {
   s.region.match.ShowMatchEnds = 0;
   const std::string row = rows[static_cast<std::size_t>(selected)];
   if (IsRegionKeyword(row)) return;
+  if (!AskToSaveParcels(s)) return;
   s.user.SetTitle(kTitlePreview);
   for (const char* form : kToolForms) s.user.UnloadForm(form);
-  s.region.match.Clear();
-  ClearStores(s);
+  ResetJobState(s);
   if (RowHasFolder(row)) {
     s.JobName = RowProjectName(row);
     s.JobFolder = row.substr(0, row.size() - s.JobName.size());

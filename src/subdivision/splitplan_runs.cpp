@@ -115,8 +115,9 @@ bool FinishMinor(Session& session, const MinorInput& input) {
 void ComputeSubdivision(Session& session) {
   session.user.SetPointer(Pointer::Hourglass);
   if (RunSplitplanScript(session, ComputeAnswers())) {
-    // The reload redraws; without one the picture is at least repainted.
-    if (session.reloadJob) ReloadJobFiles(session);
+    // The job's lines are read again, which redraws; parcel edits not yet saved stay in memory.
+    // Without a load sequence the picture is at least repainted.
+    if (session.reloadJobLines) ReloadJobLineFiles(session);
     else if (session.display) session.display->RefreshView();
   }
   session.user.SetPointer(Pointer::Default);

@@ -58,15 +58,16 @@ TEST_F(SplitplanRun, WritesTheAnswersAndTempBatAndRunsBlocking) {
   EXPECT_EQ(user.pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Default}));
 }
 
-TEST_F(SplitplanRun, ComputeRereadsTheJob) {
-  int reloads = 0;
-  static int* counter = nullptr;
-  counter = &reloads;
-  session.reloadJob = [](Session&) { ++*counter; };
+TEST_F(SplitplanRun, ComputeRereadsTheJobsLines) {
+  static int lineReloads = 0, fullReloads = 0;
+  session.reloadJobLines = [](Session&) { ++lineReloads; };
+  session.reloadJob = [](Session&) { ++fullReloads; };
   ComputeSubdivision(session);
   EXPECT_EQ(ReadJob("t1$.001"), "\r\n\r\n\r\n\r\n\r\n\r\n");
   EXPECT_EQ(processes.launches.size(), 1u);
-  EXPECT_EQ(reloads, 1);
+  // Not the full reload, which would empty a parcel store holding unsaved edits.
+  EXPECT_EQ(lineReloads, 1);
+  EXPECT_EQ(fullReloads, 0);
 }
 
 TEST_F(SplitplanRun, AWizardWithAnEmptyFieldStaysAndRunsNothing) {

@@ -95,6 +95,8 @@ SectionDialogForm::SectionDialogForm(Session& session, QWidget* parent)
     });
   }
   layout->addLayout(row);
+  // A window of the job: it closes with it.
+  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
 }
 
 void SectionDialogForm::Load(const SectionForm& form) {

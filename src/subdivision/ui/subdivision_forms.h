@@ -8,8 +8,10 @@
 #include <QWidget>
 #include <array>
 #include <functional>
+#include <memory>
 #include <vector>
 
+#include "forms/ui/session_view.h"
 #include "model/session.h"
 #include "subdivision/section_editor.h"
 #include "subdivision/splitplan_runs.h"
@@ -181,6 +183,7 @@ class SectionDialogForm : public QDialog {
   bool busy_ = false;
   std::array<QPushButton*, 26> buttons_{};
   std::array<QLabel*, 26> labels_{};
+  std::unique_ptr<SessionView> view_;
 };
 
 // frmTWP, "Township diagram".
@@ -206,6 +209,7 @@ class TownshipForm : public QWidget {
   SectionDialogForm* section_;
   QWidget* status_;
   QPlainTextEdit* statusText_;
+  std::unique_ptr<SessionView> view_;
 };
 
 // "Irregular Section Subdivision" in the Cadastral Tools of the Command menu.

@@ -85,6 +85,8 @@ TownshipForm::TownshipForm(Session& session, QWidget* parent) : QWidget(parent, 
     Refresh();
   };
   resize(320, 340);
+  // A window of the job: it closes with it.
+  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
 }
 
 void TownshipForm::ClickSection(int section) {
