@@ -77,7 +77,8 @@ BuiltBlock BuildBlock(const Session& session, const SidForm& form) {
 int FindLoadedSurvey(const Session& session, const SidForm& form) {
   const SurveyStore& store = session.surveys;
   const auto lineAt = [&](int entry) { return store.SurveyTable.get(entry + 1).sLine; };
-  if (form.entryLine.empty() || lineAt(form.entry) == form.entryLine) return form.entry;
+  if (form.entryLine.empty()) return form.entry;
+  if (HasSurvey(session, form.entry) && lineAt(form.entry) == form.entryLine) return form.entry;
   for (int entry = 0; HasSurvey(session, entry); ++entry) {
     if (lineAt(entry) == form.entryLine) return entry;
   }
@@ -111,7 +112,7 @@ bool SaveExisting(Session& session, const SidForm& form) {
     session.user.Message("Nothing to do!");
     return false;
   }
-  if (!HasSurvey(session, form.entry)) {
+  if (form.entryLine.empty() && !HasSurvey(session, form.entry)) {
     session.user.Message("You must first select a survey.", Icon::Stop);
     return false;
   }

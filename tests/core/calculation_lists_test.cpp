@@ -202,6 +202,34 @@ TEST(DefinitionChecks, KindChoiceClearsUnusedFieldsAndNamesPickFields) {
   EXPECT_EQ(PickFields(input), (std::vector<std::pair<int, LineField>>{{0, F::From}}));
 }
 
+// A definition open in its editor while the list changes: found where its lines stand now, the
+// place nearest its old one when they stand twice, and not at all when they are gone.
+TEST(EditedEntries, AreFoundAgainByTheirLines) {
+  using List = std::vector<std::string>;
+  const std::string A = AddRow("1", "100200", "100100", "1", "45.30150", "1", "12.500", ".000");
+  const std::string X = AddRow("1", "100300", "100100", "1", "45.30150", "1", "12.500", ".000");
+  const std::string B1 = AddRow("2", "950140", "120100", "120200", ".00000", "1", ".000", ".000");
+  const std::string B2 = AddRow("0", "0", "100140", "200140", ".00000", "2", ".000", ".000");
+  const std::string C = AddRow("3", "100100", "100200", "0", ".00000", "0", ".000", ".000");
+  const List list = {A, B1, B2, C};
+  const EditedEntry b = EditedDefinition(list, 2);  // opened from the second line
+  EXPECT_EQ(b.first, 1);
+  EXPECT_EQ(b.lines, (List{B1, B2}));
+  const auto at = [](const List& l, const EditedEntry& e) {
+    const auto span = RefindEntry(l, e);
+    return span ? std::pair{span->first, span->behind} : std::pair{-1, -1};
+  };
+  EXPECT_EQ(at(list, b), (std::pair{1, 3}));
+  EXPECT_EQ(at(List{B1, B2, C}, b), (std::pair{0, 2}));             // A deleted before it
+  EXPECT_EQ(at(List{A, X, B1, B2, C}, b), (std::pair{2, 4}));       // one put in front
+  EXPECT_EQ(at(List{B1, B2, A, C, B1, B2}, b), (std::pair{0, 2}));  // twice: the nearer
+  EXPECT_EQ(at(List{A, B1, C}, b), (std::pair{-1, -1}));            // changed
+  EXPECT_EQ(at(List{A, C}, b), (std::pair{-1, -1}));                // deleted
+  // A new entry goes to the end of the list as it stands.
+  EXPECT_EQ(at(List{A, C}, EditedEntry{}), (std::pair{2, 2}));
+  EXPECT_TRUE(EditedDefinition(list, 4).IsNew());
+}
+
 class CalculationFiles : public test::JobFixture {
  protected:
   CalculationFiles() {

@@ -7,6 +7,7 @@
 #include "cama/link_chain.h"
 #include "cama/manual_link.h"
 #include "cama_test_support.h"
+#include "model/selection_checks.h"
 #include "viewer/drawing.h"
 #include "viewer/picking.h"
 #include "test_support.h"
@@ -123,6 +124,42 @@ TEST_F(CamaManualTest, MultiAttThenDeleteLeavesTheOther) {
   EXPECT_EQ(session.cama.LinkCount, 2);
   EXPECT_EQ(session.cama.LinkGeocode.get(2), "22222207400000002");
   EXPECT_EQ(session.cama.LinkX.get(2), 1000);
+}
+
+// The rows of the selection list and of frmCamaParcel stay true across every rewrite and reading
+// of the link file: a deleted record's followers move up, and so do their rows; the CAMA
+// parcel list keeps listing its section, never records of a reading that is gone.
+TEST_F(CamaManualTest, RowsFollowTheLinkRecordsAcrossAReadingOfTheLinkFile) {
+  Select(1);
+  Select(2);
+  OpenCamaParcels(session, 1);
+  const std::vector<std::string> rows = session.cama.CamaParcelRows;
+  // Record 1 deleted through row 0: record 2 is record 1 in the file read back, and its row says so.
+  CamaDeleteLink(session, 0);
+  ASSERT_EQ(session.cama.LinkCount, 1);
+  EXPECT_EQ(LinkRecordOfRow(session, 0), 1);
+  EXPECT_EQ(session.cama.LinkGeocode.get(1), session.selection.ParcelList()[0]);
+  // The CAMA parcel list was filled again for its section: Apply takes the record of the row shown.
+  EXPECT_EQ(session.cama.CamaParcelRows, rows);
+  CamaApply(session, 1, 0);
+  EXPECT_EQ(session.cama.LinkGeocode.get(1), "22222207400000002");
+  CamaParcelCancel(session);
+  EXPECT_EQ(LinkRecordOfRow(session, 0), 1);
+
+  // A parcel's row is no link record, and one of a reading that is gone names nothing: refused.
+  session.selection.AddParcelEntry("Sec_007 A T_A", {PickKind::Parcel, 1, session.parcels.Reading});
+  session.selection.AddParcelEntry("old", {PickKind::LinkRecord, 1, session.cama.LinkReading - 1});
+  user.messages.clear();
+  for (const int row : {1, 2}) {
+    CamaApply(session, 0, row);
+    OpenCamaParcels(session, row);
+    CamaDeleteLink(session, row);
+  }
+  EXPECT_EQ(user.MessageTexts(), (std::vector<std::string>{kMsgRowHoldsParcel, kMsgRowHoldsParcel,
+                                                           kMsgRowHoldsParcel, kMsgLinksReadAgain,
+                                                           kMsgLinksReadAgain, kMsgLinksReadAgain}));
+  EXPECT_EQ(session.cama.LinkCount, 1);
+  EXPECT_EQ(session.cama.LinkGeocode.get(1), "222222074P?");
 }
 
 TEST_F(CamaManualTest, MovingALinkPointRewritesTheLinkFile) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/paths.h"
+#include "model/selection_checks.h"
 #include "model/text.h"
 #include "model/text_file.h"
 #include "parcels/banding.h"
@@ -108,6 +109,77 @@ TEST_F(ParcelEditing, OpeningWithoutSelectionRefusesAndShowingFillsTheFields) {
   ASSERT_EQ(canvas.Of("Circle").size(), 1u);
   EXPECT_EQ(canvas.Of("Circle")[0].args, (std::vector<double>{2128338.512, 507416.883, 120.0}));
   EXPECT_EQ(display.calls.back(), "RefreshView");
+}
+
+// The forms that edit parcels take the parcels the list's entries really are: not a link record
+// picked with "CAMA Parcels" checked, not a parcel of an earlier reading of the store, and not
+// whatever SelectedParcels holds at the entry's position.
+TEST_F(ParcelEditing, TheEditorsTakeOnlyTheParcelsTheEntriesAre) {
+  ParcelProperties form(session);
+  // Points picked before: the shared count puts parcel 3 at the array's second place.
+  session.SelectionCount = 1;
+  Select({3});
+  ASSERT_EQ(session.selection.SelectedParcels.get(0), 0);
+  ASSERT_TRUE(form.Open());
+  EXPECT_EQ(form.indexText, "3");
+  EXPECT_EQ(form.ring, kRing2);
+
+  // A link record among the entries: refused by each editor, and nothing is written.
+  session.selection.AddParcelEntry("06041201100000002", {PickKind::LinkRecord, 1, session.cama.LinkReading});
+  user.messages.clear();
+  EXPECT_FALSE(form.Open());
+  EXPECT_FALSE(QuickEditOpen(session));
+  QuickEditFields fields;
+  fields.useSection = true;
+  fields.section = "009";
+  EXPECT_FALSE(QuickEditOk(session, fields));
+  std::vector<ListingRecord> records;
+  WriteJob("T12NR04E.lld", {"listing"});
+  EXPECT_FALSE(StartMultipleAttributes(session, records));
+  MoveParcelLocation(session, 1.0, 2.0);
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>(5, kMsgSelectionHoldsLinks));
+  EXPECT_EQ(Iid(), Text(kIid));
+
+  // Parcels of an earlier reading name nothing in this one.
+  session.selection.ClearParcelList();
+  Select({1});
+  ReadParcels(session);
+  session.SelectionCount = 1;  // the reading sets the shared count back; another tool's picks count
+  user.messages.clear();
+  EXPECT_FALSE(form.Open());
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{kMsgParcelsReadAgain});
+}
+
+// The open dialog follows the selection: the parcel shown stays while it is selected, with what
+// was typed for it; once it has left the selection the fields are empty and Apply writes nowhere,
+// nor onto an index the box does not name a parcel by.
+TEST_F(ParcelEditing, TheOpenDialogFollowsTheSelectionAndWritesOnlyToAParcel) {
+  Select({1});
+  ParcelProperties form(session);
+  ASSERT_TRUE(form.Open());
+  form.acreage = "7";
+  Select({2});
+  form.Follow();
+  EXPECT_EQ(form.entries, (std::vector<std::string>{kLine1, kLine2}));
+  EXPECT_EQ(form.indexText, "1");
+  EXPECT_EQ(form.acreage, "7");
+  form.ShowSelectionRow(1);
+  EXPECT_EQ(form.indexText, "2");
+
+  session.selection.RemoveParcelEntry(1);
+  form.Follow();
+  EXPECT_EQ(form.entries, std::vector<std::string>{kLine1});
+  EXPECT_EQ(form.indexText + form.working + form.ring, "");
+  form.Apply();
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{kMsgNoParcelShown});
+  form.Show(0);
+  for (const char* index : {"0", "4", "x"}) {
+    form.indexText = index;
+    form.Apply();
+    EXPECT_EQ(user.MessageTexts().back(), kMsgNotAParcel + std::string(index) + ".");
+  }
+  EXPECT_EQ(session.parcels.ParcelDirty, 0);
+  EXPECT_EQ(session.parcels.ParcelLine.get(0), "");
 }
 
 TEST_F(ParcelEditing, ApplyBuildsTheLineFromTheFieldsAndTheSectionCheckRefusesTwoCharacters) {

@@ -288,6 +288,50 @@ TEST_F(SurveyRecordsTest, NewSurveyIsAppendedWhenComplete) {
   EXPECT_EQ(Sid(), "SA\r\nC last\r\nSB\r\n");
 }
 
+// A click in the list keeps a form begun with "Create New" new: OK appends, and the survey
+// clicked keeps its block; "Properties" is what edits an existing one.
+TEST_F(SurveyRecordsTest, ANewSurveyStaysNewAfterAClickInTheList) {
+  SidForm form;
+  NewSidForm(form);
+  LoadSidForm(session, 1, form);
+  EXPECT_TRUE(form.isNew);
+  form.name = "NEW ONE";
+  form.constant = ".030";
+  form.ppm = "100.0";
+  form.seconds = "30.0";
+  form.comments = "C ADDED";
+  for (int box : {kBoxName, kBoxConstant, kBoxPpm, kBoxSeconds, kBoxComments}) form.ticked[std::size_t(box)] = true;
+  const std::string before = Sid();
+  ASSERT_TRUE(SaveSidForm(session, form));
+  EXPECT_EQ(Sid().substr(0, before.size()), before);
+  EXPECT_EQ(Left(Sid().substr(before.size()), 8), "SNEW ONE");
+  OpenSidProperties(session, 1, form);
+  EXPECT_FALSE(form.isNew);
+}
+
+// A survey loaded into the form is saved where it stands when the file was read again meanwhile,
+// and not at all when it is gone: never onto the survey that took its place.
+TEST_F(SurveyRecordsTest, ASaveFindsItsSurveyAgainOrWritesNothing) {
+  SidForm form;
+  OpenSidProperties(session, 1, form);  // BLM 1978
+  form.comments = "C MOVED";
+  form.ticked[kBoxComments] = true;
+  // The surveys read again with another survey in front.
+  WriteJob("T1N2E.sid", {kGlo, "C FIRST", kGlo, kBlm});
+  ReloadJobFiles(session);
+  ASSERT_TRUE(SaveSidForm(session, form));
+  // (The form's list entry is the S line's first 42 characters, so the control errors go.)
+  const std::string blm = SLine("BLM 1978", "   .020", "    50.0", "    20.0", "         ", "         ");
+  EXPECT_EQ(Sid(), Text({kGlo, "C FIRST", kGlo, blm, "C MOVED"}));
+
+  WriteJob("T1N2E.sid", {kGlo});
+  ReloadJobFiles(session);
+  user.messages.clear();
+  EXPECT_FALSE(SaveSidForm(session, form));
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{kMsgSurveyGone + Trim(Mid(kBlm, 2, 18)) + kMsgSurveyGoneAfter});
+  EXPECT_EQ(Sid(), Text({kGlo}));
+}
+
 TEST_F(SurveyRecordsTest, RawWriterKeepsTheHeadAndTheFormerFile) {
   WriteJob("T1N2E.raw", {"HEAD ONE", "HEAD 999999 NOT THIS", "   999999  ", Records()[0], "999998", "TRAILING"}, Eol::Lf);
   const std::string first = ReadJob("T1N2E.raw");
@@ -346,6 +390,35 @@ TEST_F(SurveyRecordsTest, EditingARecordWritesRawAndAsks) {
   EXPECT_EQ(user.statusNow[1], "Select line(s)");
   // The reload read the new record.
   EXPECT_EQ(session.raw.RawLineFields.get(2)[5], "   630.0");
+}
+
+// The line list changed under the record editor: the save goes to the record it was loaded
+// from, found by its fields, or nowhere.
+TEST_F(SurveyRecordsTest, ARecordEditFindsItsRecordAgainOrWritesNothing) {
+  SelectAll();
+  RawEditForm form;
+  ASSERT_TRUE(LoadRawEdit(session, 1, form));  // record 2
+  const std::string first = RawLineText(session.raw.RawLineFields.get(1));
+  const std::string third = RawLineText(session.raw.RawLineFields.get(3));
+  session.selection.LineList.erase(session.selection.LineList.begin());
+  session.selection.SelectedLines.at(0) = 2;
+  session.selection.SelectedLines.at(1) = 3;
+  form.fields[3] = "99.000";
+  form.ticked[3] = true;
+  user.answers = {Answer::No};
+  ASSERT_TRUE(SaveRawEdit(session, form));
+  EXPECT_EQ(session.raw.RawLineFields.get(2)[3], "  99.000");
+  EXPECT_EQ(RawLineText(session.raw.RawLineFields.get(1)), first);
+  EXPECT_EQ(RawLineText(session.raw.RawLineFields.get(3)), third);
+  EXPECT_EQ(session.selection.LineList[0], RawLineText(session.raw.RawLineFields.get(2)));
+
+  // The record is gone from the file: nothing is written.
+  const std::string raw = ReadJob("T1N2E.raw");
+  form.recordText = "no such record";
+  user.messages.clear();
+  EXPECT_FALSE(SaveRawEdit(session, form));
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{kMsgRecordGone});
+  EXPECT_EQ(ReadJob("T1N2E.raw"), raw);
 }
 
 TEST_F(SurveyRecordsTest, ChangingTheSidMovesEverySelectedLine) {

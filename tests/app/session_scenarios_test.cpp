@@ -1,0 +1,479 @@
+// A surveyor's sessions from open to close, through the real main window and its forms on the
+// offscreen platform, with the stand-in suite tools, checking the job's files byte for byte at
+// the end: where subsystems meet, nothing is lost, nothing lands on the wrong record, and nothing
+// of one job is left in the next.
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+#include <cstdio>
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "app/view_window.h"
+#include "calculations/calculation_files.h"
+#include "job/load_sequence.h"
+#include "model/selection_checks.h"
+#include "model/text.h"
+#include "model/text_file.h"
+#include "parcels/parcel_properties.h"
+
+namespace tessel {
+namespace {
+
+constexpr const char* kJob = "T12NR04E";
+constexpr const char* kUnsavedQuestion = "Parcel attribute edits have not been saved.";
+
+// A folder's files, name to bytes.
+std::map<QString, QByteArray> Files(const QString& folder) {
+  std::map<QString, QByteArray> files;
+  for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files)) {
+    QFile file(info.filePath());
+    if (file.open(QIODevice::ReadOnly)) files[info.fileName()] = file.readAll();
+  }
+  return files;
+}
+
+QByteArray Bytes(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+std::vector<std::string> Lines(const QString& path) {
+  std::vector<std::string> lines;
+  LineReader in = LineReader::FromText(Bytes(path).toStdString());
+  while (!in.Eof()) lines.push_back(in.ReadLine());
+  return lines;
+}
+
+// Answers the program's message boxes as they come, each with the next prepared button (or the
+// box's default), and keeps their texts.
+class Boxes : public QObject {
+ public:
+  Boxes() {
+    timer_.setInterval(5);
+    connect(&timer_, &QTimer::timeout, this, [this] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box) return;
+      texts.push_back(box->text().toStdString());
+      QAbstractButton* button = nullptr;
+      if (!answers.empty()) {
+        button = box->button(answers.front());
+        answers.pop_front();
+      }
+      if (!button) button = box->defaultButton() ? box->defaultButton() : box->buttons().value(0);
+      button->click();
+    });
+    timer_.start();
+  }
+  bool Asked(const std::string& part) const {
+    for (const std::string& text : texts) {
+      if (text.find(part) != std::string::npos) return true;
+    }
+    return false;
+  }
+
+  std::deque<QMessageBox::StandardButton> answers;
+  std::vector<std::string> texts;
+
+ private:
+  QTimer timer_;
+};
+
+}  // namespace
+
+class SessionScenarios : public QObject {
+  Q_OBJECT
+
+ private:
+  ViewWindow& W() { return *window_; }
+  Session& S() { return window_->session(); }
+  QAction* Action(const char* name) {
+    auto* action = W().findChild<QAction*>(QString::fromLatin1(name));
+    if (!action) qFatal("no action %s", name);
+    return action;
+  }
+  QWidget* Form(const char* name) {
+    auto* form = W().findChild<QWidget*>(QString::fromLatin1(name));
+    if (!form) qFatal("no form %s", name);
+    return form;
+  }
+  template <typename T>
+  T* In(const char* form, const char* name) {
+    T* child = Form(form)->findChild<T*>(QString::fromLatin1(name));
+    if (!child) qFatal("no %s in %s", name, form);
+    return child;
+  }
+  QString Job(const QString& folder, const char* extension) const {
+    return QDir(folder).filePath(QString::fromLatin1(kJob) + QString::fromLatin1(extension));
+  }
+  void Open(const QString& folder) {
+    const QString def = Job(folder, ".def");
+    OpenJob(S(), def.toStdString(), QFileInfo(def).fileName().toStdString());
+  }
+  // A click of the left button on the canvas at a world position.
+  void ClickAt(double x, double y) {
+    const ViewState& v = S().view;
+    const QWidget& c = W().canvas();
+    const QPoint at =
+        QPointF((x - v.ScaleLeft) / v.ScaleWidth * c.width(), (y - v.ScaleTop) / v.ScaleHeight * c.height()).toPoint();
+    QTest::mousePress(&W().canvas(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseRelease(&W().canvas(), Qt::LeftButton, Qt::NoModifier, at);
+  }
+  void ClickParcel(int p) { ClickAt(S().parcels.ParcelX.get(p), S().parcels.ParcelY.get(p)); }
+  void ChooseRow(const char* form, const char* list, int row) {
+    auto* widget = In<QListWidget>(form, list);
+    widget->setCurrentRow(row);
+    emit widget->itemClicked(widget->item(row));
+  }
+  // Parcel Properties on the selection, a new acreage applied, the window closed: the edit is in
+  // memory only.
+  void EditAcreage(const QString& acreage) {
+    Action("mnuPopupParcelProperties")->trigger();
+    QVERIFY(Form("frmAttributes")->isVisible());
+    In<QLineEdit>("frmAttributes", "txtAcreage")->setText(acreage);
+    In<QPushButton>("frmAttributes", "cmdApply")->click();
+    Form("frmAttributes")->close();
+    QCOMPARE(S().parcels.ParcelDirty, std::int16_t{-1});
+  }
+  // The CAMA link of the job made and loaded, and plotted.
+  void LinkCama() {
+    Action("mnuAttributesCamaLink")->trigger();
+    QVERIFY(QFile::exists(Job(jobA_, ".mtc")));
+    boxes_->answers.push_back(QMessageBox::Yes);  // "Would you like to load parcels instead?"
+    Action("mnuAttributesCamaLink")->trigger();
+    Action("mnuViewCama")->setChecked(true);
+    QCOMPARE(S().cama.LinkLoadedCount, S().parcels.ParcelCount);
+  }
+
+  std::unique_ptr<QTemporaryDir> root_;
+  QString tools_, jobA_, jobB_;
+  std::unique_ptr<ViewWindow> window_;
+  std::unique_ptr<Boxes> boxes_;
+
+ private slots:
+  void initTestCase() {
+    // The tools must not wait for a terminal.
+    QVERIFY(std::freopen(QProcess::nullDevice().toLocal8Bit().constData(), "r", stdin) != nullptr);
+  }
+
+  void init() {
+    root_ = std::make_unique<QTemporaryDir>();
+    tools_ = root_->filePath(QStringLiteral("tools"));
+    // Folders with blanks in their names, as surveyors' folders have.
+    jobA_ = root_->filePath(QStringLiteral("jobs/job a"));
+    jobB_ = root_->filePath(QStringLiteral("jobs/job b"));
+    for (const QString& folder : {tools_, jobA_, jobB_}) QVERIFY(QDir().mkpath(folder));
+    for (const char* tool : {"splitplan.exe", "recpad.exe"}) {
+      const QString path = QDir(tools_).filePath(QString::fromLatin1(tool));
+      QVERIFY(QFile::copy(QStringLiteral(TESSEL_STANDIN), path));
+      QVERIFY(QFile::setPermissions(path, QFile::permissions(QStringLiteral(TESSEL_STANDIN))));
+    }
+    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
+    for (const QString& name : samples.entryList({QString::fromLatin1(kJob) + ".*"}, QDir::Files)) {
+      QVERIFY(QFile::copy(samples.filePath(name), QDir(jobA_).filePath(name)));
+      QVERIFY(QFile::copy(samples.filePath(name), QDir(jobB_).filePath(name)));
+    }
+    window_ = std::make_unique<ViewWindow>(tools_);
+    window_->resize(1000, 750);
+    window_->show();
+    window_->Load();
+    boxes_ = std::make_unique<Boxes>();
+  }
+
+  void cleanup() {
+    window_.reset();
+    boxes_.reset();
+    root_.reset();
+  }
+
+  // Attributes edited, the township diagram's Compute run, then saved: the reload after the
+  // tool keeps the edits, and the save writes them onto their own parcel.
+  void parcelEditsSurviveComputeAndAreSaved() {
+    Open(jobA_);
+    const std::vector<std::string> original = Lines(Job(jobA_, ".IID"));
+    Action("mnuOptionsParcel")->trigger();
+    Action("Centroid")->trigger();
+    ClickParcel(1);
+    EditAcreage(QStringLiteral("12.5"));
+
+    Action("mnuCommandCadastralIrregular")->trigger();
+    QVERIFY(Form("frmTWP")->isVisible());
+    In<QPushButton>("frmTWP", "cmdCompute")->click();
+    QVERIFY(Bytes(QDir(jobA_).filePath(QStringLiteral("standin.log"))).startsWith("splitplan\t"));
+    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
+    QCOMPARE(S().parcels.ParcelDirty, std::int16_t{-1});
+
+    Action("mnuFileSave")->trigger();
+    std::vector<std::string> saved = original;
+    saved[0] = "  * * * This file has been edited by Tessel  * * *  ";
+    // Apply joins the acreage and the line's last 17 characters without the blank between them.
+    const std::string edited = "Sec_001 A T_L 1              12.500T12NR04E-01-00001";
+    saved[1] = edited;
+    saved.insert(saved.begin() + 1, "Tessel Edited: " + original[1]);
+    QCOMPARE(Bytes(Job(jobA_, ".IID")), QByteArray::fromStdString(JoinCrLf(saved)));
+    Action("mnuFileClose")->trigger();
+    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
+  }
+
+  // List [A, B1, B2, C]: B is edited while A is deleted. The save writes B where it stands now.
+  void aDefinitionEditedWhileAnotherIsDeleted() {
+    const std::string a = " 1 100200 100100      1  45.30150  1    12.500      .000";
+    const std::string b1 = " 2 120140 120100 120200    .00000  1      .000      .000";
+    const std::string b2 = " 2      0 100100 100700 999.99900  2      .000      .000";
+    const std::string c = " 3 100100 100200      0    .00000  0      .000      .000";
+    QFile add(Job(jobA_, ".add"));
+    QVERIFY(add.open(QIODevice::WriteOnly));
+    add.write(QByteArray::fromStdString(JoinCrLf({a, b1, b2, c})));
+    add.close();
+    Open(jobA_);
+    Action("mnuCommandCadastralADD")->trigger();
+    auto* definitions = In<QListWidget>("frmADD", "lstDefinitions");
+    definitions->setCurrentRow(1);
+    In<QPushButton>("frmADD", "cmdEdit")->click();
+    QVERIFY(Form("frmADDCalcs")->isVisible());
+    In<QLineEdit>("frmADDCalcs", "txtNewPoint")->setText(QStringLiteral("120150"));
+
+    definitions->setCurrentRow(0);
+    boxes_->answers.push_back(QMessageBox::Yes);  // "Confirm Delete?"
+    In<QPushButton>("frmADD", "cmdDelete")->click();
+    QCOMPARE(Bytes(Job(jobA_, ".add")), QByteArray::fromStdString(JoinCrLf({b1, b2, c})));
+    QVERIFY(Form("frmADDCalcs")->isVisible());
+
+    In<QPushButton>("frmADDCalcs", "cmdOK")->click();
+    const std::string saved1 = " 2 120150 120100 120200    .00000  1      .000      .000";
+    QCOMPARE(Bytes(Job(jobA_, ".add")), QByteArray::fromStdString(JoinCrLf({saved1, b2, c})));
+
+    // An entry deleted under its open editor closes the editor with a word; nothing is written.
+    definitions->setCurrentRow(2);
+    In<QPushButton>("frmADD", "cmdEdit")->click();
+    QVERIFY(Form("frmADDCalcs")->isVisible());
+    boxes_->answers.push_back(QMessageBox::Yes);
+    In<QPushButton>("frmADD", "cmdDelete")->click();
+    QVERIFY(!Form("frmADDCalcs")->isVisible());
+    QVERIFY(boxes_->Asked(kMsgDefinitionGone));
+    QCOMPARE(Bytes(Job(jobA_, ".add")), QByteArray::fromStdString(JoinCrLf({saved1, b2})));
+  }
+
+  // CAMA: the CAMA parcel window opened for a link record of section 6, then for one of section
+  // 22 while it is open: it lists section 22, and Apply links the row that is shown.
+  void theCamaParcelWindowFollowsTheChosenLink() {
+    Open(jobA_);
+    LinkCama();
+    Action("Centroid")->trigger();
+    ClickParcel(7);  // section 6
+    Action("mnuOptionsParcelIds")->setChecked(true);
+    QCOMPARE(S().selection.ParcelPicks().size(), std::size_t{1});
+    In<QPushButton>("frmTesting", "cmdCama")->click();
+    QWidget* cama = Form("frmCamaParcel");
+    QVERIFY(cama->isVisible());
+    QCOMPARE(cama->windowTitle(), QStringLiteral("Cama Parcels for Section 06"));
+
+    ClickParcel(17);  // section 22
+    In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(1);
+    In<QPushButton>("frmTesting", "cmdCama")->click();
+    QCOMPARE(cama->windowTitle(), QStringLiteral("Cama Parcels for Section 22"));
+    auto* rows = In<QListWidget>("frmCamaParcel", "lstCama");
+    std::vector<std::string> section22;
+    for (const std::string& record : Lines(Job(jobA_, ".cama"))) {
+      if (Mid(record, 7, 2) == "22") section22.push_back(record);
+    }
+    QCOMPARE(rows->count(), int(section22.size()));
+    for (int r = 0; r < rows->count(); ++r) {
+      QCOMPARE(rows->item(r)->text().toStdString(), "Sec 22 " + Trim(Mid(section22[std::size_t(r)], 251, 120)));
+    }
+    ChooseRow("frmCamaParcel", "lstCama", 2);
+    In<QPushButton>("frmCamaParcel", "cmdApply")->click();
+    In<QPushButton>("frmCamaParcel", "cmdOK")->click();
+    // Link record 17, the parcel of section 22, carries the key of the row shown.
+    const std::vector<std::string> mtc = Lines(Job(jobA_, ".mtc"));
+    QCOMPARE(mtc[1 + 16 * 4 + 2], "GeoCode = " + Left(section22[2], 17));
+    // The rows of frmTesting still name their link records after the link file was read back.
+    QCOMPARE(LinkRecordOfRow(S(), 1), 17);
+  }
+
+  // Parcels and link records picked together, with "CAMA Parcels" checked and the parcel marks
+  // on: each click adds the parcel and its link record. Parcel Properties refuses the mixed
+  // selection, the CAMA window refuses a parcel's row, and .IID is never touched.
+  void aSelectionOfLinkRecordsEditsNoParcel() {
+    Open(jobA_);
+    const QByteArray iid = Bytes(Job(jobA_, ".IID"));
+    LinkCama();
+    Action("mnuOptionsParcel")->trigger();
+    Action("Centroid")->trigger();
+    ClickParcel(5);
+    Action("mnuPopupParcelDeselect")->trigger();
+    ClickParcel(5);
+    QCOMPARE(S().selection.ParcelPicks().size(), std::size_t{4});
+    Action("mnuPopupParcelProperties")->trigger();
+    QVERIFY(!Form("frmAttributes")->isVisible());
+    QVERIFY(boxes_->Asked(kMsgSelectionHoldsLinks));
+    Action("mnuPopupParcelQuickEdit")->trigger();
+    QVERIFY(!Form("frmQuickEdit")->isVisible());
+
+    Action("mnuOptionsParcelIds")->setChecked(true);
+    In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(0);
+    In<QPushButton>("frmTesting", "cmdCama")->click();
+    QVERIFY(boxes_->Asked(kMsgRowHoldsParcel));
+    QVERIFY(!Form("frmCamaParcel")->isVisible());
+    In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(1);
+    In<QPushButton>("frmTesting", "cmdCama")->click();
+    QCOMPARE(Form("frmCamaParcel")->windowTitle(), QStringLiteral("Cama Parcels for Section 01"));
+    Action("mnuFileClose")->trigger();
+    QCOMPARE(Bytes(Job(jobA_, ".IID")), iid);
+  }
+
+  // Points picked, then a parcel: the shared pick count puts the parcel at the array's second
+  // place, but Parcel Properties shows the parcel picked, never the empty index 0; typed text in
+  // the working line is what Apply builds on, and the note is chosen from its list only.
+  void parcelPropertiesShowsThePickedParcel() {
+    Open(jobA_);
+    Action("Select")->trigger();
+    ClickAt(S().points.PointX(100), S().points.PointY(100));
+    Form("frmSelectedPoints")->close();
+    QCOMPARE(S().SelectionCount, std::int16_t{1});
+    Action("mnuOptionsParcel")->trigger();
+    Action("Centroid")->trigger();
+    ClickParcel(3);
+    QCOMPARE(S().selection.SelectedParcels.get(0), std::int16_t{0});
+    Action("mnuPopupParcelProperties")->trigger();
+    QCOMPARE(In<QLineEdit>("frmAttributes", "txtIndex")->text(), QStringLiteral("3"));
+    QCOMPARE(In<QLabel>("frmAttributes", "lblRing")->text().toStdString(), S().parcels.ParcelRing.get(3));
+
+    // Columns 22-24 and 26 of the working line come from what is typed there.
+    auto* working = In<QComboBox>("frmAttributes", "cboParcel");
+    QString typed = working->currentText();
+    typed.replace(21, 3, QStringLiteral("XYZ"));
+    working->setEditText(typed);
+    QVERIFY(!In<QComboBox>("frmAttributes", "cboNote")->isEditable());
+    In<QPushButton>("frmAttributes", "cmdApply")->click();
+    QCOMPARE(Mid(S().parcels.ParcelLine.get(3), 22, 3), std::string("XYZ"));
+
+    // With the index box emptied nothing is written anywhere, index 0 least of all.
+    In<QLineEdit>("frmAttributes", "txtIndex")->clear();
+    In<QPushButton>("frmAttributes", "cmdApply")->click();
+    QVERIFY(boxes_->Asked(kMsgNoParcelShown));
+    QVERIFY(S().parcels.ParcelLine.get(0).empty());
+  }
+
+  // Closing with unsaved edits answered No, another job opened and closed: no question about
+  // edits it never had, and none of its files touched.
+  void noEditOfOneJobIsAskedAboutInTheNext() {
+    Open(jobA_);
+    const QByteArray iidA = Bytes(Job(jobA_, ".IID"));
+    Action("mnuOptionsParcel")->trigger();
+    Action("Centroid")->trigger();
+    ClickParcel(2);
+    EditAcreage(QStringLiteral("1"));
+    boxes_->answers.push_back(QMessageBox::No);
+    Action("mnuFileClose")->trigger();
+    QVERIFY(boxes_->Asked(kUnsavedQuestion));
+    QCOMPARE(Bytes(Job(jobA_, ".IID")), iidA);
+
+    boxes_->texts.clear();
+    Open(jobB_);
+    std::map<QString, QByteArray> before = Files(jobB_);
+    Action("mnuFileClose")->trigger();
+    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
+    std::map<QString, QByteArray> after = Files(jobB_);
+    // Open writes TEMP.JOB and the support files, and Close removes the support files.
+    for (const char* written : {"TEMP.JOB", "Nad27.con", "Nad83.con", "Table.dat", "Zone.dat"}) {
+      before.erase(QString::fromLatin1(written));
+      after.erase(QString::fromLatin1(written));
+    }
+    QCOMPARE(after, before);
+  }
+
+  // "Create New" in the survey list, then a click on another survey, then OK: a new block is
+  // appended and the survey clicked stays as it was.
+  void aNewSurveyIsAppendedAfterAClickInTheList() {
+    Open(jobA_);
+    const QByteArray sid = Bytes(Job(jobA_, ".sid"));
+    Action("mnuEditSurveys")->trigger();
+    In<QPushButton>("frmListSurveys", "cmdCreateNew")->click();
+    ChooseRow("frmListSurveys", "lstSurveys", 1);
+    QVERIFY(Form("frmSidEdit")->isVisible());
+    for (const auto& [field, text] : {std::pair{"txtName", "NEW 2026"}, std::pair{"txtConstant", ".030"},
+                                      std::pair{"txtPpm", "100.0"}, std::pair{"txtSeconds", "30.0"}}) {
+      auto* edit = In<QLineEdit>("frmSidEdit", field);
+      edit->selectAll();
+      QTest::keyClicks(edit, QString::fromLatin1(text));
+    }
+    In<QPlainTextEdit>("frmSidEdit", "txtComments")->setPlainText(QStringLiteral("C A NEW SURVEY"));
+    In<QPushButton>("frmSidEdit", "cmdOK")->click();
+    const QByteArray now = Bytes(Job(jobA_, ".sid"));
+    QVERIFY(now.startsWith(sid));
+    QVERIFY(now.mid(sid.size()).startsWith("SNEW 2026"));
+    QCOMPARE(S().surveys.SurveyCount, std::int16_t(In<QListWidget>("frmListSurveys", "lstSurveys")->count()));
+  }
+
+  // Job A with every kind of state, closed; job B opened: nothing of A is left, in the stores, the
+  // flags, the windows or the picture.
+  void nothingOfAClosedJobIsLeftInTheNext() {
+    Open(jobA_);
+    Action("mnuOptionsParcel")->trigger();
+    Action("Centroid")->trigger();
+    ClickParcel(1);
+    EditAcreage(QStringLiteral("2"));
+    LinkCama();
+    Action("Select")->trigger();
+    ClickAt(S().points.PointX(10), S().points.PointY(10));
+    Action("Centroid")->trigger();
+    ClickParcel(1);  // the parcel and its link record
+    Action("mnuOptionsParcelIds")->setChecked(true);
+    In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(1);
+    In<QPushButton>("frmTesting", "cmdCama")->click();
+    Action("mnuCommandCadastralADD")->trigger();
+    Action("mnuEditSurveys")->trigger();
+    Action("mnuCommandCadastralIrregular")->trigger();
+    S().sectionDefinitions.sections[6].CentreFlag = true;
+    const char* windows[] = {"frmSelectedPoints", "frmTesting", "frmCamaParcel", "frmADD", "frmListSurveys", "frmTWP"};
+    for (const char* name : windows) QVERIFY2(Form(name)->isVisible(), name);
+
+    boxes_->answers.push_back(QMessageBox::No);
+    Action("mnuFileClose")->trigger();
+    for (const char* name : windows) QVERIFY2(!Form(name)->isVisible(), name);
+    Open(jobB_);
+    QCOMPARE(S().parcels.ParcelDirty, std::int16_t{0});
+    QCOMPARE(S().SelectionCount, std::int16_t{0});
+    QVERIFY(S().selection.PointList.empty() && S().selection.ParcelList().empty() && S().selection.LineList.empty());
+    QCOMPARE(S().cama.LinkCount, std::int16_t{0});
+    QCOMPARE(S().cama.CamaCount, std::int16_t{0});
+    QVERIFY(S().cama.CamaParcelRows.empty());
+    QVERIFY(S().calculations.Definitions.empty() && S().calculations.NotPoints.empty());
+    QVERIFY(!S().sectionDefinitions.sections[6].CentreFlag);
+    QCOMPARE(S().ToolMode, ToolMode::ZoomPan);
+    QCOMPARE(S().parcels.ParcelLine.get(1), Lines(Job(jobB_, ".IID"))[1]);
+
+    // The picture is that of B opened in a program that never saw A.
+    ViewWindow fresh(tools_);
+    fresh.resize(W().size());
+    fresh.show();
+    fresh.Load();
+    fresh.findChild<QAction*>(QStringLiteral("mnuOptionsParcel"))->trigger();
+    fresh.findChild<QAction*>(QStringLiteral("mnuViewCama"))->setChecked(true);
+    const QString def = Job(jobB_, ".def");
+    OpenJob(fresh.session(), def.toStdString(), QFileInfo(def).fileName().toStdString());
+    QCOMPARE(W().canvas().Picture(), fresh.canvas().Picture());
+  }
+};
+
+}  // namespace tessel
+
+QTEST_MAIN(tessel::SessionScenarios)
+#include "session_scenarios_test.moc"
