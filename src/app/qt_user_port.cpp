@@ -6,7 +6,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
-#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -116,7 +115,9 @@ void QtUserPort::ShowForm(const std::string& form) {
   if (auto* widget = window_.findChild<QWidget*>(QString::fromStdString(form))) {
     // Asked for again while open, a form shows the session as it is now: Qt sends no show event
     // to a visible window.
-    if (widget->isVisible()) QMetaObject::invokeMethod(widget, "Reload");
+    if (widget->isVisible() && widget->metaObject()->indexOfSlot("Reload()") >= 0) {
+      QMetaObject::invokeMethod(widget, "Reload");
+    }
     widget->show();
     widget->raise();
   }
