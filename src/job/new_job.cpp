@@ -5,6 +5,7 @@
 #include "datasets/coordinate_files.h"
 #include "datasets/identity.h"
 #include "job/job_menus.h"
+#include "job/job_state.h"
 #include "datasets/line_files.h"
 #include "job/load_sequence.h"
 #include "model/paths.h"
@@ -20,6 +21,12 @@ bool NewJobNext(Session& session) {
   request.save = true;
   const auto choice = session.user.ChooseFile(request);
   if (!choice) return false;
+  // The new job's stores are empty: nothing of a job open before is kept, its unsaved parcel
+  // edits offered for saving first.
+  if (!AskToSaveParcels(session)) return false;
+  const bool jobWasOpen = !session.JobBase.empty();
+  ResetJobState(session);
+  if (jobWasOpen && session.display) session.display->ClearCanvas();
   NewIdentity(session, choice->fileName, choice->fileTitle);
   // The dialog leaves the current folder at the new job's folder.
   session.CurrentFolder = session.JobFolder;
@@ -38,6 +45,8 @@ bool ExistingJobRoute(Session& session) {
   request.initialFolder = session.JobFolder.empty() ? RecallFolder(session) : session.JobFolder;
   const auto choice = session.user.ChooseFile(request);
   if (!choice) return false;
+  if (!AskToSaveParcels(session)) return false;
+  ResetJobState(session);
   OpenIdentityUpper(session, choice->fileName, choice->fileTitle);
   session.CurrentFolder = session.JobFolder;
   session.user.SetEnabled("mnuFileClose", true);

@@ -363,6 +363,18 @@ TEST_F(NewJob, NextMakesTheIdentityMenusSupportFilesAndStartsJobpropsAndCancelDo
   Choose(JobDir() + "x.def");  // a typed extension is kept whole
   ASSERT_TRUE(NewJobNext(session));
   EXPECT_EQ(session.JobName, "X.DEF");
+
+  // Started over a job with stores and unsaved parcel edits: the edits are offered for saving,
+  // and the new job's stores are empty.
+  session.parcels.ParcelCount = 1;
+  session.parcels.ParcelDirty = -1;
+  session.selection.PointList = {"picked"};
+  user.answers = {Answer::No};
+  Choose(JobDir() + "third");
+  ASSERT_TRUE(NewJobNext(session));
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{kMsgParcelEditsUnsaved});
+  EXPECT_EQ(session.parcels.ParcelCount + session.parcels.ParcelDirty, 0);
+  EXPECT_TRUE(session.selection.PointList.empty());
 }
 
 // The process's current folder moved for the length of a test.
