@@ -50,6 +50,25 @@ QList<ToolLogEntry> Ended(const Session& session) {
   return ended;
 }
 
+// A session on a job in `folder`, its tools in `tools`, whose launches are real (the Qt process
+// port) and whose messages are recorded.
+struct JobWithRealLaunches {
+  JobWithRealLaunches(const QString& tools, const QString& folder, const std::string& name)
+      : processes(window), session(user, canvas, processes) {
+    processes.Attach(&session);
+    session.ToolFolder = tools.toStdString();
+    session.JobFolder = folder.toStdString() + "/";
+    session.JobBase = session.JobFolder + name;
+    session.JobName = name;
+    session.CurrentFolder = session.JobFolder;
+  }
+  QMainWindow window;
+  RecordingUserPort user;
+  NullCanvas canvas;
+  QtProcessPort processes;
+  Session session;
+};
+
 }  // namespace
 
 class ArchiveFormsTest : public QObject {
@@ -150,17 +169,9 @@ class ArchiveFormsTest : public QObject {
     QVERIFY(QFile::setPermissions(lha, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     QVERIFY(WriteText(job.filePath("J1.def"), "J1\r\n"));
     QVERIFY(WriteText(job.filePath("J1.raw"), "R\r\n"));
-    QMainWindow window;
-    RecordingUserPort user;
-    NullCanvas canvas;
-    QtProcessPort processes(window);
-    Session session(user, canvas, processes);
-    processes.Attach(&session);
-    session.ToolFolder = tools.path().toStdString();
-    session.JobFolder = job.path().toStdString() + "/";
-    session.JobBase = session.JobFolder + "J1";
-    session.JobName = "J1";
-    session.CurrentFolder = session.JobFolder;
+    JobWithRealLaunches run(tools.path(), job.path(), "J1");
+    RecordingUserPort& user = run.user;
+    Session& session = run.session;
 
     LzhSave(session);
     const QString base = QString::fromStdString(session.JobBase);
@@ -187,17 +198,9 @@ class ArchiveFormsTest : public QObject {
     QVERIFY(WriteText(lha, "#!/bin/sh\nexit 2\n"));
     QVERIFY(QFile::setPermissions(lha, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     QVERIFY(WriteText(job.filePath("J1.def"), "J1\r\n"));
-    QMainWindow window;
-    RecordingUserPort user;
-    NullCanvas canvas;
-    QtProcessPort processes(window);
-    Session session(user, canvas, processes);
-    processes.Attach(&session);
-    session.ToolFolder = tools.path().toStdString();
-    session.JobFolder = job.path().toStdString() + "/";
-    session.JobBase = session.JobFolder + "J1";
-    session.JobName = "J1";
-    session.CurrentFolder = session.JobFolder;
+    JobWithRealLaunches run(tools.path(), job.path(), "J1");
+    RecordingUserPort& user = run.user;
+    Session& session = run.session;
 
     // An archiver that ends with an error is told when it ends.
     LzhSave(session);
@@ -235,17 +238,9 @@ class ArchiveFormsTest : public QObject {
     const QStringList job = samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files, QDir::Name);
     QVERIFY(job.size() >= 10);
     for (const QString& name : job) QVERIFY(QFile::copy(samples.filePath(name), QDir(folder).filePath(name)));
-    QMainWindow window;
-    RecordingUserPort user;
-    NullCanvas canvas;
-    QtProcessPort processes(window);
-    Session session(user, canvas, processes);
-    processes.Attach(&session);
-    session.ToolFolder = root.path().toStdString();  // no lha there: the one on the search path
-    session.JobFolder = folder.toStdString() + "/";
-    session.JobBase = session.JobFolder + "T12NR04E";
-    session.JobName = "T12NR04E";
-    session.CurrentFolder = session.JobFolder;
+    // No lha in the tool folder: the one on the search path.
+    JobWithRealLaunches run(root.path(), folder, "T12NR04E");
+    Session& session = run.session;
 
     LzhSave(session);
     // The archiver's end is reported; a slow machine may take its time.
@@ -265,7 +260,7 @@ class ArchiveFormsTest : public QObject {
     QVERIFY(ended);
     QCOMPARE(Ended(session).size(), 1);
     QCOMPARE(Ended(session)[0].exitCode, std::optional<int>(0));
-    QVERIFY(user.messages.empty());
+    QVERIFY(run.user.messages.empty());
   }
 };
 

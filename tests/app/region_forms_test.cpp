@@ -6,8 +6,6 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMessageBox>
-#include <QTimer>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -15,6 +13,7 @@
 #include <QtTest>
 
 #include "app/view_window.h"
+#include "message_boxes.h"
 #include "model/text_file.h"
 #include "regions/ui/region_forms.h"
 
@@ -67,13 +66,8 @@ class RegionFormsTest : public QObject {
     WriteFileBytes(dir + "T1.COR", JoinCrLf({cor("100100", "1000.000", "2000.000"), cor("100200", "1000.000", "2100.000")}));
     WriteFileBytes(dir + "T2.COR", JoinCrLf({cor("100100", "1000.200", "2000.100"), cor("300300", "5000.000", "2100.000")}));
     WriteFileBytes(dir + "REG.how", "T1\r\n\r\nT2\r\n");
-    Session& s = w.session();
-    s.JobFolder = dir;
-    s.JobBase = dir + "REG";
-    s.JobName = "REG";
-    s.CurrentFolder = dir;
-    s.RegionJobFolder = dir;
-    s.RegionJobName = "REG";
+    UseRegion(dir);
+    const Session& s = w.session();
 
     w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
     auto* form = w.findChild<QWidget*>(QStringLiteral("frmRegion"));
@@ -113,23 +107,9 @@ class RegionFormsTest : public QObject {
     const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
     WriteFileBytes(dir + "REG.how", "T1\r\nT2\r\n");
     WriteFileBytes(dir + "REG.lsa", "merged before\r\n");
-    Session& s = w.session();
-    s.JobFolder = dir;
-    s.JobBase = dir + "REG";
-    s.JobName = "REG";
-    s.CurrentFolder = dir;
-    s.RegionJobFolder = dir;
-    s.RegionJobName = "REG";
-    QStringList boxes;
-    QTimer answer;
-    answer.setInterval(20);
-    connect(&answer, &QTimer::timeout, [&boxes] {
-      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-        boxes << box->text();
-        box->accept();
-      }
-    });
-    answer.start();
+    UseRegion(dir);
+    MessageBoxes answered;
+    const QStringList& boxes = answered.texts;
     w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
     auto* form = w.findChild<RegionForm*>(QStringLiteral("frmRegion"));
     const auto button = [form](const char* name) { return form->findChild<QPushButton*>(QString::fromLatin1(name)); };
@@ -167,25 +147,11 @@ class RegionFormsTest : public QObject {
     WriteFileBytes(dir + "REG.def", JoinCrLf({"REG", "", "", "2", "", "", "Y"}));
     // The region as its opening leaves it: TEMP.JOB names it for the tools.
     WriteFileBytes(dir + "TEMP.JOB", "REG\r\n");
-    Session& s = w.session();
-    s.JobFolder = dir;
-    s.JobBase = dir + "REG";
-    s.JobName = "REG";
-    s.CurrentFolder = dir;
-    s.RegionJobFolder = dir;
-    s.RegionJobName = "REG";
+    UseRegion(dir);
 
     // Every message box of the run is answered with its default button, and noted.
-    QStringList boxes;
-    QTimer answer;
-    answer.setInterval(20);
-    connect(&answer, &QTimer::timeout, [&boxes] {
-      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-        boxes << box->text();
-        box->accept();
-      }
-    });
-    answer.start();
+    MessageBoxes answered;
+    const QStringList& boxes = answered.texts;
     w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
     auto* form = w.findChild<RegionForm*>(QStringLiteral("frmRegion"));
     const auto click = [form](const char* name) {
@@ -234,6 +200,17 @@ class RegionFormsTest : public QObject {
   }
 
  private:
+  // The region REG in `dir` as its opening leaves the session.
+  void UseRegion(const std::string& dir) {
+    Session& s = window_->session();
+    s.JobFolder = dir;
+    s.JobBase = dir + "REG";
+    s.JobName = "REG";
+    s.CurrentFolder = dir;
+    s.RegionJobFolder = dir;
+    s.RegionJobName = "REG";
+  }
+
   std::unique_ptr<QTemporaryDir> tools_;
   std::unique_ptr<QTemporaryDir> jobs_;
   std::unique_ptr<ViewWindow> window_;

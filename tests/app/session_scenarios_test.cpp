@@ -4,28 +4,25 @@
 // of one job is left in the next.
 
 #include <QAction>
-#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
 #include <cstdio>
-#include <deque>
 #include <map>
 #include <memory>
 #include <string>
 
 #include "app/view_window.h"
+#include "message_boxes.h"
 #include "calculations/calculation_files.h"
 #include "job/load_sequence.h"
 #include "model/selection_checks.h"
@@ -60,40 +57,6 @@ std::vector<std::string> Lines(const QString& path) {
   while (!in.Eof()) lines.push_back(in.ReadLine());
   return lines;
 }
-
-// Answers the program's message boxes as they come, each with the next prepared button (or the
-// box's default), and keeps their texts.
-class Boxes : public QObject {
- public:
-  Boxes() {
-    timer_.setInterval(5);
-    connect(&timer_, &QTimer::timeout, this, [this] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      if (!box) return;
-      texts.push_back(box->text().toStdString());
-      QAbstractButton* button = nullptr;
-      if (!answers.empty()) {
-        button = box->button(answers.front());
-        answers.pop_front();
-      }
-      if (!button) button = box->defaultButton() ? box->defaultButton() : box->buttons().value(0);
-      button->click();
-    });
-    timer_.start();
-  }
-  bool Asked(const std::string& part) const {
-    for (const std::string& text : texts) {
-      if (text.find(part) != std::string::npos) return true;
-    }
-    return false;
-  }
-
-  std::deque<QMessageBox::StandardButton> answers;
-  std::vector<std::string> texts;
-
- private:
-  QTimer timer_;
-};
 
 }  // namespace
 
@@ -164,7 +127,7 @@ class SessionScenarios : public QObject {
   std::unique_ptr<QTemporaryDir> root_;
   QString tools_, jobA_, jobB_;
   std::unique_ptr<ViewWindow> window_;
-  std::unique_ptr<Boxes> boxes_;
+  std::unique_ptr<MessageBoxes> boxes_;
 
  private slots:
   void initTestCase() {
@@ -193,7 +156,7 @@ class SessionScenarios : public QObject {
     window_->resize(1000, 750);
     window_->show();
     window_->Load();
-    boxes_ = std::make_unique<Boxes>();
+    boxes_ = std::make_unique<MessageBoxes>();
   }
 
   void cleanup() {
@@ -216,7 +179,7 @@ class SessionScenarios : public QObject {
     QVERIFY(Form("frmTWP")->isVisible());
     In<QPushButton>("frmTWP", "cmdCompute")->click();
     QVERIFY(Bytes(QDir(jobA_).filePath(QStringLiteral("standin.log"))).startsWith("splitplan\t"));
-    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
+    QVERIFY(!boxes_->Asked(QString::fromLatin1(kUnsavedQuestion)));
     QCOMPARE(S().parcels.ParcelDirty, std::int16_t{-1});
 
     Action("mnuFileSave")->trigger();
@@ -228,7 +191,7 @@ class SessionScenarios : public QObject {
     saved.insert(saved.begin() + 1, "Tessel Edited: " + original[1]);
     QCOMPARE(Bytes(Job(jobA_, ".IID")), QByteArray::fromStdString(JoinCrLf(saved)));
     Action("mnuFileClose")->trigger();
-    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
+    QVERIFY(!boxes_->Asked(QString::fromLatin1(kUnsavedQuestion)));
   }
 
   // List [A, B1, B2, C]: B is edited while A is deleted. The save writes B where it stands now.
@@ -266,7 +229,7 @@ class SessionScenarios : public QObject {
     boxes_->answers.push_back(QMessageBox::Yes);
     In<QPushButton>("frmADD", "cmdDelete")->click();
     QVERIFY(!Form("frmADDCalcs")->isVisible());
-    QVERIFY(boxes_->Asked(kMsgDefinitionGone));
+    QVERIFY(boxes_->Asked(QString::fromLatin1(kMsgDefinitionGone)));
     QCOMPARE(Bytes(Job(jobA_, ".add")), QByteArray::fromStdString(JoinCrLf({saved1, b2})));
   }
 
@@ -322,14 +285,14 @@ class SessionScenarios : public QObject {
     QCOMPARE(S().selection.ParcelPicks().size(), std::size_t{4});
     Action("mnuPopupParcelProperties")->trigger();
     QVERIFY(!Form("frmAttributes")->isVisible());
-    QVERIFY(boxes_->Asked(kMsgSelectionHoldsLinks));
+    QVERIFY(boxes_->Asked(QString::fromLatin1(kMsgSelectionHoldsLinks)));
     Action("mnuPopupParcelQuickEdit")->trigger();
     QVERIFY(!Form("frmQuickEdit")->isVisible());
 
     Action("mnuOptionsParcelIds")->setChecked(true);
     In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(0);
     In<QPushButton>("frmTesting", "cmdCama")->click();
-    QVERIFY(boxes_->Asked(kMsgRowHoldsParcel));
+    QVERIFY(boxes_->Asked(QString::fromLatin1(kMsgRowHoldsParcel)));
     QVERIFY(!Form("frmCamaParcel")->isVisible());
     In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(1);
     In<QPushButton>("frmTesting", "cmdCama")->click();
@@ -367,7 +330,7 @@ class SessionScenarios : public QObject {
     // With the index box emptied nothing is written anywhere, index 0 least of all.
     In<QLineEdit>("frmAttributes", "txtIndex")->clear();
     In<QPushButton>("frmAttributes", "cmdApply")->click();
-    QVERIFY(boxes_->Asked(kMsgNoParcelShown));
+    QVERIFY(boxes_->Asked(QString::fromLatin1(kMsgNoParcelShown)));
     QVERIFY(S().parcels.ParcelLine.get(0).empty());
   }
 
@@ -382,14 +345,14 @@ class SessionScenarios : public QObject {
     EditAcreage(QStringLiteral("1"));
     boxes_->answers.push_back(QMessageBox::No);
     Action("mnuFileClose")->trigger();
-    QVERIFY(boxes_->Asked(kUnsavedQuestion));
+    QVERIFY(boxes_->Asked(QString::fromLatin1(kUnsavedQuestion)));
     QCOMPARE(Bytes(Job(jobA_, ".IID")), iidA);
 
     boxes_->texts.clear();
     Open(jobB_);
     std::map<QString, QByteArray> before = Files(jobB_);
     Action("mnuFileClose")->trigger();
-    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
+    QVERIFY(!boxes_->Asked(QString::fromLatin1(kUnsavedQuestion)));
     std::map<QString, QByteArray> after = Files(jobB_);
     // Open writes TEMP.JOB and the support files, and Close removes the support files.
     for (const char* written : {"TEMP.JOB", "Nad27.con", "Nad83.con", "Table.dat", "Zone.dat"}) {
