@@ -326,6 +326,7 @@ class SessionScenarios : public QObject {
     QVERIFY(!In<QComboBox>("frmAttributes", "cboNote")->isEditable());
     In<QPushButton>("frmAttributes", "cmdApply")->click();
     QCOMPARE(Mid(S().parcels.ParcelLine.get(3), 22, 3), std::string("XYZ"));
+    QCOMPARE(working->currentText().toStdString(), S().parcels.ParcelLine.get(3));
 
     // With the index box emptied nothing is written anywhere, index 0 least of all.
     In<QLineEdit>("frmAttributes", "txtIndex")->clear();

@@ -125,41 +125,41 @@ AttributesForm::AttributesForm(Session& session, SelectParcelIdForm* selection, 
     properties_.ChooseSurveyType(ToBytes(surveyType->currentText()));
     Refill();
   });
-  connect(apply, &QPushButton::clicked, this, [this] {
-    Collect();
-    properties_.Apply();
-    Refill();
-  });
-  connect(del, &QPushButton::clicked, this, [this] {
-    Collect();
-    properties_.Delete();
-    Refill();
-  });
-  connect(add, &QPushButton::clicked, this, [this] {
-    Collect();
-    properties_.NewParcel();
-    Refill();
-  });
+  connect(apply, &QPushButton::clicked, this, [this] { Act([this] { properties_.Apply(); }); });
+  connect(del, &QPushButton::clicked, this, [this] { Act([this] { properties_.Delete(); }); });
+  connect(add, &QPushButton::clicked, this, [this] { Act([this] { properties_.NewParcel(); }); });
   connect(ok, &QPushButton::clicked, this, [this] {
-    Collect();
-    if (!properties_.Ok()) return;
+    bool written = false;
+    Act([&] { written = properties_.Ok(); });
+    if (!written) return;
     cancelled_ = true;  // the write has done what closing does
     close();
   });
   connect(cancel, &QPushButton::clicked, this, [this] {
+    acting_ = true;
     properties_.Cancel();
+    acting_ = false;
     cancelled_ = true;
     close();
   });
   connect(lld, &QPushButton::clicked, this, [this] { Listing(false); });
   connect(lot, &QPushButton::clicked, this, [this] { Listing(true); });
   // The drop-down follows the selection and the parcels while the dialog is open.
+  // The dialog's own buttons change them too; what follows those is the button's.
   view_ = std::make_unique<SessionView>(*this, session_, Change::Selection | Change::Parcels, [this] {
-    if (!isVisible()) return;  // opening fills it afresh
+    if (!isVisible() || acting_) return;  // opening fills it afresh
     Collect();
     properties_.Follow();
     Refill();
   });
+}
+
+void AttributesForm::Act(const std::function<void()>& action) {
+  Collect();
+  acting_ = true;
+  action();
+  acting_ = false;
+  Refill();
 }
 
 void AttributesForm::Open() {

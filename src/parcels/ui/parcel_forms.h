@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QWidget>
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -99,6 +100,8 @@ class AttributesForm : public QWidget {
  private:
   void Refill();
   void Collect();
+  // One of the dialog's own steps: the fields collected, the step run, the fields shown again.
+  void Act(const std::function<void()>& action);
   void Listing(bool lot);
   Session& session_;
   ParcelProperties properties_;
@@ -106,6 +109,7 @@ class AttributesForm : public QWidget {
   QButtonGroup* locationGroup_;
   bool filling_ = false;
   bool cancelled_ = false;
+  bool acting_ = false;
   std::unique_ptr<SessionView> view_;
 };
 
