@@ -212,6 +212,20 @@ class ParcelFormsTest : public QObject {
     const QPoint at = QPointF((x - v.ScaleLeft) / v.ScaleWidth * c.width(), (y - v.ScaleTop) / v.ScaleHeight * c.height())
                           .toPoint();
     QCOMPARE(W().canvas().Picture().pixelColor(at).rgb() & 0xFFFFFF, PaletteColour(5));
+
+    // The parcels read again from a file of one section: the listing follows them.
+    QFile iid(jobs_->filePath(QStringLiteral("T12NR04E.IID")));
+    QVERIFY(iid.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = iid.readAll().split('\n');
+    iid.close();
+    const auto first22 = std::find_if(lines.begin(), lines.end(), [](const QByteArray& l) { return l.startsWith("Sec_022"); });
+    QVERIFY(first22 != lines.end() && first22 + 2 < lines.end());
+    QVERIFY(iid.open(QIODevice::WriteOnly));
+    iid.write(lines[0] + "\n" + *first22 + "\n" + *(first22 + 1) + "\n" + *(first22 + 2) + "\n");
+    iid.close();
+    Action("mnuFileReload")->trigger();
+    QCOMPARE(list->count(), 1);
+    QCOMPARE(list->item(0)->text(), QStringLiteral("Sec_022"));
   }
 };
 

@@ -173,9 +173,12 @@ class ParcelLocatorForm : public QWidget {
   ParcelLocator& locator() { return locator_; }
 
  private:
+  // The listing of the key pressed last (0 to 3), made again from the parcels.
+  void List();
   void Show();
   Session& session_;
   ParcelLocator locator_;
+  int listing_ = -1;
   std::unique_ptr<SessionView> view_;
 };
 

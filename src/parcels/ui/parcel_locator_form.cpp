@@ -50,14 +50,12 @@ ParcelLocatorForm::ParcelLocatorForm(Session& session, QWidget* parent)
     auto* b = Button(this, keys[k].first, QString::fromLatin1(keys[k].second));
     buttons->addWidget(b);
     connect(b, &QPushButton::clicked, this, [this, k] {
-      switch (k) {
-        case 0: locator_.AllParcels(); break;
-        case 1: locator_.NonAliquot(); break;
-        case 2: locator_.Sections(); break;
-        case 3: locator_.Nominal(); break;
-        default: Redraw(session_); return;
+      if (k == 4) {
+        Redraw(session_);
+        return;
       }
-      Show();
+      listing_ = static_cast<int>(k);
+      List();
     });
   }
   layout->addLayout(buttons);
@@ -67,8 +65,21 @@ ParcelLocatorForm::ParcelLocatorForm(Session& session, QWidget* parent)
     if (parcel != 0) DrawParcelRing(session_, session_.parcels.ParcelRing.get(parcel));
   });
   resize(420, 360);
-  // A window of the job: it closes with it.
-  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
+  // The listing shown follows the parcels: an entry of an earlier reading would name another.
+  view_ = std::make_unique<SessionView>(*this, session_, Change::Parcels, [this] {
+    if (listing_ >= 0) List();
+  });
+}
+
+void ParcelLocatorForm::List() {
+  switch (listing_) {
+    case 0: locator_.AllParcels(); break;
+    case 1: locator_.NonAliquot(); break;
+    case 2: locator_.Sections(); break;
+    case 3: locator_.Nominal(); break;
+    default: return;
+  }
+  Show();
 }
 
 void ParcelLocatorForm::Show() {
