@@ -20,6 +20,7 @@
 #include "app/tool_log_dock.h"
 #include "app/view_window.h"
 #include "job/load_sequence.h"
+#include "form_test_support.h"
 
 namespace tessel {
 
@@ -56,10 +57,7 @@ class DesktopTest : public QObject {
   void init() {
     tools_ = std::make_unique<QTemporaryDir>();
     jobs_ = std::make_unique<QTemporaryDir>();
-    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
-    for (const QString& name : samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files)) {
-      QVERIFY(QFile::copy(samples.filePath(name), jobs_->filePath(name)));
-    }
+    QVERIFY(CopySampleJob(jobs_->path()));
     window_ = std::make_unique<ViewWindow>(tools_->path());
     window_->resize(1000, 750);
     window_->show();

@@ -20,6 +20,7 @@
 #include "model/recording_ports.h"
 #include "model/session.h"
 #include "tools/launching.h"
+#include "form_test_support.h"
 
 namespace tessel {
 namespace {
@@ -83,14 +84,9 @@ class LaunchTest : public QObject {
     QVERIFY(QDir().mkpath(tools_) && QDir().mkpath(jobs_));
     // One tool in capitals, as some are spelled.
     for (const char* name : {"FITMAIN.EXE", "recpad.exe", "seedxy.exe", "exitcode.exe"}) {
-      const QString copy = QDir(tools_).filePath(QString::fromLatin1(name));
-      QVERIFY(QFile::copy(QStringLiteral(TESSEL_STANDIN), copy));
-      QVERIFY(QFile::setPermissions(copy, QFile::permissions(QStringLiteral(TESSEL_STANDIN))));
+      QVERIFY(InstallStandin(tools_, QString::fromLatin1(name)));
     }
-    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
-    for (const QString& name : samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files)) {
-      QVERIFY(QFile::copy(samples.filePath(name), QDir(jobs_).filePath(name)));
-    }
+    QVERIFY(CopySampleJob(jobs_));
     window_ = std::make_unique<QMainWindow>();
     processes_ = std::make_unique<QtProcessPort>(*window_);
     user_ = RecordingUserPort{};

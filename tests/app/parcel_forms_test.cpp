@@ -21,6 +21,7 @@
 #include "job/load_sequence.h"
 #include "model/config.h"
 #include "parcels/raw_polygons.h"
+#include "form_test_support.h"
 
 namespace tessel {
 
@@ -56,9 +57,8 @@ class ParcelFormsTest : public QObject {
   void init() {
     tools_ = std::make_unique<QTemporaryDir>();
     jobs_ = std::make_unique<QTemporaryDir>();
-    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
-    for (const QString& name : samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files)) {
-      QVERIFY(QFile::copy(samples.filePath(name), jobs_->filePath(name)));
+    QVERIFY(CopySampleJob(jobs_->path()));
+    for (const QString& name : QDir(jobs_->path()).entryList(QDir::Files)) {
       QFile::setPermissions(jobs_->filePath(name), QFile::ReadOwner | QFile::WriteOwner);
     }
     window_ = std::make_unique<ViewWindow>(tools_->path());

@@ -16,6 +16,7 @@
 #include "message_boxes.h"
 #include "model/text_file.h"
 #include "regions/ui/region_forms.h"
+#include "form_test_support.h"
 
 namespace tessel {
 
@@ -130,9 +131,7 @@ class RegionFormsTest : public QObject {
     ViewWindow& w = *window_;
     const QString tools = tools_->path();
     for (const char* name : {"twpjoin", "fitmain", "twpsplit", "twprel"}) {
-      const QString file = QDir(tools).filePath(QString::fromLatin1(name) + QStringLiteral(".exe"));
-      QVERIFY(QFile::copy(QStringLiteral(TESSEL_STANDIN), file));
-      QVERIFY(QFile::setPermissions(file, QFile::permissions(QStringLiteral(TESSEL_STANDIN))));
+      QVERIFY(InstallStandin(tools, QString::fromLatin1(name) + QStringLiteral(".exe")));
     }
     const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
     const auto cor = [](const char* id, const char* x, const char* y) {

@@ -29,6 +29,7 @@
 #include "model/text.h"
 #include "model/text_file.h"
 #include "parcels/parcel_properties.h"
+#include "form_test_support.h"
 
 namespace tessel {
 namespace {
@@ -143,15 +144,9 @@ class SessionScenarios : public QObject {
     jobB_ = root_->filePath(QStringLiteral("jobs/job b"));
     for (const QString& folder : {tools_, jobA_, jobB_}) QVERIFY(QDir().mkpath(folder));
     for (const char* tool : {"splitplan.exe", "recpad.exe"}) {
-      const QString path = QDir(tools_).filePath(QString::fromLatin1(tool));
-      QVERIFY(QFile::copy(QStringLiteral(TESSEL_STANDIN), path));
-      QVERIFY(QFile::setPermissions(path, QFile::permissions(QStringLiteral(TESSEL_STANDIN))));
+      QVERIFY(InstallStandin(tools_, QString::fromLatin1(tool)));
     }
-    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
-    for (const QString& name : samples.entryList({QString::fromLatin1(kJob) + ".*"}, QDir::Files)) {
-      QVERIFY(QFile::copy(samples.filePath(name), QDir(jobA_).filePath(name)));
-      QVERIFY(QFile::copy(samples.filePath(name), QDir(jobB_).filePath(name)));
-    }
+    QVERIFY(CopySampleJob(jobA_) && CopySampleJob(jobB_));
     window_ = std::make_unique<ViewWindow>(tools_);
     window_->resize(1000, 750);
     window_->show();
@@ -406,6 +401,8 @@ class SessionScenarios : public QObject {
     Action("mnuEditSurveys")->trigger();
     Action("mnuCommandCadastralIrregular")->trigger();
     S().sectionDefinitions.sections[6].CentreFlag = true;
+    S().region.match.MatchPoints.at(1) = 5;  // a boundary test's match, drawn at every refresh
+    S().region.match.MatchPointCount = 1;
     const char* windows[] = {"frmSelectedPoints", "frmTesting", "frmCamaParcel", "frmADD", "frmListSurveys", "frmTWP"};
     for (const char* name : windows) QVERIFY2(Form(name)->isVisible(), name);
 
@@ -421,6 +418,7 @@ class SessionScenarios : public QObject {
     QVERIFY(S().cama.CamaParcelRows.empty());
     QVERIFY(S().calculations.Definitions.empty() && S().calculations.NotPoints.empty());
     QVERIFY(!S().sectionDefinitions.sections[6].CentreFlag);
+    QCOMPARE(S().region.match.MatchPointCount, std::int16_t{0});
     QCOMPARE(S().ToolMode, ToolMode::ZoomPan);
     QCOMPARE(S().parcels.ParcelLine.get(1), Lines(Job(jobB_, ".IID"))[1]);
 

@@ -34,6 +34,7 @@
 #include "surveys/raw_records.h"
 #include "surveys/ui/survey_forms.h"
 #include "viewer/ui/selection_forms.h"
+#include "form_test_support.h"
 
 namespace tessel {
 namespace {
@@ -114,13 +115,8 @@ class SurveyFormsTest : public QObject {
     tools_ = root_->filePath(QStringLiteral("tools"));
     jobs_ = root_->filePath(QStringLiteral("job"));
     QVERIFY(QDir().mkpath(tools_) && QDir().mkpath(jobs_));
-    const QString recpad = QDir(tools_).filePath(QStringLiteral("recpad.exe"));
-    QVERIFY(QFile::copy(QStringLiteral(TESSEL_STANDIN), recpad));
-    QVERIFY(QFile::setPermissions(recpad, QFile::permissions(QStringLiteral(TESSEL_STANDIN))));
-    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
-    for (const QString& name : samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files)) {
-      QVERIFY(QFile::copy(samples.filePath(name), QDir(jobs_).filePath(name)));
-    }
+    QVERIFY(InstallStandin(tools_, QStringLiteral("recpad.exe")));
+    QVERIFY(CopySampleJob(jobs_));
     window_ = std::make_unique<QMainWindow>();
     window_->menuBar()->addMenu(QStringLiteral("&Edit"))->setObjectName(QStringLiteral("mnuEdit"));
     processes_ = std::make_unique<QtProcessPort>(*window_);

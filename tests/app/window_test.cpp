@@ -16,6 +16,7 @@
 
 #include "app/view_window.h"
 #include "job/load_sequence.h"
+#include "form_test_support.h"
 
 namespace tessel {
 namespace {
@@ -56,10 +57,7 @@ class WindowTest : public QObject {
   void init() {
     tools_ = std::make_unique<QTemporaryDir>();
     jobs_ = std::make_unique<QTemporaryDir>();
-    const QDir samples(QStringLiteral(TESSEL_SAMPLES_DIR));
-    for (const QString& name : samples.entryList({QStringLiteral("T12NR04E.*")}, QDir::Files)) {
-      QVERIFY(QFile::copy(samples.filePath(name), jobs_->filePath(name)));
-    }
+    QVERIFY(CopySampleJob(jobs_->path()));
     // The last job folder remembered beside the program.
     QFile hst(tools_->filePath(QStringLiteral("Tessel.hst")));
     QVERIFY(hst.open(QIODevice::WriteOnly));

@@ -181,57 +181,6 @@ TEST_F(LoadSequence, CloseEmptiesEverythingAndTurnsTheMenusBack) {
   EXPECT_EQ(user.title, "Tessel ");
 }
 
-// Every kind of state a job leaves is gone after Close: the next job starts from nothing.
-TEST_F(LoadSequence, CloseLeavesNothingOfTheJobBehind) {
-  WriteJobFiles(jobPath);
-  Open();
-  int jobChanges = 0;
-  const auto watch = session.changes.Observe(Change::Job, [&](Changes) { ++jobChanges; });
-  Selection& sel = session.selection;
-  sel.PointList = {"100100    1000     1000"};
-  sel.LineList = {"line"};
-  sel.AddParcelEntry("Sec_001", {PickKind::Parcel, 1, session.parcels.Reading});
-  sel.SelectedParcels.at(0) = 1;
-  session.SelectionCount = 3;
-  session.parcels.ParcelLine.at(1) = "Sec_001 edited";
-  session.parcels.ParcelDirty = -1;
-  session.cama.LinkCount = 1;
-  session.cama.LinkX.at(1) = 1.0;
-  session.cama.CamaRecords.at(1) = "record";
-  session.cama.CamaParcelRows = {"Sec 01 NE"};
-  session.calculations.Definitions = {"definition"};
-  session.sectionDefinitions.sections[6].CentreFlag = true;
-  session.region.match.MatchPoints.at(1) = 2;
-  session.region.match.MatchPointCount = 1;
-  session.ToolMode = ToolMode::MoveParcel;
-  const unsigned parcelReading = session.parcels.Reading;
-  user.answers = {Answer::No};
-  ASSERT_TRUE(FileClose(session));
-
-  EXPECT_EQ(jobChanges, 1);
-  EXPECT_EQ(session.parcels.ParcelDirty, 0);
-  EXPECT_EQ(session.SelectionCount, 0);
-  EXPECT_TRUE(sel.PointList.empty() && sel.LineList.empty() && sel.ParcelList().empty() && sel.ParcelPicks().empty());
-  EXPECT_EQ(sel.SelectedParcels.get(0), 0);
-  EXPECT_EQ(session.cama.LinkCount, 0);
-  EXPECT_EQ(session.cama.LinkX.get(1), 0.0);
-  EXPECT_EQ(session.cama.CamaRecords.get(1), "");
-  EXPECT_TRUE(session.cama.CamaParcelRows.empty());
-  EXPECT_TRUE(session.calculations.Definitions.empty());
-  EXPECT_FALSE(session.sectionDefinitions.sections[6].CentreFlag);
-  EXPECT_EQ(session.region.match.MatchPointCount, 0);
-  EXPECT_EQ(session.region.match.MatchPoints.get(1), 0);
-  EXPECT_EQ(session.ToolMode, ToolMode::ZoomPan);
-  EXPECT_NE(session.parcels.Reading, parcelReading);
-  // The next job asks about nothing of this one and writes none of its edits.
-  const std::string iid = ReadJob("T1N2E.iid");
-  Open();
-  user.messages.clear();
-  FileClose(session);
-  EXPECT_TRUE(user.messages.empty());
-  EXPECT_EQ(ReadJob("T1N2E.iid"), iid);
-}
-
 // A reload that would empty a parcel store holding unsaved edits asks Close's question first;
 // the reload of the job's lines after a computation keeps the edits and the parcel selection.
 TEST_F(LoadSequence, ReloadsKeepParcelEditsThatAreNotSaved) {

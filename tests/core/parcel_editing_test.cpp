@@ -116,14 +116,7 @@ TEST_F(ParcelEditing, OpeningWithoutSelectionRefusesAndShowingFillsTheFields) {
 // whatever SelectedParcels holds at the entry's position.
 TEST_F(ParcelEditing, TheEditorsTakeOnlyTheParcelsTheEntriesAre) {
   ParcelProperties form(session);
-  // Points picked before: the shared count puts parcel 3 at the array's second place.
-  session.SelectionCount = 1;
   Select({3});
-  ASSERT_EQ(session.selection.SelectedParcels.get(0), 0);
-  ASSERT_TRUE(form.Open());
-  EXPECT_EQ(form.indexText, "3");
-  EXPECT_EQ(form.ring, kRing2);
-
   // A link record among the entries: refused by each editor, and nothing is written.
   session.selection.AddParcelEntry("06041201100000002", {PickKind::LinkRecord, 1, session.cama.LinkReading});
   user.messages.clear();

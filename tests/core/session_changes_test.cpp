@@ -1,35 +1,23 @@
 // The session's change notes: who hears what, and observers that end their own or another's
-// observation, or outlive the session, while changes are told.
+// observation, or outlive the notifier, while changes are told.
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "model/session_changes.h"
 
 namespace tessel {
 namespace {
 
-TEST(SessionChanges, EachObserverHearsWhatConcernsItUntilItsSubscriptionEnds) {
-  ChangeNotifier notifier;
-  std::vector<std::string> heard;
-  auto parcels = notifier.Observe(Change::Parcels | Change::Selection, [&](Changes c) {
-    heard.push_back("parcels " + std::to_string(c));
-  });
-  auto cama = notifier.Observe(Change::Cama, [&](Changes) { heard.push_back("cama"); });
-  notifier.Notify(Change::Selection);
-  notifier.Notify(Change::Cama | Change::Parcels);
-  notifier.Notify(Change::Calculations);
-  cama.Reset();
-  notifier.Notify(Change::Cama);
-  EXPECT_EQ(heard, (std::vector<std::string>{"parcels " + std::to_string(Change::Selection),
-                                             "parcels " + std::to_string(Change::Cama | Change::Parcels), "cama"}));
-}
-
 TEST(SessionChanges, ObserversMayEndObservationsWhileBeingToldAndOutliveTheNotifier) {
   auto notifier = std::make_unique<ChangeNotifier>();
+  // Only the kinds an observer asked for reach it.
+  Changes heard = 0;
+  auto cama = notifier->Observe(Change::Cama, [&](Changes c) { heard |= c; });
+  notifier->Notify(Change::Selection);
+  notifier->Notify(Change::Cama | Change::Parcels);
+  EXPECT_EQ(heard, Change::Cama | Change::Parcels);
   int first = 0, second = 0;
   ChangeNotifier::Subscription later;
   // The first ends the second's observation (a window closing another): the second hears nothing.
