@@ -196,10 +196,9 @@ std::optional<DefinitionSpan> RefindEntry(const std::vector<std::string>& list, 
   // Outward from the old place: an equal definition elsewhere in the list is taken only when the
   // one edited has moved.
   for (int distance = 0; distance <= count; ++distance) {
-    for (const int at : {entry.first - distance, entry.first + distance}) {
-      if (holds(at)) return DefinitionSpan{at, at + size};
-      if (distance == 0) break;
-    }
+    const int before = entry.first - distance, after = entry.first + distance;
+    if (holds(before)) return DefinitionSpan{before, before + size};
+    if (distance > 0 && holds(after)) return DefinitionSpan{after, after + size};
   }
   return std::nullopt;
 }

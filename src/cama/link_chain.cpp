@@ -60,6 +60,29 @@ bool Stop(Session& s, const std::string& message) {
   return false;
 }
 
+// The link tables emptied and numbered anew, without telling anyone: the caller fills or tells.
+void EmptyLinkTables(CamaStore& c) {
+  ++c.LinkReading;
+  c.CamaRecords.clear();
+  c.ClotLines.clear();
+  c.LinkGeocode.clear();
+  c.LinkChain.clear();
+  c.LinkX.clear();
+  c.LinkY.clear();
+  c.LinkColor.clear();
+  c.CamaPickIndex.clear();
+  c.SectionCamaCounts.fill(0);
+  c.LinkCount = 0;
+  c.CamaCount = 0;
+  c.LinkLoadedCount = 0;
+}
+
+// The CAMA parcel list follows the records it lists, and every window of the link is told.
+void LinkTablesChanged(Session& s) {
+  if (!s.cama.CamaParcelSection.empty()) FillCamaParcelRows(s, s.cama.CamaParcelSection);
+  s.Changed(Change::Cama);
+}
+
 }  // namespace
 
 unsigned LinkCanvasColour(const std::string& colour) {
@@ -343,11 +366,12 @@ bool RunLinkChain(Session& s) {
 }
 
 bool LoadLinkFile(Session& s) {
-  ClearCamaVariables(s);
   CamaStore& c = s.cama;
+  EmptyLinkTables(c);
   const std::string mtcPath = s.DatasetPath(".mtc");
   std::string mtc;
   if (!ReadFileBytes(mtcPath, mtc)) {
+    LinkTablesChanged(s);
     s.user.Message("The link file " + mtcPath + " could not be read.", Icon::Exclamation);
     return false;
   }
@@ -381,8 +405,7 @@ bool LoadLinkFile(Session& s) {
     } catch (const RuntimeFault&) {
     }
   }
-  if (!c.CamaParcelSection.empty()) FillCamaParcelRows(s, c.CamaParcelSection);
-  s.Changed(Change::Cama);
+  LinkTablesChanged(s);
   return true;
 }
 
@@ -407,24 +430,10 @@ void LinkParcelsWithCama(Session& s) {
   RedrawLinks(s);
 }
 
+
 void ClearCamaVariables(Session& s) {
-  CamaStore& c = s.cama;
-  ++c.LinkReading;
-  c.CamaRecords.clear();
-  c.ClotLines.clear();
-  c.LinkGeocode.clear();
-  c.LinkChain.clear();
-  c.LinkX.clear();
-  c.LinkY.clear();
-  c.LinkColor.clear();
-  c.CamaPickIndex.clear();
-  c.SectionCamaCounts.fill(0);
-  c.LinkCount = 0;
-  c.CamaCount = 0;
-  c.LinkLoadedCount = 0;
-  // The CAMA parcel list follows the records it lists: none now.
-  if (!c.CamaParcelSection.empty()) FillCamaParcelRows(s, c.CamaParcelSection);
-  s.Changed(Change::Cama);
+  EmptyLinkTables(s.cama);
+  LinkTablesChanged(s);
 }
 
 void DeleteOldCama(Session& s) {

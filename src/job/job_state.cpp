@@ -28,13 +28,6 @@ void ClearStores(Session& session, bool keepParcels) {
   }
 }
 
-bool ParcelStoreMustStay(Session& session) {
-  if (session.parcels.ParcelDirty == 0) return false;
-  const Answer answer = session.user.Message(kMsgParcelEditsUnsaved, Icon::None, Buttons::YesNo);
-  if (answer != Answer::Yes) return false;
-  return !WriteParcels(session);
-}
-
 void ResetJobState(Session& session) {
   // The windows close first, each as its own close would leave things; what they leave is
   // emptied below.

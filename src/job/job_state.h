@@ -11,7 +11,8 @@ inline constexpr const char* kMsgParcelEditsUnsaved =
     "Parcel attribute edits have not been saved.\r\nWould you like to save file now?";
 
 // Close's question about unsaved parcel edits, and its Yes. False when the edits were to be saved
-// and could not be: the user has been told, and the edits are still in memory.
+// and could not be: the user has been told, and the edits are still in memory. Asked too before a
+// reload empties the parcel store, which it then keeps, edits and all, on false.
 bool AskToSaveParcels(Session& session);
 
 // The job's windows are told to close, then every store, table, selection, link table and flag
@@ -24,10 +25,5 @@ void ResetJobState(Session& session);
 // `keepParcels`. Picked points keep their entries (they are found again by identifier after the
 // load); the selection of parcels goes with the store it points into.
 void ClearStores(Session& session, bool keepParcels = false);
-
-// Before a reload would empty a parcel store that holds unsaved edits: the close's question. Yes
-// saves them; No drops them. True when the store must stay as it is, because the save failed
-// (the user has been told): a reload then reads everything else and keeps the edits.
-bool ParcelStoreMustStay(Session& session);
 
 }  // namespace tessel

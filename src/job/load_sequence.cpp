@@ -159,7 +159,7 @@ void RedrawReloaded(Session& session, LoadCase loaded) {
 
 }  // namespace
 
-LoadCase LoadOnly(Session& session) { return Reload(session, ParcelStoreMustStay(session)); }
+LoadCase LoadOnly(Session& session) { return Reload(session, !AskToSaveParcels(session)); }
 
 void ReloadJob(Session& session) {
   session.user.SetPointer(Pointer::Hourglass);

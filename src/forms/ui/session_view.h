@@ -21,6 +21,8 @@ class SessionView {
   // `window`.
   SessionView(QWidget& window, Session& session, Changes topics, std::function<void()> refill,
               OnJobChange onJobChange = OnJobChange::Close);
+  // A window of the job that shows nothing that changes under it: it only closes with the job.
+  SessionView(QWidget& window, Session& session) : SessionView(window, session, Changes{0}, [] {}) {}
 
  private:
   ChangeNotifier::Subscription subscription_;

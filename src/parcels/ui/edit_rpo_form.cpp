@@ -65,8 +65,7 @@ EditRpoForm::EditRpoForm(Session& session, QWidget* parent) : QDialog(parent), s
     CancelRawPolygonTags(session_);
     reject();
   });
-  // A window of the job: it closes with it.
-  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
+  view_ = std::make_unique<SessionView>(*this, session_);  // closes with the job
 }
 
 void EditRpoForm::Open() {

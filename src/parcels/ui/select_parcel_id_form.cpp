@@ -62,8 +62,7 @@ SelectParcelIdForm::SelectParcelIdForm(Session& session, QWidget* parent)
   connect(ok, &QPushButton::clicked, this, [this] { Ok(); });
   connect(cancel, &QPushButton::clicked, this, [this] { close(); });
   resize(520, 480);
-  // A window of the job: it closes with it.
-  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
+  view_ = std::make_unique<SessionView>(*this, session_);  // closes with the job
 }
 
 void SelectParcelIdForm::OpenForMultiple(std::vector<ListingRecord> recordsIn) {

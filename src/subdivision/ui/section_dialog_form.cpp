@@ -95,8 +95,7 @@ SectionDialogForm::SectionDialogForm(Session& session, QWidget* parent)
     });
   }
   layout->addLayout(row);
-  // A window of the job: it closes with it.
-  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
+  view_ = std::make_unique<SessionView>(*this, session_);  // closes with the job
 }
 
 void SectionDialogForm::Load(const SectionForm& form) {

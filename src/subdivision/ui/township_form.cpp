@@ -85,8 +85,7 @@ TownshipForm::TownshipForm(Session& session, QWidget* parent) : QWidget(parent, 
     Refresh();
   };
   resize(320, 340);
-  // A window of the job: it closes with it.
-  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
+  view_ = std::make_unique<SessionView>(*this, session_);  // closes with the job
 }
 
 void TownshipForm::ClickSection(int section) {

@@ -145,7 +145,7 @@ SidEditForm::SidEditForm(Session& session, QWidget* parent) : QDialog(parent), s
   connect(Button(this, buttons, "cmdOK", QStringLiteral("OK")), &QPushButton::clicked, this, [this] { Save(); });
   connect(Button(this, buttons, "cmdCancel", QStringLiteral("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
   // A save finds its survey again by its S line; the form only closes with the job.
-  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
+  view_ = std::make_unique<SessionView>(*this, session_);
 }
 
 QLineEdit* SidEditForm::AddText(QWidget* owner, int box, const char* name, int decimals) {
@@ -356,7 +356,7 @@ EditRawDataForm::EditRawDataForm(Session& session, QWidget* parent) : QDialog(pa
   connect(Button(this, buttons, "cmdOK", QStringLiteral("OK")), &QPushButton::clicked, this, [this] { Save(); });
   connect(Button(this, buttons, "cmdCancel", QStringLiteral("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
   // A save finds its record again by its fields; the form only closes with the job.
-  view_ = std::make_unique<SessionView>(*this, session_, Changes{0}, [] {});
+  view_ = std::make_unique<SessionView>(*this, session_);
 }
 
 bool EditRawDataForm::Open(int entry) {
