@@ -5,7 +5,7 @@ set -euo pipefail
 # clang-14 and its runtime build the sanitizer tests and the libFuzzer targets.
 # libgdal-dev writes the GIS and CAD exports; gdal-bin brings ogrinfo, which the export tests use.
 # jlha-utils is the lha that makes LZH archives (on Java; lhasa only extracts), for the LZH tests.
-packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev nlohmann-json3-dev libgtest-dev libzip-dev zip unzip
+packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev nlohmann-json3-dev libgtest-dev libzip-dev zip unzip libeigen3-dev
           libgdal-dev gdal-bin
           xvfb xauth
           clang-14 libclang-rt-14-dev

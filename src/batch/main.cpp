@@ -11,6 +11,7 @@
 //   tessel-batch cama-unused PATH.def
 //   tessel-batch export PATH.def OUT.gpkg|OUT.geojson|OUT.shp|OUT.dxf [--crs EPSG:NNNN] [--layers a,b,...]
 //                       [--tool-folder DIR]
+//   tessel-batch adjust PATH.def [--control-sigma S] [--json]
 //
 // dump and render open the job as File Open does (identity, TEMP.JOB, support files, every
 // reader in order, the first drawing) and close it again as Close does. dump prints the stores as
@@ -23,6 +24,8 @@
 // link carries after loading .mtc; their messages go to standard error.
 // export opens the job as dump does and writes its layers to a GIS or CAD file through GDAL: the
 // files written and the feature counts to standard output, warnings to standard error.
+// adjust runs the built-in least squares adjustment of the record data on the job's files, without
+// opening the job: it writes the report <job>.tla and prints it, or with --json one JSON object.
 
 #include <algorithm>
 #include <cstdlib>
@@ -34,6 +37,7 @@
 #include <vector>
 
 #include "archives/apd_import.h"
+#include "batch/adjust_command.h"
 #include "batch/batch_session.h"
 #include "batch/cama_commands.h"
 #include "batch/irr_dump.h"
@@ -53,7 +57,8 @@ constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
     "[--size WxH] [--layers a,b,...] [--background 1|2] [--all-labels] | apd-import PATH.def | region-test REGION.def "
     "[--tolerance T] [--pretty] | cama-import PATH.def DATABASE [--code CODE] [--append] | cama-link PATH.def | "
-    "cama-unused PATH.def | export PATH.def OUT.gpkg|.geojson|.shp|.dxf [--crs EPSG:NNNN] [--layers a,b,...]; "
+    "cama-unused PATH.def | export PATH.def OUT.gpkg|.geojson|.shp|.dxf [--crs EPSG:NNNN] [--layers a,b,...] | "
+    "adjust PATH.def [--control-sigma S] [--json]; "
     "all but irr take "
     "[--tool-folder DIR]";
 
@@ -68,8 +73,9 @@ struct Arguments {
   std::string toolFolder;
   bool pretty = false;
   std::optional<std::string> size, layers, background, tolerance, crs;
-  std::optional<std::string> code;
+  std::optional<std::string> code, controlSigma;
   bool append = false;
+  bool json = false;
   bool allLabels = false;
 };
 
@@ -91,6 +97,8 @@ std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::
     else if (arg == "--append") a.append = true;
     else if (arg == "--all-labels") a.allLabels = true;
     else if (arg == "--crs" && hasValue) a.crs = args[++i];
+    else if (arg == "--control-sigma" && hasValue) a.controlSigma = args[++i];
+    else if (arg == "--json") a.json = true;
     else if (arg.starts_with("--")) return std::nullopt;
     else a.positional.push_back(arg);
   }
@@ -259,6 +267,13 @@ int main(int argc, char** argv) {
     if (a->command == "cama-unused") return tessel::RunCamaUnused(a->positional[0], a->toolFolder);
   }
   if (a->command == "export") return Export(*a);
+  if (a->command == "adjust") {
+    if (a->positional.size() != 1 || a->pretty || a->size || a->layers || a->background || a->tolerance || a->crs ||
+        a->code || a->append) {
+      return Fail(kUsage);
+    }
+    return tessel::RunAdjust(a->positional[0], a->controlSigma, a->json);
+  }
 #ifdef TESSEL_WITH_RENDER
   if (a->command == "render") return Render(*a);
 #else
