@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <Eigen/Dense>
+#include <Eigen/OrderingMethods>
+#include <Eigen/SparseCholesky>
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
@@ -14,6 +16,7 @@
 
 #include "adjustment/adjustment_report.h"
 #include "adjustment/chi_square.h"
+#include "adjustment/selected_inverse.h"
 #include "datasets/coordinate_files.h"
 #include "jobgen/job_files.h"
 #include "jobgen/survey_network.h"
@@ -100,6 +103,42 @@ TEST(AdjustmentInput, ReadsTheFieldsAndDirectivesByTheirColumns) {
   ASSERT_EQ(control.size(), 2u);
   EXPECT_EQ(control[1].id, "100700");
   EXPECT_DOUBLE_EQ(control[1].y, 507971.101);
+}
+
+TEST(SelectedInverse, EqualsTheDenseInverseOnEveryPairTheNormalMatrixHolds) {
+  // A normal matrix shaped as a network's: stations on a grid, two unknowns each, coupled with
+  // their neighbours, plus a few long lines across; random values, diagonally dominant.
+  constexpr int kSide = 9, kN = 2 * kSide * kSide;
+  jobgen::Random random(3);
+  std::vector<Eigen::Triplet<double>> entries;
+  const auto couple = [&](int a, int b) {
+    for (int i = 0; i < 2; ++i) {
+      for (int k = 0; k < 2; ++k) {
+        const double v = random.Uniform(-1, 1);
+        entries.emplace_back(2 * a + i, 2 * b + k, v);
+        entries.emplace_back(2 * b + k, 2 * a + i, v);
+      }
+    }
+  };
+  for (int s = 0; s < kSide * kSide; ++s) {
+    if (s % kSide + 1 < kSide) couple(s, s + 1);
+    if (s + kSide < kSide * kSide) couple(s, s + kSide);
+    if (s % 17 == 0) couple(s, (s * 7 + 5) % (kSide * kSide) == s ? (s + 1) % (kSide * kSide) : (s * 7 + 5) % (kSide * kSide));
+  }
+  for (int i = 0; i < kN; ++i) entries.emplace_back(i, i, 40.0 + random.Uniform());
+  Eigen::SparseMatrix<double> normal(kN, kN);
+  normal.setFromTriplets(entries.begin(), entries.end());
+  Eigen::SimplicialLDLT<Eigen::SparseMatrix<double>, Eigen::Lower, Eigen::AMDOrdering<int>> factor(normal);
+  ASSERT_EQ(factor.info(), Eigen::Success);
+  const SelectedInverse q(factor.matrixL().nestedExpression(), factor.vectorD(), factor.permutationP().indices());
+  const Eigen::MatrixXd dense = Eigen::MatrixXd(normal).inverse();
+  int pairs = 0;
+  for (int k = 0; k < normal.outerSize(); ++k) {
+    for (Eigen::SparseMatrix<double>::InnerIterator it(normal, k); it; ++it, ++pairs) {
+      ASSERT_NEAR(q(static_cast<int>(it.row()), k), dense(it.row(), k), 1e-12) << it.row() << "," << k;
+    }
+  }
+  EXPECT_GT(pairs, 8 * kN);
 }
 
 // A network of fixed A and B, four stations between them, a side shot to P5 and a survey whose
