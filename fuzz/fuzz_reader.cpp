@@ -12,6 +12,7 @@
 
 #include <unistd.h>
 
+#include "adjustment/least_squares.h"
 #include "archives/apd_import.h"
 #include "calculations/calculation_files.h"
 #include "calculations/computing.h"
