@@ -1,5 +1,6 @@
 #include "app/subsystem_forms.h"
 
+#include "adjustment/ui/adjustment_form.h"
 #include "archives/ui/archive_forms.h"
 #include "help/ui/help_forms.h"
 #include "calculations/ui/calculation_forms.h"
@@ -24,6 +25,7 @@ void InstallSubsystemForms(QMainWindow& window, Session& session) {
   InstallSurveysForms(window, session);
   InstallCamaForms(window, session);
   InstallGisExportForms(window, session);
+  InstallAdjustmentForms(window, session);
 }
 
 }  // namespace tessel

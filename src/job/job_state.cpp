@@ -43,6 +43,7 @@ void ResetJobState(Session& session) {
   session.cama.LinkReading = linkReading + 1;
   // The boundary match tables point into this job's point store; the console's own settings stay.
   session.region.match.Clear();
+  session.adjustmentOverlay.Clear();
   session.selection.Clear();
   session.SelectionCount = 0;
   session.extents = JobExtents{};

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/adjustment_overlay.h"
 #include "model/note_lines.h"
 #include "model/calculation_lists.h"
 #include "model/point_picks.h"
@@ -79,6 +80,8 @@ struct Session {
   CamaStore cama;
   // The region console and its boundary match test.
   RegionState region;
+  // The error ellipses and flagged observations of the adjustment window's result.
+  AdjustmentOverlay adjustmentOverlay;
 
   ViewState view;
   ViewChecks checks;

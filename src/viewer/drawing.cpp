@@ -198,6 +198,18 @@ void DrawRegionMatches(Painter& p) {
   }
 }
 
+// The adjustment window's error ellipses and flagged observations, solid whatever the line type.
+void DrawAdjustmentOverlay(Painter& p) {
+  p.c.SetPenStyle(0);
+  for (const OverlayPolyline& line : p.s.adjustmentOverlay.lines) {
+    p.c.SetPenWidth(line.penWidth);
+    for (std::size_t k = 3; k < line.xy.size(); k += 2) {
+      p.c.Line(line.xy[k - 3], line.xy[k - 2], line.xy[k - 1], line.xy[k], line.colour);
+    }
+  }
+  p.c.SetPenWidth(1);
+}
+
 // A layer that meets a fault ends there; the refresh goes on with the next layer. Labels are
 // kept apart from those of their own layer only.
 template <typename F>
@@ -270,6 +282,7 @@ void RefreshView(Session& s) {
     Layer(p.c, [&] { DrawHiddenLines(p); });
   }
   if (s.region.match.Drawn) Layer(p.c, [&] { DrawRegionMatches(p); });
+  if (!s.adjustmentOverlay.Empty()) Layer(p.c, [&] { DrawAdjustmentOverlay(p); });
   Layer(p.c, [&] { DrawSelectionMarks(p); });
   s.user.Status(kLabelsPanel, LabelsHiddenText(p.c.HiddenLabels()));
   // Texts drawn between refreshes (picks, outlines) are drawn as they fall.
