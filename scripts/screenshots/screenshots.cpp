@@ -118,6 +118,18 @@ int main(int argc, char** argv) {
     }
     township->close();
   }
+  Shoot(window, "mnuCommandAdjust", QStringLiteral("frmAdjustment"), QStringLiteral("adjustment-window.png"),
+        [](QWidget& form) {
+          form.resize(860, 560);
+          if (auto* run = form.findChild<QPushButton*>(QStringLiteral("cmdRun"))) run->click();
+          auto* accept = form.findChild<QPushButton*>(QStringLiteral("cmdAccept"));
+          for (int waited = 0; accept && !accept->isEnabled() && waited < 10000; waited += 100) Settle(100);
+        });
+  if (QWidget* adjustment = FindForm(QStringLiteral("frmAdjustment"))) {
+    // The canvas with the error ellipses the window draws over the job.
+    Save(window, QStringLiteral("adjustment-ellipses.png"));
+    adjustment->close();
+  }
   Shoot(window, "mnuHelpContents", QStringLiteral("frmHelp"), QStringLiteral("help-window.png"), [](QWidget& form) {
     form.resize(1000, 680);
     if (auto* help = qobject_cast<tessel::HelpWindow*>(&form)) help->Search(QStringLiteral("double corner"));
