@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <numbers>
-#include <numeric>
 #include <unordered_map>
 
 namespace tessel::adjustment {
