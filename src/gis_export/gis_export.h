@@ -50,6 +50,20 @@ bool ResolveExportCrs(const Session& session, const std::string& crsText, std::o
 // link file, or (with a warning) when it cannot be read.
 std::optional<std::vector<CamaLinkRecord>> JobCamaLinks(const Session& session, std::vector<std::string>& warnings);
 
+// The layers built and the system resolved: everything of an export but the writing.
+struct GisExportPlan {
+  std::vector<GisLayer> layers;
+  std::optional<GisCrs> crs;
+};
+
+// Checks the request's layers, resolves its system and builds the layers; false, with the
+// report's error set, when there is nothing to write. The report gathers the warnings and the
+// system's name either way.
+bool PrepareGisExport(const Session& session, const GisExportRequest& request, GisExportPlan& plan,
+                      GisExportReport& report);
+// The report of a write of the plan: its error, or the files, counts and GDAL's warnings.
+void FinishGisExport(const GisExportPlan& plan, const GisWriteResult& written, GisExportReport& report);
+
 // Exports the open job's stores; the cama_links layer from the request's link records, else from
 // the job's .mtc.
 GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request);

@@ -1,0 +1,241 @@
+#include "db_export/db_writer.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "db_export/db_target.h"
+
+#ifdef TESSEL_WITH_GDAL
+#include <cpl_conv.h>
+#include <gdal.h>
+#include <ogr_api.h>
+#include <ogr_srs_api.h>
+
+#include "gis_export/gdal_support.h"
+#endif
+
+namespace tessel {
+
+#ifndef TESSEL_WITH_GDAL
+
+GisWriteResult ReplaceTownship(const std::vector<GisLayer>&, const std::string&, const std::string&,
+                               const std::optional<GisCrs>&) {
+  GisWriteResult result;
+  result.error = kNoGdalText;
+  return result;
+}
+
+#else
+
+namespace {
+
+// The key of the advisory lock under which an export makes and changes tables: "TSSL".
+constexpr const char* kTableLock = "SELECT pg_advisory_xact_lock(1414746956)";
+
+// GDAL's PostgreSQL driver writes features with COPY rather than one INSERT each, for this
+// thread while the writer runs.
+class CopyMode {
+ public:
+  CopyMode() {
+    const char* was = CPLGetThreadLocalConfigOption("PG_USE_COPY", nullptr);
+    if (was != nullptr) was_ = was;
+    CPLSetThreadLocalConfigOption("PG_USE_COPY", "YES");
+  }
+  ~CopyMode() { CPLSetThreadLocalConfigOption("PG_USE_COPY", was_ ? was_->c_str() : nullptr); }
+  CopyMode(const CopyMode&) = delete;
+  CopyMode& operator=(const CopyMode&) = delete;
+
+ private:
+  std::optional<std::string> was_;
+};
+
+class OpenDataset {
+ public:
+  explicit OpenDataset(GDALDatasetH h) : h_(h) {}
+  ~OpenDataset() {
+    if (h_ != nullptr) GDALClose(h_);
+  }
+  OpenDataset(const OpenDataset&) = delete;
+  OpenDataset& operator=(const OpenDataset&) = delete;
+  GDALDatasetH get() const { return h_; }
+
+ private:
+  GDALDatasetH h_;
+};
+
+// Runs a statement that returns no rows we need.
+bool Execute(GDALDatasetH ds, const std::string& sql, GdalMessages& messages) {
+  const std::size_t before = messages.failures.size();
+  OGRLayerH rows = GDALDatasetExecuteSQL(ds, sql.c_str(), nullptr, nullptr);
+  if (rows != nullptr) GDALDatasetReleaseResultSet(ds, rows);
+  return messages.failures.size() == before;
+}
+
+std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
+
+// The layer's table, made when missing; nullptr with `error` set when it cannot be.
+OGRLayerH TableOf(GDALDatasetH ds, bool database, const GisLayer& layer, OGRSpatialReferenceH srs,
+                  GdalMessages& messages, std::string& error) {
+  OGRLayerH table = GDALDatasetGetLayerByName(ds, layer.name.c_str());
+  if (table != nullptr) return table;
+  messages.failures.clear();
+  const char* options[] = {"GEOMETRY_NAME=geom", "FID=fid", database ? "SPATIAL_INDEX=GIST" : "SPATIAL_INDEX=YES",
+                           nullptr};
+  table = GDALDatasetCreateLayer(ds, layer.name.c_str(), srs, WkbOf(layer.kind), const_cast<char**>(options));
+  if (table == nullptr) {
+    error = "the table " + layer.name + " cannot be made: " + OneLineDbError(messages.LastFailure());
+    return nullptr;
+  }
+  std::vector<FieldDef> fields{{kTownshipColumn, FieldType::Text}};
+  fields.insert(fields.end(), layer.fields.begin(), layer.fields.end());
+  for (const FieldDef& field : fields) {
+    OGRFieldDefnH def = OGR_Fld_Create(field.name.c_str(), OgrTypeOf(field.type));
+    const OGRErr made = OGR_L_CreateField(table, def, TRUE);
+    OGR_Fld_Destroy(def);
+    if (made != OGRERR_NONE) {
+      error = "the column " + field.name + " of " + layer.name + " cannot be made: " +
+              OneLineDbError(messages.LastFailure());
+      return nullptr;
+    }
+  }
+  return table;
+}
+
+// The column of each of the layer's fields in the table; false, with `error` set, when the table
+// lacks one (a table of the same name that Tessel did not make, or made for other fields).
+bool ColumnsOf(OGRLayerH table, const GisLayer& layer, int& townshipColumn, std::vector<int>& columns,
+               std::string& error) {
+  OGRFeatureDefnH defn = OGR_L_GetLayerDefn(table);
+  townshipColumn = OGR_FD_GetFieldIndex(defn, kTownshipColumn);
+  if (townshipColumn < 0) {
+    error = "the table " + layer.name + " has no " + kTownshipColumn + " column, so Tessel did not make it; " +
+            "export to another schema or database";
+    return false;
+  }
+  columns.clear();
+  for (const FieldDef& field : layer.fields) {
+    const int column = OGR_FD_GetFieldIndex(defn, field.name.c_str());
+    if (column < 0) {
+      error = "the table " + layer.name + " has no column " + field.name;
+      return false;
+    }
+    columns.push_back(column);
+  }
+  return true;
+}
+
+bool WriteFeatures(OGRLayerH table, const GisLayer& layer, const std::string& township, GdalMessages& messages,
+                   std::string& error) {
+  int townshipColumn = -1;
+  std::vector<int> columns;
+  if (!ColumnsOf(table, layer, townshipColumn, columns, error)) return false;
+  OGRFeatureDefnH defn = OGR_L_GetLayerDefn(table);
+  const std::string name = Utf8(township);
+  for (const GisFeature& feature : layer.features) {
+    OGRFeatureH f = OGR_F_Create(defn);
+    OGR_F_SetFieldString(f, townshipColumn, name.c_str());
+    SetFeatureValues(f, columns, feature);
+    OGR_F_SetGeometryDirectly(f, GeometryOf(layer.kind, feature.vertices));
+    const OGRErr written = OGR_L_CreateFeature(table, f);
+    OGR_F_Destroy(f);
+    if (written != OGRERR_NONE) {
+      error = "a feature of " + layer.name + " cannot be written: " + OneLineDbError(messages.LastFailure());
+      return false;
+    }
+  }
+  return true;
+}
+
+GDALDatasetH Open(const std::string& target, bool database, GdalMessages& messages, std::string& error) {
+  GDALDatasetH ds = nullptr;
+  if (database) {
+    const char* drivers[] = {"PostgreSQL", nullptr};
+    ds = GDALOpenEx(target.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, drivers, nullptr, nullptr);
+  } else {
+    std::error_code ec;
+    if (std::filesystem::exists(target, ec)) {
+      const char* drivers[] = {"GPKG", nullptr};
+      ds = GDALOpenEx(target.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, drivers, nullptr, nullptr);
+    } else if (GDALDriverH driver = GDALGetDriverByName("GPKG"); driver != nullptr) {
+      ds = GDALCreate(driver, target.c_str(), 0, 0, 0, GDT_Unknown, nullptr);
+    }
+  }
+  if (ds == nullptr) {
+    error = OneLineDbError(messages.LastFailure().empty() ? "it cannot be opened" : messages.LastFailure());
+  }
+  return ds;
+}
+
+}  // namespace
+
+GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::string& target,
+                               const std::string& township, const std::optional<GisCrs>& crs) {
+  GisWriteResult result;
+  GDALAllRegister();
+  GdalMessages messages;
+  CopyMode copy;
+  const bool database = IsDatabaseTarget(target);
+  const std::string shown = database ? RedactedTarget(target) : target;
+
+  OGRSpatialReferenceH srs = nullptr;
+  struct SrsHolder {
+    OGRSpatialReferenceH h = nullptr;
+    ~SrsHolder() {
+      if (h != nullptr) OSRDestroySpatialReference(h);
+    }
+  } holder;
+  if (crs) {
+    holder.h = OSRNewSpatialReference(nullptr);
+    OSRSetAxisMappingStrategy(holder.h, OAMS_TRADITIONAL_GIS_ORDER);
+    if (OSRImportFromWkt(holder.h, std::vector<char*>{const_cast<char*>(crs->wkt.c_str())}.data()) != OGRERR_NONE) {
+      result.error = "The coordinate reference system " + crs->name + " cannot be used.";
+      return result;
+    }
+    srs = holder.h;
+  }
+
+  std::string error;
+  OpenDataset ds(Open(target, database, messages, error));
+  if (ds.get() == nullptr) {
+    result.error = shown + ": " + error;
+    return result;
+  }
+  if (GDALDatasetStartTransaction(ds.get(), FALSE) != OGRERR_NONE) {
+    result.error = shown + ": no transaction can be started: " + OneLineDbError(messages.LastFailure());
+    return result;
+  }
+  // From here on a failure rolls the township back as it stood.
+  auto fail = [&](const std::string& why) {
+    GDALDatasetRollbackTransaction(ds.get());
+    result.error = shown + ": " + township + " was not written, " + why;
+    return result;
+  };
+  if (database && !Execute(ds.get(), kTableLock, messages)) {
+    return fail("the database refused its lock: " + OneLineDbError(messages.LastFailure()));
+  }
+  for (const GisLayer& layer : layers) {
+    OGRLayerH table = TableOf(ds.get(), database, layer, srs, messages, error);
+    if (table == nullptr) return fail(error);
+    const std::string tableName = Quoted(OGR_L_GetName(table));
+    if (!Execute(ds.get(), "CREATE INDEX IF NOT EXISTS " + Quoted(layer.name + "_township") + " ON " + tableName +
+                               " (" + kTownshipColumn + ")",
+                 messages) ||
+        !Execute(ds.get(), "DELETE FROM " + tableName + " WHERE " + kTownshipColumn + " = " + SqlText(Utf8(township)),
+                 messages)) {
+      return fail("the old rows of " + layer.name + " cannot be removed: " + OneLineDbError(messages.LastFailure()));
+    }
+    if (!WriteFeatures(table, layer, township, messages, error)) return fail(error);
+  }
+  if (GDALDatasetCommitTransaction(ds.get()) != OGRERR_NONE) {
+    result.error = shown + ": " + township + " was not written, " + OneLineDbError(messages.LastFailure());
+    return result;
+  }
+  result.files.push_back(shown);
+  result.warnings = messages.warnings;
+  result.ok = true;
+  return result;
+}
+
+#endif
+
+}  // namespace tessel

@@ -1,0 +1,37 @@
+#pragma once
+// Exporting every township of a region listing (.how) into one database or GeoPackage: one line
+// of progress a township, a township that fails told and the others exported, and a summary.
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "gis_export/gis_export.h"
+
+namespace tessel {
+
+struct RegionTownship {
+  std::string name;  // the project's name, as the listing gives it
+  std::string def;   // its job definition
+};
+
+// The townships of the region whose .def is given: the projects of its listing, in order, the
+// keywords left out; a project without a folder is in the region's folder. False, with `error`
+// set, when the listing cannot be read.
+bool RegionTownships(const std::string& regionDef, std::vector<RegionTownship>& townships, std::string& error);
+
+// Opens one township, exports it and closes it again.
+using TownshipExport = std::function<GisExportReport(const RegionTownship&)>;
+
+struct RegionExportResult {
+  std::vector<std::string> exported;
+  std::vector<std::string> failed;
+  std::size_t features = 0;
+  bool ok() const { return failed.empty() && !exported.empty(); }
+};
+
+// Exports each township in turn; `line` gets one progress line a township, and the summary last.
+RegionExportResult ExportRegion(const std::vector<RegionTownship>& townships, const TownshipExport& exportOne,
+                                const std::function<void(const std::string&)>& line);
+
+}  // namespace tessel
