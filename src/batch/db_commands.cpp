@@ -14,13 +14,17 @@ namespace tessel {
 
 namespace {
 
-// Opens the job, exports it and closes it again. A job whose File Open stopped with an error
-// is not exported: its layers would be those of a half-read job.
+// Opens the job, exports it and closes it again. A job with a file that cannot be read, or whose
+// File Open stopped with an error, is not exported: its layers would be those of a half-read job.
 GisExportReport ExportOne(const std::string& def, const DbExportOptions& options) {
   GisExportReport report;
   std::error_code ec;
   if (!fs::is_regular_file(fs::path(def), ec)) {
     report.error = "no such job definition: " + def;
+    return report;
+  }
+  if (std::string why; !JobFilesReadable(def, why)) {
+    report.error = why;
     return report;
   }
   NullCanvas canvas;

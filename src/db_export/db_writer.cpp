@@ -77,7 +77,17 @@ std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
 OGRLayerH TableOf(GDALDatasetH ds, bool database, const GisLayer& layer, OGRSpatialReferenceH srs,
                   GdalMessages& messages, std::string& error) {
   OGRLayerH table = GDALDatasetGetLayerByName(ds, layer.name.c_str());
-  if (table != nullptr) return table;
+  if (table != nullptr) {
+    // The rows of a table share its system: a township in another would land in the wrong place.
+    OGRSpatialReferenceH has = OGR_L_GetSpatialRef(table);
+    if (srs != nullptr && has != nullptr && !OSRIsSame(has, srs)) {
+      const char* name = OSRGetName(has);
+      error = std::string("the table ") + layer.name + " is in " + (name ? name : "another system") + ", not in " +
+              (OSRGetName(srs) ? OSRGetName(srs) : "the system asked for");
+      return nullptr;
+    }
+    return table;
+  }
   messages.failures.clear();
   const char* options[] = {"GEOMETRY_NAME=geom", "FID=fid", database ? "SPATIAL_INDEX=GIST" : "SPATIAL_INDEX=YES",
                            nullptr};

@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <filesystem>
+#include <fstream>
 
 #include "model/paths.h"
 #include "model/text.h"
@@ -33,6 +34,27 @@ bool RegionTownships(const std::string& regionDef, std::vector<RegionTownship>& 
   if (townships.empty()) {
     error = how + " lists no township.";
     return false;
+  }
+  return true;
+}
+
+bool JobFilesReadable(const std::string& def, std::string& error) {
+  const fs::path path(def);
+  const std::string stem = Upper(path.stem().string());
+  std::error_code ec;
+  fs::directory_iterator it(path.parent_path().empty() ? fs::path(".") : path.parent_path(), ec);
+  if (ec) {
+    error = "the folder of " + def + " cannot be read: " + ec.message();
+    return false;
+  }
+  for (const fs::directory_entry& entry : it) {
+    const fs::path& file = entry.path();
+    if (Upper(file.stem().string()) != stem || file.extension().empty()) continue;
+    std::ifstream in(file, std::ios::binary);
+    if (!entry.is_regular_file(ec) || !in) {
+      error = file.string() + " cannot be read";
+      return false;
+    }
   }
   return true;
 }

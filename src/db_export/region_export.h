@@ -20,6 +20,12 @@ struct RegionTownship {
 // set, when the listing cannot be read.
 bool RegionTownships(const std::string& regionDef, std::vector<RegionTownship>& townships, std::string& error);
 
+// Checks the files of the job beside its .def (every name of the job's with an extension, in any
+// case) before the job is opened: a load takes a file it cannot read for one that is missing,
+// and the township would be exported half-read. False, with `error` naming the file, for one
+// that is no file or cannot be read.
+bool JobFilesReadable(const std::string& def, std::string& error);
+
 // Opens one township, exports it and closes it again.
 using TownshipExport = std::function<GisExportReport(const RegionTownship&)>;
 

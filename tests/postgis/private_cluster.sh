@@ -6,8 +6,9 @@
 #   private_cluster.sh COMMAND [ARGS...]
 #
 # The command sees PGHOST, PGPORT, PGUSER, PGDATABASE and PGPASSFILE (a .pgpass holding the
-# password of PGUSER, which the server asks for), and TESSEL_PG_PASSWORD. The server refuses a
-# wrong password. A cluster that cannot be started fails the run.
+# password of PGUSER, which the server asks for), TESSEL_PG_PASSWORD, and TESSEL_PG_SERVER, a
+# command that stops (`stop`, at once, as a crash would) and starts (`start`) the server again.
+# The server refuses a wrong password. A cluster that cannot be started fails the run.
 set -euo pipefail
 
 bin=${TESSEL_PG_BIN:-/usr/lib/postgresql/15/bin}
@@ -39,12 +40,20 @@ printf '%s\n' "$password" > "$dir/pwfile"
   > "$dir/initdb.log" 2>&1 || { cat "$dir/initdb.log" >&2; echo "private_cluster.sh: initdb failed" >&2; exit 1; }
 rm -f "$dir/pwfile"
 port=$((20000 + RANDOM % 20000))
-"${as[@]}" "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w -t 60 \
-  -o "-c listen_addresses='' -c unix_socket_directories='$dir' -p $port -c fsync=off -c synchronous_commit=off -c full_page_writes=off" \
-  start > /dev/null || { cat "$dir/server.log" >&2; echo "private_cluster.sh: the server did not start" >&2; exit 1; }
+# $TESSEL_PG_SERVER start|stop: the command's way to take the server away and bring it back.
+cat > "$dir/server" <<SERVER
+#!/usr/bin/env bash
+case "\$1" in
+  start) exec ${as[*]} "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w -t 60 \\
+           -o "-c listen_addresses='' -c unix_socket_directories='$dir' -p $port -c fsync=off -c full_page_writes=off" start ;;
+  stop) exec ${as[*]} "$bin/pg_ctl" -D "$dir/data" -m immediate -w stop ;;
+esac
+SERVER
+chmod 755 "$dir/server"
+"$dir/server" start > /dev/null || { cat "$dir/server.log" >&2; echo "private_cluster.sh: the server did not start" >&2; exit 1; }
 
-export PGHOST=$dir PGPORT=$port PGUSER=tessel PGDATABASE=tessel_test PGPASSFILE=$dir/pgpass
-export TESSEL_PG_PASSWORD=$password TESSEL_PG_DATA=$dir/data
+export PATH=$bin:$PATH PGHOST=$dir PGPORT=$port PGUSER=tessel PGDATABASE=tessel_test PGPASSFILE=$dir/pgpass
+export TESSEL_PG_PASSWORD=$password TESSEL_PG_SERVER=$dir/server
 printf '*:*:*:tessel:%s\n' "$password" > "$PGPASSFILE"
 chmod 600 "$PGPASSFILE"
 "$bin/psql" -q -v ON_ERROR_STOP=1 -d postgres -c "CREATE DATABASE tessel_test" > /dev/null
