@@ -8,8 +8,12 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <stdexcept>
 
 #include "cama/link_chain.h"
+#include "db_export/db_export.h"
+#include "db_export/db_target.h"
+#include "db_export/region_export.h"
 #include "gis_export/gis_export.h"
 #include "job/load_sequence.h"
 #include "test_support.h"
@@ -541,7 +545,100 @@ TEST_F(OddJob, UnknownRingPointsAndAbsurdCoordinatesExportWithoutACrash) {
   OGR_F_Destroy(far);
 }
 
+// A GeoPackage gathers townships: each export replaces its own township's rows and no other's.
+TEST_F(SampleExport, GeoPackageOfTownshipsReplacesOneTownshipOnReExport) {
+  GisExportRequest request;
+  request.out = Out("county.gpkg");
+  request.crs = "EPSG:3435";
+  const std::string own = session.JobName;
+  ASSERT_TRUE(ExportJobToDatabase(session, request).ok);
+  session.JobName = "T13NR04E";
+  ASSERT_TRUE(ExportJobToDatabase(session, request).ok);
+  session.JobName = own;
+  const GisExportReport again = ExportJobToDatabase(session, request);
+  ASSERT_TRUE(again.ok) << again.error;
+
+  Dataset ds(Out("county.gpkg"));
+  ASSERT_NE(ds.h, nullptr);
+  for (const auto& [name, count] : Expected()) {
+    OGRLayerH layer = GDALDatasetGetLayerByName(ds.h, name.c_str());
+    ASSERT_NE(layer, nullptr) << name;
+    EXPECT_EQ(AuthorityCode(layer), "3435") << name;
+    for (const std::string& township : {own, std::string("T13NR04E")}) {
+      OGR_L_SetAttributeFilter(layer, ("township = '" + township + "'").c_str());
+      EXPECT_EQ(OGR_L_GetFeatureCount(layer, TRUE), count) << name << " of " << township;
+    }
+  }
+
+  request.crs = "EPSG:26916";
+  const GisExportReport refused = ExportJobToDatabase(session, request);
+  EXPECT_FALSE(refused.ok);
+  EXPECT_NE(refused.error.find("the table points is in NAD83 / Illinois East (ftUS)"), std::string::npos)
+      << refused.error;
+  request.out = Out("county.geojson");
+  EXPECT_FALSE(ExportJobToDatabase(session, request).ok);
+}
+
 #endif
+
+TEST(DatabaseTarget, ConnectionTextsHidePasswordsAndErrorsComeDownToOneLine) {
+  EXPECT_TRUE(IsDatabaseTarget("pg:dbname=county"));
+  EXPECT_FALSE(IsDatabaseTarget("county.gpkg"));
+  DbConnection c{"", "gis.county.local", "5433", "land records", "clerk", "plss"};
+  EXPECT_EQ(ConnectionText(c),
+            "PG:host=gis.county.local port=5433 dbname='land records' user=clerk active_schema=plss");
+  EXPECT_EQ(ConnectionText(DbConnection{"county", "", "", "", "", ""}, "it's"), "PG:service=county password='it\\'s'");
+  EXPECT_EQ(RedactedTarget("PG:dbname=x password='a b' user=y"), "PG:dbname=x password=******** user=y");
+  EXPECT_EQ(RedactedTarget("PG:PASSWORD=abc"), "PG:PASSWORD=********");
+  EXPECT_EQ(OneLineDbError("PQconnectdb failed.\nconnection to server on socket \"/tmp/.s.PGSQL.5432\" failed: "
+                           "FATAL:  password authentication failed for user \"clerk\"\n"),
+            "password authentication failed for user \"clerk\"");
+  EXPECT_EQ(OneLineDbError("PQconnectdb failed.\nconnection to server on socket \"/tmp/.s.PGSQL.1\" failed: No such "
+                           "file or directory\n\tIs the server running locally?\n"),
+            "the server cannot be reached (No such file or directory)");
+  EXPECT_EQ(OneLineDbError("ERROR:  relation \"x\" does not exist\nLINE 1: ..."), "relation \"x\" does not exist");
+  EXPECT_EQ(SqlText("O'Hare"), "'O''Hare'");
+}
+
+using RegionExport = JobFixture;
+
+TEST_F(RegionExport, EveryTownshipIsTriedAndTheFailuresAreCounted) {
+  const fs::path dir = jobPath;
+  const fs::path region = dir / "COUNTY.def";
+  WriteJob("COUNTY.def", {"COUNTY"});
+  WriteJob("county.HOW", {"T1N", "FIXED", "  ", "/elsewhere/T2N/T2N", "T3N"});
+  std::vector<RegionTownship> townships;
+  std::string error;
+  ASSERT_TRUE(RegionTownships(region.string(), townships, error)) << error;
+  ASSERT_EQ(townships.size(), 3u);
+  EXPECT_EQ(townships[0].def, (dir / "T1N.def").string());
+  EXPECT_EQ(townships[1].name, "T2N");
+  EXPECT_EQ(townships[1].def, "/elsewhere/T2N/T2N.def");
+
+  std::vector<std::string> lines;
+  const RegionExportResult result = ExportRegion(
+      townships,
+      [](const RegionTownship& t) {
+        GisExportReport report;
+        if (t.name == "T2N") throw std::runtime_error("disk gone");
+        report.ok = t.name != "T1N";
+        report.error = "no such job definition: " + t.def;
+        report.counts = {{"points", 5}, {"parcels", 2}};
+        return report;
+      },
+      [&lines](const std::string& line) { lines.push_back(line); });
+  EXPECT_FALSE(result.ok());
+  EXPECT_EQ(lines, (std::vector<std::string>{"[1/3] T1N: FAILED: no such job definition: " + townships[0].def,
+                                              "[2/3] T2N: FAILED: disk gone", "[3/3] T3N: 7 features",
+                                              "1 of 3 townships exported, 7 features; failed: T1N T2N"}));
+
+  fs::create_directory(dir / "T3N.COR");
+  WriteJob("T3N.def", {"T3N"});
+  EXPECT_FALSE(JobFilesReadable((dir / "T3N.def").string(), error));
+  EXPECT_EQ(error, (dir / "T3N.COR").string() + " cannot be read");
+  EXPECT_TRUE(JobFilesReadable(townships[0].def, error)) << "no files of the job at all is a missing job, told later";
+  EXPECT_FALSE(RegionTownships((dir / "NONE.def").string(), townships, error));
+}
 
 }  // namespace
 }  // namespace tessel
