@@ -14,18 +14,19 @@ namespace tessel {
 
 namespace {
 
-// Opens the job, exports it and closes it again. A job with a file that cannot be read, or whose
-// File Open stopped with an error, is not exported: its layers would be those of a half-read job.
-GisExportReport ExportOne(const std::string& def, const DbExportOptions& options) {
-  GisExportReport report;
+// Opens the job, builds its layers and closes it again. A job with a file that cannot be read,
+// or whose File Open stopped with an error, is not exported: its layers would be those of a
+// half-read job.
+PreparedTownship PrepareOne(const std::string& def, const DbExportOptions& options) {
+  PreparedTownship prepared;
   std::error_code ec;
   if (!fs::is_regular_file(fs::path(def), ec)) {
-    report.error = "no such job definition: " + def;
-    return report;
+    prepared.report.error = "no such job definition: " + def;
+    return prepared;
   }
   if (std::string why; !JobFilesReadable(def, why)) {
-    report.error = why;
-    return report;
+    prepared.report.error = why;
+    return prepared;
   }
   NullCanvas canvas;
   BatchSession batch(canvas, options.toolFolder);
@@ -35,24 +36,27 @@ GisExportReport ExportOne(const std::string& def, const DbExportOptions& options
   for (std::size_t k = before; k < batch.user().messages.size(); ++k) {
     const RecordedMessage& message = batch.user().messages[k];
     if (message.icon == Icon::Stop) {
-      report.error = "the job cannot be read: " + message.text;
+      prepared.report.error = "the job cannot be read: " + message.text;
       batch.Close();
-      return report;
+      return prepared;
     }
   }
   GisExportRequest request;
   request.out = options.target;
   request.crs = options.crs;
   request.layers = options.layers;
-  report = ExportJobToDatabase(batch.session(), request);
+  prepared.township = TownshipOf(batch.session());
+  prepared.ok = PrepareDatabaseExport(batch.session(), request, prepared.plan, prepared.report);
   batch.Close();
-  return report;
+  return prepared;
 }
 
 }  // namespace
 
 int RunDatabaseExport(const std::string& def, const DbExportOptions& options) {
-  const GisExportReport report = ExportOne(def, options);
+  PreparedTownship prepared = PrepareOne(def, options);
+  GisExportReport& report = prepared.report;
+  if (prepared.ok) FinishGisExport(prepared.plan, WriteDatabaseExport(prepared.plan, options.target, prepared.township), report);
   if (!report.ok) {
     std::cerr << "tessel-batch: " << report.error << "\n";
     return 1;
@@ -71,11 +75,17 @@ int RunRegionExport(const std::string& regionDef, const DbExportOptions& options
     std::cerr << "tessel-batch: " << error << "\n";
     return 2;
   }
+  const bool database = IsDatabaseTarget(options.target);
   std::cout << "exporting " << townships.size() << " townships to "
-            << (IsDatabaseTarget(options.target) ? RedactedTarget(options.target) : options.target) << "\n";
+            << (database ? RedactedTarget(options.target) : options.target) << "\n";
+  // Two townships are written at once into a database, whose server then works on both cores;
+  // a GeoPackage takes one writer at a time.
   const RegionExportResult result = ExportRegion(
-      townships, [&](const RegionTownship& township) { return ExportOne(township.def, options); },
-      [](const std::string& line) { std::cout << line << std::endl; });
+      townships, [&](const RegionTownship& township) { return PrepareOne(township.def, options); },
+      [&](const PreparedTownship& prepared) {
+        return WriteDatabaseExport(prepared.plan, options.target, prepared.township);
+      },
+      [](const std::string& line) { std::cout << line << std::endl; }, database ? 2 : 1);
   return result.ok() ? 0 : 1;
 }
 

@@ -10,27 +10,34 @@ namespace tessel {
 
 std::string TownshipOf(const Session& session) { return Trim(session.JobName); }
 
-GisExportReport ExportJobToDatabase(const Session& session, const GisExportRequest& request) {
-  GisExportReport report;
-  const std::string township = TownshipOf(session);
-  if (session.JobBase.empty() || township.empty()) {
+bool PrepareDatabaseExport(const Session& session, const GisExportRequest& request, GisExportPlan& plan,
+                           GisExportReport& report) {
+  if (session.JobBase.empty() || TownshipOf(session).empty()) {
     report.error = "You must first Open or Create a job.";
-    return report;
+    return false;
   }
   if (!IsDatabaseTarget(request.out) && GisFormatOf(request.out) != GisFormat::GeoPackage) {
     report.error = request.out + ": townships are gathered in a database (PG:...) or a GeoPackage (.gpkg).";
-    return report;
+    return false;
   }
-  GisExportPlan plan;
-  if (!PrepareGisExport(session, request, plan, report)) return report;
-  GisWriteResult written;
+  return PrepareGisExport(session, request, plan, report);
+}
+
+GisWriteResult WriteDatabaseExport(const GisExportPlan& plan, const std::string& target, const std::string& township) {
   try {
-    written = ReplaceTownship(plan.layers, request.out, township, plan.crs);
+    return ReplaceTownship(plan.layers, target, township, plan.crs);
   } catch (const std::exception& fault) {
-    written.ok = false;
-    written.error = RedactedTarget(request.out) + ": " + township + " was not written, " + fault.what();
+    GisWriteResult written;
+    written.error = RedactedTarget(target) + ": " + township + " was not written, " + fault.what();
+    return written;
   }
-  FinishGisExport(plan, written, report);
+}
+
+GisExportReport ExportJobToDatabase(const Session& session, const GisExportRequest& request) {
+  GisExportReport report;
+  GisExportPlan plan;
+  if (!PrepareDatabaseExport(session, request, plan, report)) return report;
+  FinishGisExport(plan, WriteDatabaseExport(plan, request.out, TownshipOf(session)), report);
   return report;
 }
 

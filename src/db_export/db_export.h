@@ -9,6 +9,14 @@
 
 namespace tessel {
 
+// Checks the target and the township and builds the layers: everything of ExportJobToDatabase
+// but the writing. False, with the report's error set, when there is nothing to write.
+bool PrepareDatabaseExport(const Session& session, const GisExportRequest& request, GisExportPlan& plan,
+                           GisExportReport& report);
+
+// Writes the plan's layers as the township's rows of `target`; a fault is its error.
+GisWriteResult WriteDatabaseExport(const GisExportPlan& plan, const std::string& target, const std::string& township);
+
 // Exports the open job's layers into `request.out`, replacing the rows of the job's township
 // there in one transaction. The report names the target (its password hidden) as its file.
 GisExportReport ExportJobToDatabase(const Session& session, const GisExportRequest& request);

@@ -71,6 +71,19 @@ bool Execute(GDALDatasetH ds, const std::string& sql, GdalMessages& messages) {
   return messages.failures.size() == before;
 }
 
+// The number a query of one row and one column answers; nullopt when it fails.
+std::optional<long long> Count(GDALDatasetH ds, const std::string& sql) {
+  OGRLayerH rows = GDALDatasetExecuteSQL(ds, sql.c_str(), nullptr, nullptr);
+  if (rows == nullptr) return std::nullopt;
+  std::optional<long long> value;
+  if (OGRFeatureH f = OGR_L_GetNextFeature(rows); f != nullptr) {
+    value = OGR_F_GetFieldAsInteger64(f, 0);
+    OGR_F_Destroy(f);
+  }
+  GDALDatasetReleaseResultSet(ds, rows);
+  return value;
+}
+
 std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
 
 // The layer's table, made when missing; nullptr with `error` set when it cannot be.
@@ -220,8 +233,19 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::s
     result.error = shown + ": " + township + " was not written, " + why;
     return result;
   };
-  if (database && !Execute(ds.get(), kTableLock, messages)) {
-    return fail("the database refused its lock: " + OneLineDbError(messages.LastFailure()));
+  // Tables are made under a lock held to the end of the transaction: an export that finds one
+  // missing waits for another export making it, then finds it made. Exports into tables that all
+  // stand run side by side.
+  if (database) {
+    // Asked of the database itself: GDAL remembers a table it did not find.
+    std::string names;
+    for (const GisLayer& layer : layers) names += std::string(names.empty() ? "" : ",") + "(" + SqlText(layer.name) + ")";
+    const std::optional<long long> missing = Count(
+        ds.get(), "SELECT count(*) FROM (VALUES " + names + ") AS v(t) WHERE to_regclass(quote_ident(t)) IS NULL");
+    if (!missing) return fail("the database cannot be read: " + OneLineDbError(messages.LastFailure()));
+    if (*missing > 0 && !Execute(ds.get(), kTableLock, messages)) {
+      return fail("the database refused its lock: " + OneLineDbError(messages.LastFailure()));
+    }
   }
   for (const GisLayer& layer : layers) {
     OGRLayerH table = TableOf(ds.get(), database, layer, srs, messages, error);

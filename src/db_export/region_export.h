@@ -26,8 +26,18 @@ bool RegionTownships(const std::string& regionDef, std::vector<RegionTownship>& 
 // that is no file or cannot be read.
 bool JobFilesReadable(const std::string& def, std::string& error);
 
-// Opens one township, exports it and closes it again.
-using TownshipExport = std::function<GisExportReport(const RegionTownship&)>;
+// A township read and its layers built, ready to be written.
+struct PreparedTownship {
+  std::string township;  // the name its rows carry
+  GisExportPlan plan;
+  GisExportReport report;  // the warnings and system so far, or why it cannot be written
+  bool ok = false;
+};
+
+// Opens one township, builds its layers and closes it again.
+using TownshipPrepare = std::function<PreparedTownship(const RegionTownship&)>;
+// Writes a prepared township; may run on a thread of its own beside other writes.
+using TownshipWrite = std::function<GisWriteResult(const PreparedTownship&)>;
 
 struct RegionExportResult {
   std::vector<std::string> exported;
@@ -36,8 +46,11 @@ struct RegionExportResult {
   bool ok() const { return failed.empty() && !exported.empty(); }
 };
 
-// Exports each township in turn; `line` gets one progress line a township, and the summary last.
-RegionExportResult ExportRegion(const std::vector<RegionTownship>& townships, const TownshipExport& exportOne,
-                                const std::function<void(const std::string&)>& line);
+// Exports each township: they are read one after the other, and written by `writers` threads
+// while the next are read. `line` gets one progress line a township as each ends, and the summary
+// last (from the calling thread only).
+RegionExportResult ExportRegion(const std::vector<RegionTownship>& townships, const TownshipPrepare& prepare,
+                                const TownshipWrite& write, const std::function<void(const std::string&)>& line,
+                                int writers = 1);
 
 }  // namespace tessel

@@ -151,6 +151,21 @@ bool WriteJobPrj(const Session& session, int epsg, std::string& error) {
   return true;
 }
 
+bool WriteExportPrj(Session& session, const std::string& crs) {
+  std::string error;
+  const std::optional<int> code = ParseEpsgCode(crs);
+  if (!code) {
+    session.user.Message("Choose a coordinate reference system (EPSG:NNNN) to write to the job's .prj.",
+                         Icon::Exclamation, Buttons::Ok, kGisExportTitle);
+    return false;
+  }
+  if (!WriteJobPrj(session, *code, error)) {
+    session.user.Message(error, Icon::Exclamation, Buttons::Ok, kGisExportTitle);
+    return false;
+  }
+  return true;
+}
+
 bool RunGisExport(Session& session, const GisExportRequest& request, bool writePrj) {
   if (session.JobBase.empty()) {
     session.user.Message("You must first Open or Create a job.", Icon::Exclamation, Buttons::Ok, kGisExportTitle);
@@ -160,19 +175,7 @@ bool RunGisExport(Session& session, const GisExportRequest& request, bool writeP
     session.user.Message("Choose the file to export to.", Icon::Exclamation, Buttons::Ok, kGisExportTitle);
     return false;
   }
-  if (writePrj) {
-    std::string error;
-    const std::optional<int> code = ParseEpsgCode(request.crs);
-    if (!code) {
-      session.user.Message("Choose a coordinate reference system (EPSG:NNNN) to write to the job's .prj.",
-                           Icon::Exclamation, Buttons::Ok, kGisExportTitle);
-      return false;
-    }
-    if (!WriteJobPrj(session, *code, error)) {
-      session.user.Message(error, Icon::Exclamation, Buttons::Ok, kGisExportTitle);
-      return false;
-    }
-  }
+  if (writePrj && !WriteExportPrj(session, request.crs)) return false;
   session.user.SetPointer(Pointer::Hourglass);
   const GisExportReport report = ExportJobToGis(session, request);
   session.user.SetPointer(Pointer::Default);

@@ -72,6 +72,10 @@ GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& r
 // naming the file, when it cannot be written.
 bool WriteJobPrj(const Session& session, int epsg, std::string& error);
 
+// The dialog's "Write this system to the job's .prj": the code given written there, or a box
+// saying why not. True when it was written.
+bool WriteExportPrj(Session& session, const std::string& crs);
+
 // The dialog's Export: with `writePrj` the code given is first written to the job's .prj; then
 // the export runs and a box tells its result, or why it could not run. True when it was written.
 bool RunGisExport(Session& session, const GisExportRequest& request, bool writePrj);

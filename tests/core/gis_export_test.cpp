@@ -615,18 +615,29 @@ TEST_F(RegionExport, EveryTownshipIsTriedAndTheFailuresAreCounted) {
   EXPECT_EQ(townships[1].name, "T2N");
   EXPECT_EQ(townships[1].def, "/elsewhere/T2N/T2N.def");
 
+  // Read one after the other, written by two threads: each township is told once, the failures
+  // of reading and of writing alike, and the summary comes last.
   std::vector<std::string> lines;
   const RegionExportResult result = ExportRegion(
       townships,
       [](const RegionTownship& t) {
-        GisExportReport report;
         if (t.name == "T2N") throw std::runtime_error("disk gone");
-        report.ok = t.name != "T1N";
-        report.error = "no such job definition: " + t.def;
-        report.counts = {{"points", 5}, {"parcels", 2}};
-        return report;
+        PreparedTownship p;
+        p.township = t.name;
+        p.ok = t.name != "T1N";
+        p.report.error = "no such job definition: " + t.def;
+        GisLayer points{"points", GeometryKind::Point, {}, std::vector<GisFeature>(5)};
+        GisLayer parcels{"parcels", GeometryKind::Point, {}, std::vector<GisFeature>(2)};
+        p.plan.layers = {points, parcels};
+        return p;
       },
-      [&lines](const std::string& line) { lines.push_back(line); });
+      [](const PreparedTownship& p) {
+        GisWriteResult written;
+        written.ok = p.township == "T3N";
+        written.error = "refused";
+        return written;
+      },
+      [&lines](const std::string& line) { lines.push_back(line); }, 2);
   EXPECT_FALSE(result.ok());
   EXPECT_EQ(lines, (std::vector<std::string>{"[1/3] T1N: FAILED: no such job definition: " + townships[0].def,
                                               "[2/3] T2N: FAILED: disk gone", "[3/3] T3N: 7 features",
