@@ -32,23 +32,6 @@ namespace {
 // The key of the advisory lock under which an export makes and changes tables: "TSSL".
 constexpr const char* kTableLock = "SELECT pg_advisory_xact_lock(1414746956)";
 
-// GDAL's PostgreSQL driver writes features with COPY rather than one INSERT each, for this
-// thread while the writer runs.
-class CopyMode {
- public:
-  CopyMode() {
-    const char* was = CPLGetThreadLocalConfigOption("PG_USE_COPY", nullptr);
-    if (was != nullptr) was_ = was;
-    CPLSetThreadLocalConfigOption("PG_USE_COPY", "YES");
-  }
-  ~CopyMode() { CPLSetThreadLocalConfigOption("PG_USE_COPY", was_ ? was_->c_str() : nullptr); }
-  CopyMode(const CopyMode&) = delete;
-  CopyMode& operator=(const CopyMode&) = delete;
-
- private:
-  std::optional<std::string> was_;
-};
-
 class OpenDataset {
  public:
   explicit OpenDataset(GDALDatasetH h) : h_(h) {}
@@ -196,7 +179,8 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::s
   GisWriteResult result;
   GDALAllRegister();
   GdalMessages messages;
-  CopyMode copy;
+  // GDAL's PostgreSQL driver writes the features with COPY rather than one INSERT each.
+  const ScopedConfig copy("PG_USE_COPY", "YES");
   const bool database = IsDatabaseTarget(target);
   const std::string shown = database ? RedactedTarget(target) : target;
 

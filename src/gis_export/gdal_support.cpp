@@ -2,6 +2,8 @@
 
 #ifdef TESSEL_WITH_GDAL
 
+#include <cpl_conv.h>
+
 #include <cstdint>
 #include <variant>
 
@@ -16,6 +18,13 @@ void CPL_STDCALL GdalMessages::Handler(CPLErr level, CPLErrorNum, const char* te
   if (level == CE_Failure || level == CE_Fatal) self->failures.emplace_back(text ? text : "");
   else if (level == CE_Warning) self->warnings.emplace_back(text ? text : "");
 }
+
+ScopedConfig::ScopedConfig(const char* key, const char* value) : key_(key) {
+  if (const char* was = CPLGetThreadLocalConfigOption(key, nullptr); was != nullptr) was_ = was;
+  CPLSetThreadLocalConfigOption(key, value);
+}
+
+ScopedConfig::~ScopedConfig() { CPLSetThreadLocalConfigOption(key_.c_str(), was_ ? was_->c_str() : nullptr); }
 
 std::string Utf8(const std::string& bytes) {
   std::string out;

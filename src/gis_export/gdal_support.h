@@ -7,6 +7,7 @@
 #include <cpl_error.h>
 #include <ogr_api.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,19 @@ class GdalMessages {
 
  private:
   static void CPL_STDCALL Handler(CPLErr level, CPLErrorNum, const char* text);
+};
+
+// A GDAL configuration option set for this thread while the object lives, then put back.
+class ScopedConfig {
+ public:
+  ScopedConfig(const char* key, const char* value);
+  ~ScopedConfig();
+  ScopedConfig(const ScopedConfig&) = delete;
+  ScopedConfig& operator=(const ScopedConfig&) = delete;
+
+ private:
+  std::string key_;
+  std::optional<std::string> was_;
 };
 
 // File contents are single-byte text; GDAL takes UTF-8. Each byte stands for the character of

@@ -18,6 +18,7 @@
 #include <ogr_srs_api.h>
 
 #include "gis_export/gdal_support.h"
+#include "gis_export/gpkg_bulk_index.h"
 #endif
 
 namespace fs = std::filesystem;
@@ -203,7 +204,11 @@ class Dataset {
 bool WriteLayer(GDALDatasetH ds, const GisLayer& layer, GisFormat format, OGRSpatialReferenceH srs,
                 GdalMessages& messages, std::string& error) {
   const char* shpOptions[] = {"ENCODING=UTF-8", nullptr};
-  const char* const* options = format == GisFormat::Shapefile ? shpOptions : nullptr;
+  // A GeoPackage's spatial index is made in one pass after the features (GpkgBulkIndex).
+  const char* gpkgOptions[] = {"SPATIAL_INDEX=NO", nullptr};
+  const char* const* options = format == GisFormat::Shapefile    ? shpOptions
+                               : format == GisFormat::GeoPackage ? gpkgOptions
+                                                                 : nullptr;
   OGRLayerH out = GDALDatasetCreateLayer(ds, layer.name.c_str(), srs, WkbOf(layer.kind), const_cast<char**>(options));
   if (out == nullptr) {
     error = "The layer " + layer.name + " cannot be created: " + messages.LastFailure();
@@ -221,6 +226,12 @@ bool WriteLayer(GDALDatasetH ds, const GisLayer& layer, GisFormat format, OGRSpa
       return false;
     }
   }
+  GpkgBulkIndex index;
+  const bool indexed = format == GisFormat::GeoPackage;
+  if (indexed && !index.Begin(ds, out, messages, error)) {
+    error = "The layer " + layer.name + " cannot be written: " + error;
+    return false;
+  }
   const bool transaction = OGR_L_TestCapability(out, OLCTransactions) != 0;
   if (transaction && OGR_L_StartTransaction(out) != OGRERR_NONE) {
     error = "The layer " + layer.name + " cannot be written: " + messages.LastFailure();
@@ -234,12 +245,18 @@ bool WriteLayer(GDALDatasetH ds, const GisLayer& layer, GisFormat format, OGRSpa
     SetFeatureValues(f, columns, feature);
     OGR_F_SetGeometryDirectly(f, GeometryOf(layer.kind, feature.vertices));
     const OGRErr written = OGR_L_CreateFeature(out, f);
+    if (indexed) index.Add(OGR_F_GetFID(f), feature.vertices);
     OGR_F_Destroy(f);
     if (written != OGRERR_NONE) {
       if (transaction) OGR_L_RollbackTransaction(out);
       error = "A feature of " + layer.name + " cannot be written: " + messages.LastFailure();
       return false;
     }
+  }
+  if (indexed && !index.Finish(messages, error)) {
+    if (transaction) OGR_L_RollbackTransaction(out);
+    error = "The layer " + layer.name + " cannot be written: " + error;
+    return false;
   }
   if (transaction && OGR_L_CommitTransaction(out) != OGRERR_NONE) {
     error = "The layer " + layer.name + " cannot be written: " + messages.LastFailure();
@@ -449,6 +466,10 @@ GisWriteResult WriteGisLayers(const std::vector<GisLayer>& layers, const std::st
     for (std::size_t k = 0; k < layers.size(); ++k) plan.emplace_back(files[k], std::vector<const GisLayer*>{&layers[k]});
   }
 
+  // The files are written in the scratch folder and moved into place only when whole: SQLite
+  // need neither keep a journal nor wait for the disk on the way.
+  const ScopedConfig journal("OGR_SQLITE_JOURNAL", "OFF");
+  const ScopedConfig synchronous("OGR_SQLITE_SYNCHRONOUS", "OFF");
   for (const auto& [file, held] : plan) {
     const std::string name = fs::path(file).filename().string();
     const std::string scratchFile = (scratch.path() / name).string();

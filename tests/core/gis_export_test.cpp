@@ -15,6 +15,7 @@
 #include "db_export/db_target.h"
 #include "db_export/region_export.h"
 #include "gis_export/gis_export.h"
+#include "gis_export/gpkg_rtree.h"
 #include "job/load_sequence.h"
 #include "test_support.h"
 
@@ -193,8 +194,9 @@ TEST(GisExportNames, FormatsOutputsAndEpsgCodes) {
 #ifdef TESSEL_TEST_GDAL
 
 struct Dataset {
-  explicit Dataset(const std::string& path)
-      : h(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, nullptr, nullptr)) {}
+  explicit Dataset(const std::string& path, bool update = false)
+      : h(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | (update ? GDAL_OF_UPDATE : GDAL_OF_READONLY), nullptr, nullptr,
+                     nullptr)) {}
   ~Dataset() {
     if (h) GDALClose(h);
   }
@@ -543,6 +545,80 @@ TEST_F(OddJob, UnknownRingPointsAndAbsurdCoordinatesExportWithoutACrash) {
   ASSERT_NE(far, nullptr);
   EXPECT_EQ(OGR_G_GetX(OGR_F_GetGeometryRef(far), 0), 1.0e300);
   OGR_F_Destroy(far);
+}
+
+// The spatial index of a GeoPackage is written whole after the features: SQLite finds it sound,
+// a box finds exactly the points inside it, and a feature added later (as a GIS editing the file
+// would) goes into the index through its triggers, which are back in place.
+TEST_F(SampleExport, GeoPackageSpatialIndexIsSoundAndKeptByItsTriggers) {
+  ASSERT_TRUE(Export(Out("job.gpkg")).ok);
+  Dataset ds(Out("job.gpkg"), true);
+  ASSERT_NE(ds.h, nullptr);
+  auto scalar = [&ds](const std::string& sql) {
+    OGRLayerH rows = GDALDatasetExecuteSQL(ds.h, sql.c_str(), nullptr, nullptr);
+    std::string value = "<no rows>";
+    if (rows != nullptr) {
+      if (OGRFeatureH f = OGR_L_GetNextFeature(rows)) {
+        value = OGR_F_GetFieldAsString(f, 0);
+        OGR_F_Destroy(f);
+      }
+      GDALDatasetReleaseResultSet(ds.h, rows);
+    }
+    return value;
+  };
+  for (const auto& [name, count] : Expected()) {
+    EXPECT_EQ(scalar("SELECT rtreecheck('rtree_" + name + "_geom')"), "ok") << name;
+    EXPECT_EQ(scalar("SELECT count(*) FROM rtree_" + name + "_geom"), std::to_string(count)) << name;
+  }
+  OGRLayerH points = GDALDatasetGetLayerByName(ds.h, "points");
+  // A box of two miles around parcel 1.
+  const double x0 = 2129650.0 - 5280.0, x1 = 2129650.0 + 5280.0, y0 = 507423.0 - 5280.0, y1 = 507423.0 + 5280.0;
+  const std::string inside = "easting >= " + std::to_string(x0) + " AND easting <= " + std::to_string(x1) +
+                             " AND northing >= " + std::to_string(y0) + " AND northing <= " + std::to_string(y1);
+  OGR_L_SetAttributeFilter(points, inside.c_str());
+  const GIntBig expected = OGR_L_GetFeatureCount(points, TRUE);
+  OGR_L_SetAttributeFilter(points, nullptr);
+  ASSERT_GT(expected, 10);
+  ASSERT_LT(expected, OGR_L_GetFeatureCount(points, TRUE));
+  OGR_L_SetSpatialFilterRect(points, x0, y0, x1, y1);
+  EXPECT_EQ(OGR_L_GetFeatureCount(points, TRUE), expected);
+
+  OGRFeatureH added = OGR_F_Create(OGR_L_GetLayerDefn(points));
+  OGRGeometryH at = OGR_G_CreateGeometry(wkbPoint);
+  OGR_G_SetPoint_2D(at, 0, (x0 + x1) / 2, (y0 + y1) / 2);
+  OGR_F_SetGeometryDirectly(added, at);
+  ASSERT_EQ(OGR_L_CreateFeature(points, added), OGRERR_NONE);
+  OGR_F_Destroy(added);
+  EXPECT_EQ(OGR_L_GetFeatureCount(points, TRUE), expected + 1);
+  EXPECT_EQ(scalar("SELECT rtreecheck('rtree_points_geom')"), "ok");
+}
+
+// Packed nodes: every entry in one leaf, every node but the root under one parent, and the
+// root, node 1, carrying the depth.
+TEST(GisExportIndex, RtreeNodesHoldEveryEntryOnce) {
+  std::vector<RtreeEntry> entries;
+  for (std::int64_t k = 1; k <= 30000; ++k) {
+    const auto x = static_cast<double>((k * 7919) % 1000), y = static_cast<double>((k * 104729) % 1000);
+    entries.push_back(RtreeEntryOf(k, {{x, y}, {x + 0.1, y + 0.3}}));
+  }
+  const RtreeRows rows = PackRtree(entries, 4032);
+  ASSERT_EQ(rows.rowids.size(), entries.size());
+  std::set<std::int64_t> ids, nodes;
+  for (const auto& [id, node] : rows.rowids) ids.insert(id);
+  EXPECT_EQ(ids.size(), entries.size());
+  for (const auto& [number, bytes] : rows.nodes) {
+    EXPECT_EQ(bytes.size(), 4032u);
+    nodes.insert(number);
+  }
+  EXPECT_EQ(rows.parents.size() + 1, rows.nodes.size());
+  ASSERT_TRUE(nodes.count(1));
+  const std::string& root = std::find_if(rows.nodes.begin(), rows.nodes.end(), [](const auto& n) { return n.first == 1; })->second;
+  EXPECT_EQ((static_cast<unsigned char>(root[0]) << 8) | static_cast<unsigned char>(root[1]), 2) << "167 a node: 3 levels";
+  const RtreeEntry e = RtreeEntryOf(1, {{0.1, 0.7}, {1e7 + 0.3, -2.2}});
+  EXPECT_LE(e.minX, 0.1);
+  EXPECT_GE(e.maxX, 1e7 + 0.3);
+  EXPECT_LE(e.minY, -2.2);
+  EXPECT_GE(e.maxY, 0.7);
 }
 
 // A GeoPackage gathers townships: each export replaces its own township's rows and no other's.
