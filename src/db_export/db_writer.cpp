@@ -29,7 +29,8 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>&, const std::string&,
 
 namespace {
 
-// The key of the advisory lock under which an export makes and changes tables: "TSSL".
+// The key of the advisory lock under which an export makes tables: "TSSL". Townships are locked
+// under the key after it, with their names' hashes.
 constexpr const char* kTableLock = "SELECT pg_advisory_xact_lock(1414746956)";
 
 class OpenDataset {
@@ -69,8 +70,9 @@ std::optional<long long> Count(GDALDatasetH ds, const std::string& sql) {
 
 std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
 
-// The layer's table, made when missing; nullptr with `error` set when it cannot be.
-OGRLayerH TableOf(GDALDatasetH ds, bool database, const GisLayer& layer, OGRSpatialReferenceH srs,
+// The layer's table, made when missing (`made` then set); nullptr with `error` set when it
+// cannot be.
+OGRLayerH TableOf(GDALDatasetH ds, bool database, const GisLayer& layer, OGRSpatialReferenceH srs, bool& made,
                   GdalMessages& messages, std::string& error) {
   OGRLayerH table = GDALDatasetGetLayerByName(ds, layer.name.c_str());
   if (table != nullptr) {
@@ -96,14 +98,15 @@ OGRLayerH TableOf(GDALDatasetH ds, bool database, const GisLayer& layer, OGRSpat
   fields.insert(fields.end(), layer.fields.begin(), layer.fields.end());
   for (const FieldDef& field : fields) {
     OGRFieldDefnH def = OGR_Fld_Create(field.name.c_str(), OgrTypeOf(field.type));
-    const OGRErr made = OGR_L_CreateField(table, def, TRUE);
+    const OGRErr added = OGR_L_CreateField(table, def, TRUE);
     OGR_Fld_Destroy(def);
-    if (made != OGRERR_NONE) {
+    if (added != OGRERR_NONE) {
       error = "the column " + field.name + " of " + layer.name + " cannot be made: " +
               OneLineDbError(messages.LastFailure());
       return nullptr;
     }
   }
+  made = true;
   return table;
 }
 
@@ -221,6 +224,12 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::s
   // missing waits for another export making it, then finds it made. Exports into tables that all
   // stand run side by side.
   if (database) {
+    // Two exports of one township take turns: the second removes the rows the first wrote,
+    // rather than both removing the old ones and leaving two copies.
+    if (!Execute(ds.get(), "SELECT pg_advisory_xact_lock(1414746957, hashtext(" + SqlText(Utf8(township)) + "))",
+                 messages)) {
+      return fail("the database refused its lock: " + OneLineDbError(messages.LastFailure()));
+    }
     // Asked of the database itself: GDAL remembers a table it did not find.
     std::string names;
     for (const GisLayer& layer : layers) names += std::string(names.empty() ? "" : ",") + "(" + SqlText(layer.name) + ")";
@@ -232,13 +241,20 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::s
     }
   }
   for (const GisLayer& layer : layers) {
-    OGRLayerH table = TableOf(ds.get(), database, layer, srs, messages, error);
+    bool made = false;
+    OGRLayerH table = TableOf(ds.get(), database, layer, srs, made, messages, error);
     if (table == nullptr) return fail(error);
     const std::string tableName = Quoted(OGR_L_GetName(table));
-    if (!Execute(ds.get(), "CREATE INDEX IF NOT EXISTS " + Quoted(layer.name + "_township") + " ON " + tableName +
-                               " (" + kTownshipColumn + ")",
-                 messages) ||
-        !Execute(ds.get(), "DELETE FROM " + tableName + " WHERE " + kTownshipColumn + " = " + SqlText(Utf8(township)),
+    // The township's index comes with the table: CREATE INDEX locks the table against writers to
+    // the end of the transaction even when the index stands, which would make exports of other
+    // townships wait for each other.
+    if (made && !Execute(ds.get(),
+                         "CREATE INDEX " + Quoted(layer.name + "_township") + " ON " + tableName + " (" +
+                             kTownshipColumn + ")",
+                         messages)) {
+      return fail("the table " + layer.name + " cannot be indexed: " + OneLineDbError(messages.LastFailure()));
+    }
+    if (!Execute(ds.get(), "DELETE FROM " + tableName + " WHERE " + kTownshipColumn + " = " + SqlText(Utf8(township)),
                  messages)) {
       return fail("the old rows of " + layer.name + " cannot be removed: " + OneLineDbError(messages.LastFailure()));
     }

@@ -86,6 +86,27 @@ for round in 1 2 3; do
 TWP03|${expected[chains]}" "$(q -d "fresh$round" -c "SELECT township, count(*) FROM chains GROUP BY 1 ORDER BY 1")"
 done
 
+# One township twice at once: the second replaces the first, never two copies. A session holding
+# a table keeps the first export waiting in the middle until the second has started too.
+waiting() { q -c "SELECT count(*) FROM pg_stat_activity WHERE wait_event_type = 'Lock'"; }
+until_waiting() { for _ in $(seq 1 100); do [ "$(waiting)" -ge "$1" ] && return; sleep 0.1; done; }
+psql -X -q -c "BEGIN" -c "LOCK TABLE parcels IN ACCESS EXCLUSIVE MODE" -c "SELECT pg_sleep(3)" > /dev/null 2>&1 &
+holder=$!
+until_waiting 0
+sleep 0.5
+"$batch" export "$work/region/TWP04.def" "$target" --crs EPSG:3435 --tool-folder "$work/tool" > /dev/null &
+a=$!
+until_waiting 1
+"$batch" export "$work/region/TWP04.def" "$target" --crs EPSG:3435 --tool-folder "$work/tool" > /dev/null &
+b=$!
+until_waiting 2
+check "two exports of one township wait" "2" "$(waiting)"
+wait $holder
+wait $a || fail "the first of two exports of TWP04 failed"
+wait $b || fail "the second of two exports of TWP04 failed"
+check "one township exported twice at once is there once" "${expected[points]}" \
+  "$(q -c "SELECT count(*) FROM points WHERE township = 'TWP04'")"
+
 # A marker in a row of TWP05: an export that commits replaces it; one that fails leaves it.
 q -c "UPDATE points SET point_id = 'MARKER' WHERE fid = (SELECT min(fid) FROM points WHERE township = 'TWP05')"
 marker() { q -c "SELECT count(*) FROM points WHERE township = 'TWP05' AND point_id = 'MARKER'"; }
