@@ -59,7 +59,7 @@ int RunDatabaseExport(const std::string& def, const DbExportOptions& options) {
   if (prepared.ok) FinishGisExport(prepared.plan, WriteDatabaseExport(prepared.plan, options.target, prepared.township), report);
   if (!report.ok) {
     std::cerr << "tessel-batch: " << report.error << "\n";
-    return 1;
+    return 2;
   }
   for (const std::string& file : report.files) std::cout << file << "\n";
   for (const auto& [name, count] : report.counts) std::cout << name << ": " << count << "\n";

@@ -15,7 +15,7 @@ struct DbExportOptions {
 };
 
 // One job into the database: its counts to standard output, warnings and the error to standard
-// error. 0 when written.
+// error. 0 when written, 2 (as for a file) when not.
 int RunDatabaseExport(const std::string& def, const DbExportOptions& options);
 
 // Every township of the region: a progress line each and a summary to standard output, each
