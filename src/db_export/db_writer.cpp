@@ -220,9 +220,7 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::s
     result.error = shown + ": " + township + " was not written, " + why;
     return result;
   };
-  // Tables are made under a lock held to the end of the transaction: an export that finds one
-  // missing waits for another export making it, then finds it made. Exports into tables that all
-  // stand run side by side.
+  // Locks of the database are held to the end of the transaction.
   if (database) {
     // Two exports of one township take turns: the second removes the rows the first wrote,
     // rather than both removing the old ones and leaving two copies.
@@ -230,7 +228,9 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::s
                  messages)) {
       return fail("the database refused its lock: " + OneLineDbError(messages.LastFailure()));
     }
-    // Asked of the database itself: GDAL remembers a table it did not find.
+    // Tables are made under a lock: an export that finds one missing waits for another export
+    // making it, then finds it made. Exports into tables that all stand run side by side. Which
+    // are missing is asked of the database itself: GDAL remembers a table it did not find.
     std::string names;
     for (const GisLayer& layer : layers) names += std::string(names.empty() ? "" : ",") + "(" + SqlText(layer.name) + ")";
     const std::optional<long long> missing = Count(
