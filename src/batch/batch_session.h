@@ -28,6 +28,7 @@ class BatchSession {
   std::vector<std::string> Status() const;
 
   Session& session() { return session_; }
+  const RecordingUserPort& user() const { return user_; }
 
  private:
   RecordingUserPort user_;

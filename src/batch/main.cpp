@@ -9,8 +9,9 @@
 //   tessel-batch cama-import PATH.def DATABASE [--code CODE] [--append]
 //   tessel-batch cama-link PATH.def [--tool-folder DIR]
 //   tessel-batch cama-unused PATH.def
-//   tessel-batch export PATH.def OUT.gpkg|OUT.geojson|OUT.shp|OUT.dxf [--crs EPSG:NNNN] [--layers a,b,...]
+//   tessel-batch export PATH.def OUT.gpkg|OUT.geojson|OUT.shp|OUT.dxf|PG:... [--crs EPSG:NNNN] [--layers a,b,...]
 //                       [--tool-folder DIR]
+//   tessel-batch export-region REGION.def PG:...|OUT.gpkg [--crs EPSG:NNNN] [--layers a,b,...] [--tool-folder DIR]
 //   tessel-batch adjust PATH.def [--control-sigma S] [--json]
 //
 // dump and render open the job as File Open does (identity, TEMP.JOB, support files, every
@@ -23,7 +24,9 @@
 // cama-link runs the link chain on the opened job, and cama-unused reports the CAMA records no
 // link carries after loading .mtc; their messages go to standard error.
 // export opens the job as dump does and writes its layers to a GIS or CAD file through GDAL: the
-// files written and the feature counts to standard output, warnings to standard error.
+// files written and the feature counts to standard output, warnings to standard error. To a
+// PostGIS database ("PG:...") it replaces the job's township there instead; export-region does so
+// for every township of a region listing, into a database or one GeoPackage.
 // adjust runs the built-in least squares adjustment of the record data on the job's files, without
 // opening the job: it writes the report <job>.tla and prints it, or with --json one JSON object.
 
@@ -40,9 +43,11 @@
 #include "batch/adjust_command.h"
 #include "batch/batch_session.h"
 #include "batch/cama_commands.h"
+#include "batch/db_commands.h"
 #include "batch/irr_dump.h"
 #include "batch/job_dump.h"
 #include "batch/region_test.h"
+#include "db_export/db_target.h"
 #include "gis_export/gis_export.h"
 #include "model/paths.h"
 #ifdef TESSEL_WITH_RENDER
@@ -57,7 +62,8 @@ constexpr const char* kUsage =
     "usage: tessel-batch dump PATH.def [--pretty] | irr PATH.def | render PATH.def OUT.png|OUT.pdf "
     "[--size WxH] [--layers a,b,...] [--background 1|2] [--all-labels] | apd-import PATH.def | region-test REGION.def "
     "[--tolerance T] [--pretty] | cama-import PATH.def DATABASE [--code CODE] [--append] | cama-link PATH.def | "
-    "cama-unused PATH.def | export PATH.def OUT.gpkg|.geojson|.shp|.dxf [--crs EPSG:NNNN] [--layers a,b,...] | "
+    "cama-unused PATH.def | export PATH.def OUT.gpkg|.geojson|.shp|.dxf|PG:... [--crs EPSG:NNNN] [--layers a,b,...] | "
+    "export-region REGION.def PG:...|OUT.gpkg [--crs EPSG:NNNN] [--layers a,b,...] | "
     "adjust PATH.def [--control-sigma S] [--json]; "
     "all but irr take "
     "[--tool-folder DIR]";
@@ -178,7 +184,12 @@ int Export(const Arguments& a) {
   request.out = a.positional[1];
   request.crs = a.crs.value_or("");
   if (a.crs && !tessel::ParseEpsgCode(*a.crs)) return Fail("--crs must be EPSG:NNNN, for example EPSG:3435");
-  if (!tessel::GisFormatOf(request.out)) return Fail("OUT must end in .gpkg, .geojson, .shp or .dxf");
+  const bool database = tessel::IsDatabaseTarget(request.out);
+  const bool region = a.command == "export-region";
+  if (region && !database && tessel::GisFormatOf(request.out) != tessel::GisFormat::GeoPackage) {
+    return Fail("TARGET must be PG:... or end in .gpkg");
+  }
+  if (!database && !tessel::GisFormatOf(request.out)) return Fail("OUT must end in .gpkg, .geojson, .shp, .dxf or be PG:...");
   if (a.layers) {
     std::istringstream in(*a.layers);
     std::string name;
@@ -188,6 +199,10 @@ int Export(const Arguments& a) {
       request.layers.push_back(name);
     }
     if (request.layers.empty()) return Fail("--layers names no layer");
+  }
+  if (database || region) {
+    const tessel::DbExportOptions options{request.out, request.crs, request.layers, a.toolFolder};
+    return region ? tessel::RunRegionExport(a.positional[0], options) : tessel::RunDatabaseExport(a.positional[0], options);
   }
   tessel::NullCanvas canvas;
   tessel::BatchSession batch(canvas, a.toolFolder);
@@ -266,7 +281,7 @@ int main(int argc, char** argv) {
     if (a->command == "cama-link") return tessel::RunCamaLink(a->positional[0], a->toolFolder);
     if (a->command == "cama-unused") return tessel::RunCamaUnused(a->positional[0], a->toolFolder);
   }
-  if (a->command == "export") return Export(*a);
+  if (a->command == "export" || a->command == "export-region") return Export(*a);
   if (a->command == "adjust") {
     if (a->positional.size() != 1 || a->pretty || a->size || a->layers || a->background || a->tolerance || a->crs ||
         a->code || a->append) {

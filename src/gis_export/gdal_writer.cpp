@@ -16,6 +16,9 @@
 #include <gdal.h>
 #include <ogr_api.h>
 #include <ogr_srs_api.h>
+
+#include "gis_export/gdal_support.h"
+#include "gis_export/gpkg_bulk_index.h"
 #endif
 
 namespace fs = std::filesystem;
@@ -104,28 +107,6 @@ GisWriteResult WriteGisLayers(const std::vector<GisLayer>&, const std::string&, 
 
 namespace {
 
-// GDAL's messages of one operation, kept instead of printed.
-class GdalMessages {
- public:
-  GdalMessages() { CPLPushErrorHandlerEx(&GdalMessages::Handler, this); }
-  ~GdalMessages() { CPLPopErrorHandler(); }
-  GdalMessages(const GdalMessages&) = delete;
-  GdalMessages& operator=(const GdalMessages&) = delete;
-
-  std::vector<std::string> failures;
-  std::vector<std::string> warnings;
-
-  std::string LastFailure() const { return failures.empty() ? std::string() : failures.back(); }
-
- private:
-  static void CPL_STDCALL Handler(CPLErr level, CPLErrorNum, const char* text) {
-    auto* self = static_cast<GdalMessages*>(CPLGetErrorHandlerUserData());
-    if (self == nullptr) return;
-    if (level == CE_Failure || level == CE_Fatal) self->failures.emplace_back(text ? text : "");
-    else if (level == CE_Warning) self->warnings.emplace_back(text ? text : "");
-  }
-};
-
 struct Srs {
   OGRSpatialReferenceH h = OSRNewSpatialReference(nullptr);
   Srs() { OSRSetAxisMappingStrategy(h, OAMS_TRADITIONAL_GIS_ORDER); }
@@ -156,50 +137,6 @@ std::optional<GisCrs> Describe(OGRSpatialReferenceH h, std::string& error) {
   const char* code = OSRGetAuthorityCode(h, nullptr);
   if (authority && code) crs.authority = std::string(authority) + ":" + code;
   return crs;
-}
-
-// File contents are single-byte text; GDAL takes UTF-8. Each byte stands for the character of
-// the same number.
-std::string Utf8(const std::string& bytes) {
-  std::string out;
-  out.reserve(bytes.size());
-  for (const char ch : bytes) {
-    const auto c = static_cast<unsigned char>(ch);
-    if (c < 0x80) {
-      out.push_back(ch);
-    } else {
-      out.push_back(static_cast<char>(0xC0 | (c >> 6)));
-      out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-    }
-  }
-  return out;
-}
-
-OGRwkbGeometryType WkbOf(GeometryKind kind) {
-  switch (kind) {
-    case GeometryKind::Point: return wkbPoint;
-    case GeometryKind::LineString: return wkbLineString;
-    case GeometryKind::Polygon: return wkbPolygon;
-  }
-  return wkbUnknown;
-}
-
-OGRGeometryH GeometryOf(GeometryKind kind, const std::vector<Vertex>& vertices) {
-  if (kind == GeometryKind::Point) {
-    OGRGeometryH g = OGR_G_CreateGeometry(wkbPoint);
-    if (!vertices.empty()) OGR_G_SetPoint_2D(g, 0, vertices[0].x, vertices[0].y);
-    return g;
-  }
-  if (kind == GeometryKind::LineString) {
-    OGRGeometryH g = OGR_G_CreateGeometry(wkbLineString);
-    for (const Vertex& v : vertices) OGR_G_AddPoint_2D(g, v.x, v.y);
-    return g;
-  }
-  OGRGeometryH ring = OGR_G_CreateGeometry(wkbLinearRing);
-  for (const Vertex& v : vertices) OGR_G_AddPoint_2D(ring, v.x, v.y);
-  OGRGeometryH g = OGR_G_CreateGeometry(wkbPolygon);
-  OGR_G_AddGeometryDirectly(g, ring);
-  return g;
 }
 
 const char* DriverOf(GisFormat format) {
@@ -267,16 +204,18 @@ class Dataset {
 bool WriteLayer(GDALDatasetH ds, const GisLayer& layer, GisFormat format, OGRSpatialReferenceH srs,
                 GdalMessages& messages, std::string& error) {
   const char* shpOptions[] = {"ENCODING=UTF-8", nullptr};
-  const char* const* options = format == GisFormat::Shapefile ? shpOptions : nullptr;
+  // A GeoPackage's spatial index is made in one pass after the features (GpkgBulkIndex).
+  const char* gpkgOptions[] = {"SPATIAL_INDEX=NO", nullptr};
+  const char* const* options = format == GisFormat::Shapefile    ? shpOptions
+                               : format == GisFormat::GeoPackage ? gpkgOptions
+                                                                 : nullptr;
   OGRLayerH out = GDALDatasetCreateLayer(ds, layer.name.c_str(), srs, WkbOf(layer.kind), const_cast<char**>(options));
   if (out == nullptr) {
     error = "The layer " + layer.name + " cannot be created: " + messages.LastFailure();
     return false;
   }
   for (const FieldDef& field : layer.fields) {
-    const OGRFieldType type = field.type == FieldType::Integer ? OFTInteger64
-                              : field.type == FieldType::Real  ? OFTReal
-                                                               : OFTString;
+    const OGRFieldType type = OgrTypeOf(field.type);
     OGRFieldDefnH def = OGR_Fld_Create(field.name.c_str(), type);
     if (format == GisFormat::Shapefile && type == OFTString) OGR_Fld_SetWidth(def, 254);
     if (format == GisFormat::Shapefile && type == OFTInteger64) OGR_Fld_SetWidth(def, 10);
@@ -287,30 +226,37 @@ bool WriteLayer(GDALDatasetH ds, const GisLayer& layer, GisFormat format, OGRSpa
       return false;
     }
   }
+  GpkgBulkIndex index;
+  const bool indexed = format == GisFormat::GeoPackage;
+  if (indexed && !index.Begin(ds, out, messages, error)) {
+    error = "The layer " + layer.name + " cannot be written: " + error;
+    return false;
+  }
   const bool transaction = OGR_L_TestCapability(out, OLCTransactions) != 0;
   if (transaction && OGR_L_StartTransaction(out) != OGRERR_NONE) {
     error = "The layer " + layer.name + " cannot be written: " + messages.LastFailure();
     return false;
   }
   OGRFeatureDefnH defn = OGR_L_GetLayerDefn(out);
+  std::vector<int> columns(layer.fields.size());
+  for (std::size_t k = 0; k < columns.size(); ++k) columns[k] = static_cast<int>(k);
   for (const GisFeature& feature : layer.features) {
     OGRFeatureH f = OGR_F_Create(defn);
-    for (std::size_t k = 0; k < layer.fields.size() && k < feature.values.size(); ++k) {
-      const int index = static_cast<int>(k);
-      const FieldValue& value = feature.values[k];
-      if (const auto* i = std::get_if<std::int64_t>(&value)) OGR_F_SetFieldInteger64(f, index, *i);
-      else if (const auto* d = std::get_if<double>(&value)) OGR_F_SetFieldDouble(f, index, *d);
-      else if (const auto* t = std::get_if<std::string>(&value)) OGR_F_SetFieldString(f, index, Utf8(*t).c_str());
-      else OGR_F_SetFieldNull(f, index);
-    }
+    SetFeatureValues(f, columns, feature);
     OGR_F_SetGeometryDirectly(f, GeometryOf(layer.kind, feature.vertices));
     const OGRErr written = OGR_L_CreateFeature(out, f);
+    if (indexed) index.Add(OGR_F_GetFID(f), feature.vertices);
     OGR_F_Destroy(f);
     if (written != OGRERR_NONE) {
       if (transaction) OGR_L_RollbackTransaction(out);
       error = "A feature of " + layer.name + " cannot be written: " + messages.LastFailure();
       return false;
     }
+  }
+  if (indexed && !index.Finish(messages, error)) {
+    if (transaction) OGR_L_RollbackTransaction(out);
+    error = "The layer " + layer.name + " cannot be written: " + error;
+    return false;
   }
   if (transaction && OGR_L_CommitTransaction(out) != OGRERR_NONE) {
     error = "The layer " + layer.name + " cannot be written: " + messages.LastFailure();
@@ -520,6 +466,10 @@ GisWriteResult WriteGisLayers(const std::vector<GisLayer>& layers, const std::st
     for (std::size_t k = 0; k < layers.size(); ++k) plan.emplace_back(files[k], std::vector<const GisLayer*>{&layers[k]});
   }
 
+  // The files are written in the scratch folder and moved into place only when whole: SQLite
+  // need neither keep a journal nor wait for the disk on the way.
+  const ScopedConfig journal("OGR_SQLITE_JOURNAL", "OFF");
+  const ScopedConfig synchronous("OGR_SQLITE_SYNCHRONOUS", "OFF");
   for (const auto& [file, held] : plan) {
     const std::string name = fs::path(file).filename().string();
     const std::string scratchFile = (scratch.path() / name).string();

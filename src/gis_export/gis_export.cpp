@@ -68,26 +68,22 @@ std::optional<std::vector<CamaLinkRecord>> JobCamaLinks(const Session& session, 
   return links;
 }
 
-GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request) {
-  GisExportReport report;
-  const std::optional<GisFormat> format = GisFormatOf(request.out);
-  if (!format) {
-    report.error = request.out + ": the file type says which format to write; use .gpkg, .geojson, .shp or .dxf.";
-    return report;
-  }
+bool PrepareGisExport(const Session& session, const GisExportRequest& request, GisExportPlan& plan,
+                      GisExportReport& report) {
   for (const std::string& name : request.layers) {
     if (!IsGisLayerName(name)) {
       report.error = "There is no layer " + name + ".";
-      return report;
+      return false;
     }
   }
   if (!GdalAvailable()) {
     report.error = kNoGdalText;
-    return report;
+    return false;
   }
-  std::optional<GisCrs> crs;
-  if (!ResolveExportCrs(session, request.crs, crs, report.warnings, report.error)) return report;
-  if (crs) report.crsName = crs->authority.empty() ? crs->name : crs->name + " (" + crs->authority + ")";
+  if (!ResolveExportCrs(session, request.crs, plan.crs, report.warnings, report.error)) return false;
+  if (plan.crs) {
+    report.crsName = plan.crs->authority.empty() ? plan.crs->name : plan.crs->name + " (" + plan.crs->authority + ")";
+  }
 
   GisBuildOptions options;
   options.layers = request.layers;
@@ -99,24 +95,40 @@ GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& r
   report.warnings.insert(report.warnings.end(), built.warnings.begin(), built.warnings.end());
   if (built.layers.empty()) {
     report.error = "There is nothing to export: the job has none of the layers asked for.";
+    return false;
+  }
+  plan.layers = std::move(built.layers);
+  return true;
+}
+
+void FinishGisExport(const GisExportPlan& plan, const GisWriteResult& written, GisExportReport& report) {
+  if (!written.ok) {
+    report.error = written.error;
+    return;
+  }
+  for (const std::string& w : written.warnings) report.warnings.push_back("GDAL: " + w);
+  report.files = written.files;
+  for (const GisLayer& layer : plan.layers) report.counts.emplace_back(layer.name, layer.features.size());
+  report.ok = true;
+}
+
+GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request) {
+  GisExportReport report;
+  const std::optional<GisFormat> format = GisFormatOf(request.out);
+  if (!format) {
+    report.error = request.out + ": the file type says which format to write; use .gpkg, .geojson, .shp or .dxf.";
     return report;
   }
-
+  GisExportPlan plan;
+  if (!PrepareGisExport(session, request, plan, report)) return report;
   GisWriteResult written;
   try {
-    written = WriteGisLayers(built.layers, request.out, *format, crs);
+    written = WriteGisLayers(plan.layers, request.out, *format, plan.crs);
   } catch (const std::exception& fault) {
     written.ok = false;
     written.error = request.out + " cannot be written: " + fault.what();
   }
-  if (!written.ok) {
-    report.error = written.error;
-    return report;
-  }
-  for (const std::string& w : written.warnings) report.warnings.push_back("GDAL: " + w);
-  report.files = written.files;
-  for (const GisLayer& layer : built.layers) report.counts.emplace_back(layer.name, layer.features.size());
-  report.ok = true;
+  FinishGisExport(plan, written, report);
   return report;
 }
 
@@ -139,6 +151,21 @@ bool WriteJobPrj(const Session& session, int epsg, std::string& error) {
   return true;
 }
 
+bool WriteExportPrj(Session& session, const std::string& crs) {
+  std::string error;
+  const std::optional<int> code = ParseEpsgCode(crs);
+  if (!code) {
+    session.user.Message("Choose a coordinate reference system (EPSG:NNNN) to write to the job's .prj.",
+                         Icon::Exclamation, Buttons::Ok, kGisExportTitle);
+    return false;
+  }
+  if (!WriteJobPrj(session, *code, error)) {
+    session.user.Message(error, Icon::Exclamation, Buttons::Ok, kGisExportTitle);
+    return false;
+  }
+  return true;
+}
+
 bool RunGisExport(Session& session, const GisExportRequest& request, bool writePrj) {
   if (session.JobBase.empty()) {
     session.user.Message("You must first Open or Create a job.", Icon::Exclamation, Buttons::Ok, kGisExportTitle);
@@ -148,19 +175,7 @@ bool RunGisExport(Session& session, const GisExportRequest& request, bool writeP
     session.user.Message("Choose the file to export to.", Icon::Exclamation, Buttons::Ok, kGisExportTitle);
     return false;
   }
-  if (writePrj) {
-    std::string error;
-    const std::optional<int> code = ParseEpsgCode(request.crs);
-    if (!code) {
-      session.user.Message("Choose a coordinate reference system (EPSG:NNNN) to write to the job's .prj.",
-                           Icon::Exclamation, Buttons::Ok, kGisExportTitle);
-      return false;
-    }
-    if (!WriteJobPrj(session, *code, error)) {
-      session.user.Message(error, Icon::Exclamation, Buttons::Ok, kGisExportTitle);
-      return false;
-    }
-  }
+  if (writePrj && !WriteExportPrj(session, request.crs)) return false;
   session.user.SetPointer(Pointer::Hourglass);
   const GisExportReport report = ExportJobToGis(session, request);
   session.user.SetPointer(Pointer::Default);

@@ -50,6 +50,20 @@ bool ResolveExportCrs(const Session& session, const std::string& crsText, std::o
 // link file, or (with a warning) when it cannot be read.
 std::optional<std::vector<CamaLinkRecord>> JobCamaLinks(const Session& session, std::vector<std::string>& warnings);
 
+// The layers built and the system resolved: everything of an export but the writing.
+struct GisExportPlan {
+  std::vector<GisLayer> layers;
+  std::optional<GisCrs> crs;
+};
+
+// Checks the request's layers, resolves its system and builds the layers; false, with the
+// report's error set, when there is nothing to write. The report gathers the warnings and the
+// system's name either way.
+bool PrepareGisExport(const Session& session, const GisExportRequest& request, GisExportPlan& plan,
+                      GisExportReport& report);
+// The report of a write of the plan: its error, or the files, counts and GDAL's warnings.
+void FinishGisExport(const GisExportPlan& plan, const GisWriteResult& written, GisExportReport& report);
+
 // Exports the open job's stores; the cama_links layer from the request's link records, else from
 // the job's .mtc.
 GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request);
@@ -57,6 +71,10 @@ GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& r
 // Writes the job's .prj for the EPSG code, replacing one that is there. False, with `error`
 // naming the file, when it cannot be written.
 bool WriteJobPrj(const Session& session, int epsg, std::string& error);
+
+// The dialog's "Write this system to the job's .prj": the code given written there, or a box
+// saying why not. True when it was written.
+bool WriteExportPrj(Session& session, const std::string& crs);
 
 // The dialog's Export: with `writePrj` the code given is first written to the job's .prj; then
 // the export runs and a box tells its result, or why it could not run. True when it was written.

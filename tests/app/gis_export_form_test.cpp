@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -106,6 +107,64 @@ class GisExportFormTest : public QObject {
     for (int i = 0; i < layers->count(); ++i) layers->item(i)->setCheckState(Qt::Unchecked);
     QVERIFY(!form.Export());
     QVERIFY(user.messages.back().text == "Choose at least one layer to export.");
+  }
+
+  // The database choice: its fields are kept in the tool folder for the next time, the password
+  // typed is used once and stored nowhere, and a server that cannot be reached is told in a box.
+  void databaseChoiceKeepsTheFieldsButNeverThePassword() {
+    if (!GdalAvailable()) QSKIP("built without GDAL");
+    QTemporaryDir dir;
+    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("tool")));
+    for (const char* ext : {".def", ".COR"}) {
+      QVERIFY(QFile::copy(QStringLiteral(TESSEL_SAMPLES_DIR "/T12NR04E") + QLatin1String(ext),
+                          dir.path() + QStringLiteral("/T12NR04E") + QLatin1String(ext)));
+    }
+    RecordingUserPort user;
+    NullCanvas canvas;
+    RecordingProcessPort processes;
+    Session session(user, canvas, processes);
+    session.ToolFolder = (dir.path() + QStringLiteral("/tool")).toStdString();
+    OpenJob(session, (dir.path() + QStringLiteral("/T12NR04E.def")).toStdString(), "T12NR04E.def");
+
+    auto form = std::make_unique<GisExportForm>(session, nullptr);
+    form->show();
+    auto edit = [&form](const char* name) { return form->findChild<QLineEdit*>(QLatin1String(name)); };
+    QVERIFY(edit("txtGisFile")->isVisible());
+    QVERIFY(!edit("txtDbHost")->isVisible());
+    form->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
+    QVERIFY(!edit("txtGisFile")->isVisible());
+    QVERIFY(edit("txtDbHost")->isVisible());
+    QCOMPARE(edit("txtDbPassword")->echoMode(), QLineEdit::Password);
+
+    edit("txtDbHost")->setText(dir.path() + QStringLiteral("/no-server"));
+    edit("txtDbPort")->setText(QStringLiteral("5999"));
+    edit("txtDbName")->setText(QStringLiteral("county"));
+    edit("txtDbUser")->setText(QStringLiteral("clerk"));
+    edit("txtDbSchema")->setText(QStringLiteral("plss"));
+    edit("txtDbPassword")->setText(QStringLiteral("s3cret"));
+    form->findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
+    QVERIFY(form->result() != int(QDialog::Accepted));
+    QVERIFY(user.messages.back().icon == Icon::Exclamation);
+    const QString told = QString::fromStdString(user.messages.back().text);
+    QVERIFY2(told.contains(QStringLiteral("the server cannot be reached")), qPrintable(told));
+    QVERIFY2(!told.contains(QStringLiteral("s3cret")), qPrintable(told));
+
+    QFile kept(dir.path() + QStringLiteral("/tool/tessel-db.conn"));
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    const QByteArray bytes = kept.readAll();
+    QVERIFY(bytes.contains("dbname=county\r\nuser=clerk\r\nschema=plss"));
+    QVERIFY(!bytes.contains("s3cret"));
+
+    form = std::make_unique<GisExportForm>(session, nullptr);
+    QCOMPARE(edit("txtDbHost")->text(), dir.path() + QStringLiteral("/no-server"));
+    QCOMPARE(edit("txtDbSchema")->text(), QStringLiteral("plss"));
+    QVERIFY(edit("txtDbPassword")->text().isEmpty());
+
+    // Without a database or a service there is nothing to connect to.
+    form->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
+    edit("txtDbName")->clear();
+    QVERIFY(!form->Export());
+    QCOMPARE(user.messages.back().text, std::string("Give the database, or a service that names it."));
   }
 
   // The link layer is offered, and ticked, only when the job has a link file to read it from.

@@ -8,9 +8,14 @@
 #include <filesystem>
 #include <map>
 #include <set>
+#include <stdexcept>
 
 #include "cama/link_chain.h"
+#include "db_export/db_export.h"
+#include "db_export/db_target.h"
+#include "db_export/region_export.h"
 #include "gis_export/gis_export.h"
+#include "gis_export/gpkg_rtree.h"
 #include "job/load_sequence.h"
 #include "test_support.h"
 
@@ -189,8 +194,9 @@ TEST(GisExportNames, FormatsOutputsAndEpsgCodes) {
 #ifdef TESSEL_TEST_GDAL
 
 struct Dataset {
-  explicit Dataset(const std::string& path)
-      : h(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, nullptr, nullptr)) {}
+  explicit Dataset(const std::string& path, bool update = false)
+      : h(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | (update ? GDAL_OF_UPDATE : GDAL_OF_READONLY), nullptr, nullptr,
+                     nullptr)) {}
   ~Dataset() {
     if (h) GDALClose(h);
   }
@@ -541,7 +547,185 @@ TEST_F(OddJob, UnknownRingPointsAndAbsurdCoordinatesExportWithoutACrash) {
   OGR_F_Destroy(far);
 }
 
+// The spatial index of a GeoPackage is written whole after the features: SQLite finds it sound,
+// a box finds exactly the points inside it, and a feature added later (as a GIS editing the file
+// would) goes into the index through its triggers, which are back in place.
+TEST_F(SampleExport, GeoPackageSpatialIndexIsSoundAndKeptByItsTriggers) {
+  ASSERT_TRUE(Export(Out("job.gpkg")).ok);
+  Dataset ds(Out("job.gpkg"), true);
+  ASSERT_NE(ds.h, nullptr);
+  auto scalar = [&ds](const std::string& sql) {
+    OGRLayerH rows = GDALDatasetExecuteSQL(ds.h, sql.c_str(), nullptr, nullptr);
+    std::string value = "<no rows>";
+    if (rows != nullptr) {
+      if (OGRFeatureH f = OGR_L_GetNextFeature(rows)) {
+        value = OGR_F_GetFieldAsString(f, 0);
+        OGR_F_Destroy(f);
+      }
+      GDALDatasetReleaseResultSet(ds.h, rows);
+    }
+    return value;
+  };
+  for (const auto& [name, count] : Expected()) {
+    EXPECT_EQ(scalar("SELECT rtreecheck('rtree_" + name + "_geom')"), "ok") << name;
+    EXPECT_EQ(scalar("SELECT count(*) FROM rtree_" + name + "_geom"), std::to_string(count)) << name;
+  }
+  OGRLayerH points = GDALDatasetGetLayerByName(ds.h, "points");
+  // A box of two miles around parcel 1.
+  const double x0 = 2129650.0 - 5280.0, x1 = 2129650.0 + 5280.0, y0 = 507423.0 - 5280.0, y1 = 507423.0 + 5280.0;
+  const std::string inside = "easting >= " + std::to_string(x0) + " AND easting <= " + std::to_string(x1) +
+                             " AND northing >= " + std::to_string(y0) + " AND northing <= " + std::to_string(y1);
+  OGR_L_SetAttributeFilter(points, inside.c_str());
+  const GIntBig expected = OGR_L_GetFeatureCount(points, TRUE);
+  OGR_L_SetAttributeFilter(points, nullptr);
+  ASSERT_GT(expected, 10);
+  ASSERT_LT(expected, OGR_L_GetFeatureCount(points, TRUE));
+  OGR_L_SetSpatialFilterRect(points, x0, y0, x1, y1);
+  EXPECT_EQ(OGR_L_GetFeatureCount(points, TRUE), expected);
+
+  OGRFeatureH added = OGR_F_Create(OGR_L_GetLayerDefn(points));
+  OGRGeometryH at = OGR_G_CreateGeometry(wkbPoint);
+  OGR_G_SetPoint_2D(at, 0, (x0 + x1) / 2, (y0 + y1) / 2);
+  OGR_F_SetGeometryDirectly(added, at);
+  ASSERT_EQ(OGR_L_CreateFeature(points, added), OGRERR_NONE);
+  OGR_F_Destroy(added);
+  EXPECT_EQ(OGR_L_GetFeatureCount(points, TRUE), expected + 1);
+  EXPECT_EQ(scalar("SELECT rtreecheck('rtree_points_geom')"), "ok");
+}
+
+// Packed nodes: every entry in one leaf, every node but the root under one parent, and the
+// root, node 1, carrying the depth.
+TEST(GisExportIndex, RtreeNodesHoldEveryEntryOnce) {
+  std::vector<RtreeEntry> entries;
+  for (std::int64_t k = 1; k <= 30000; ++k) {
+    const auto x = static_cast<double>((k * 7919) % 1000), y = static_cast<double>((k * 104729) % 1000);
+    entries.push_back(RtreeEntryOf(k, {{x, y}, {x + 0.1, y + 0.3}}));
+  }
+  const RtreeRows rows = PackRtree(entries, 4032);
+  ASSERT_EQ(rows.rowids.size(), entries.size());
+  std::set<std::int64_t> ids, nodes;
+  for (const auto& [id, node] : rows.rowids) ids.insert(id);
+  EXPECT_EQ(ids.size(), entries.size());
+  for (const auto& [number, bytes] : rows.nodes) {
+    EXPECT_EQ(bytes.size(), 4032u);
+    nodes.insert(number);
+  }
+  EXPECT_EQ(rows.parents.size() + 1, rows.nodes.size());
+  ASSERT_TRUE(nodes.count(1));
+  const std::string& root = std::find_if(rows.nodes.begin(), rows.nodes.end(), [](const auto& n) { return n.first == 1; })->second;
+  EXPECT_EQ((static_cast<unsigned char>(root[0]) << 8) | static_cast<unsigned char>(root[1]), 2) << "167 a node: 3 levels";
+  const RtreeEntry e = RtreeEntryOf(1, {{0.1, 0.7}, {1e7 + 0.3, -2.2}});
+  EXPECT_LE(e.minX, 0.1);
+  EXPECT_GE(e.maxX, 1e7 + 0.3);
+  EXPECT_LE(e.minY, -2.2);
+  EXPECT_GE(e.maxY, 0.7);
+}
+
+// A GeoPackage gathers townships: each export replaces its own township's rows and no other's.
+TEST_F(SampleExport, GeoPackageOfTownshipsReplacesOneTownshipOnReExport) {
+  GisExportRequest request;
+  request.out = Out("county.gpkg");
+  request.crs = "EPSG:3435";
+  const std::string own = session.JobName;
+  ASSERT_TRUE(ExportJobToDatabase(session, request).ok);
+  session.JobName = "T13NR04E";
+  ASSERT_TRUE(ExportJobToDatabase(session, request).ok);
+  session.JobName = own;
+  const GisExportReport again = ExportJobToDatabase(session, request);
+  ASSERT_TRUE(again.ok) << again.error;
+
+  Dataset ds(Out("county.gpkg"));
+  ASSERT_NE(ds.h, nullptr);
+  for (const auto& [name, count] : Expected()) {
+    OGRLayerH layer = GDALDatasetGetLayerByName(ds.h, name.c_str());
+    ASSERT_NE(layer, nullptr) << name;
+    EXPECT_EQ(AuthorityCode(layer), "3435") << name;
+    for (const std::string& township : {own, std::string("T13NR04E")}) {
+      OGR_L_SetAttributeFilter(layer, ("township = '" + township + "'").c_str());
+      EXPECT_EQ(OGR_L_GetFeatureCount(layer, TRUE), count) << name << " of " << township;
+    }
+  }
+
+  request.crs = "EPSG:26916";
+  const GisExportReport refused = ExportJobToDatabase(session, request);
+  EXPECT_FALSE(refused.ok);
+  EXPECT_NE(refused.error.find("the table points is in NAD83 / Illinois East (ftUS)"), std::string::npos)
+      << refused.error;
+  request.out = Out("county.geojson");
+  EXPECT_FALSE(ExportJobToDatabase(session, request).ok);
+}
+
 #endif
+
+TEST(DatabaseTarget, ConnectionTextsHidePasswordsAndErrorsComeDownToOneLine) {
+  EXPECT_TRUE(IsDatabaseTarget("pg:dbname=county"));
+  EXPECT_FALSE(IsDatabaseTarget("county.gpkg"));
+  DbConnection c{"", "gis.county.local", "5433", "land records", "clerk", "plss"};
+  EXPECT_EQ(ConnectionText(c),
+            "PG:host=gis.county.local port=5433 dbname='land records' user=clerk active_schema=plss");
+  EXPECT_EQ(ConnectionText(DbConnection{"county", "", "", "", "", ""}, "it's"), "PG:service=county password='it\\'s'");
+  EXPECT_EQ(RedactedTarget("PG:dbname=x password='a b' user=y"), "PG:dbname=x password=******** user=y");
+  EXPECT_EQ(RedactedTarget("PG:PASSWORD=abc"), "PG:PASSWORD=********");
+  EXPECT_EQ(OneLineDbError("PQconnectdb failed.\nconnection to server on socket \"/tmp/.s.PGSQL.5432\" failed: "
+                           "FATAL:  password authentication failed for user \"clerk\"\n"),
+            "password authentication failed for user \"clerk\"");
+  EXPECT_EQ(OneLineDbError("PQconnectdb failed.\nconnection to server on socket \"/tmp/.s.PGSQL.1\" failed: No such "
+                           "file or directory\n\tIs the server running locally?\n"),
+            "the server cannot be reached (No such file or directory)");
+  EXPECT_EQ(OneLineDbError("ERROR:  relation \"x\" does not exist\nLINE 1: ..."), "relation \"x\" does not exist");
+  EXPECT_EQ(SqlText("O'Hare"), "'O''Hare'");
+}
+
+using RegionExport = JobFixture;
+
+TEST_F(RegionExport, EveryTownshipIsTriedAndTheFailuresAreCounted) {
+  const fs::path dir = jobPath;
+  const fs::path region = dir / "COUNTY.def";
+  WriteJob("COUNTY.def", {"COUNTY"});
+  WriteJob("county.HOW", {"T1N", "FIXED", "  ", "/elsewhere/T2N/T2N", "T3N"});
+  std::vector<RegionTownship> townships;
+  std::string error;
+  ASSERT_TRUE(RegionTownships(region.string(), townships, error)) << error;
+  ASSERT_EQ(townships.size(), 3u);
+  EXPECT_EQ(townships[0].def, (dir / "T1N.def").string());
+  EXPECT_EQ(townships[1].name, "T2N");
+  EXPECT_EQ(townships[1].def, "/elsewhere/T2N/T2N.def");
+
+  // Read one after the other, written by two threads: each township is told once, the failures
+  // of reading and of writing alike, and the summary comes last.
+  std::vector<std::string> lines;
+  const RegionExportResult result = ExportRegion(
+      townships,
+      [](const RegionTownship& t) {
+        if (t.name == "T2N") throw std::runtime_error("disk gone");
+        PreparedTownship p;
+        p.township = t.name;
+        p.ok = t.name != "T1N";
+        p.report.error = "no such job definition: " + t.def;
+        GisLayer points{"points", GeometryKind::Point, {}, std::vector<GisFeature>(5)};
+        GisLayer parcels{"parcels", GeometryKind::Point, {}, std::vector<GisFeature>(2)};
+        p.plan.layers = {points, parcels};
+        return p;
+      },
+      [](const PreparedTownship& p) {
+        GisWriteResult written;
+        written.ok = p.township == "T3N";
+        written.error = "refused";
+        return written;
+      },
+      [&lines](const std::string& line) { lines.push_back(line); }, 2);
+  EXPECT_FALSE(result.ok());
+  EXPECT_EQ(lines, (std::vector<std::string>{"[1/3] T1N: FAILED: no such job definition: " + townships[0].def,
+                                              "[2/3] T2N: FAILED: disk gone", "[3/3] T3N: 7 features",
+                                              "1 of 3 townships exported, 7 features; failed: T1N T2N"}));
+
+  fs::create_directory(dir / "T3N.COR");
+  WriteJob("T3N.def", {"T3N"});
+  EXPECT_FALSE(JobFilesReadable((dir / "T3N.def").string(), error));
+  EXPECT_EQ(error, (dir / "T3N.COR").string() + " cannot be read");
+  EXPECT_TRUE(JobFilesReadable(townships[0].def, error)) << "no files of the job at all is a missing job, told later";
+  EXPECT_FALSE(RegionTownships((dir / "NONE.def").string(), townships, error));
+}
 
 }  // namespace
 }  // namespace tessel

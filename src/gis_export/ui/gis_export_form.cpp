@@ -12,8 +12,10 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "db_export/db_settings.h"
 #include "gis_export/gis_export.h"
 #include "paint/qt_text.h"
 #include "forms/ui/named_widgets.h"
@@ -56,6 +58,28 @@ GisExportForm::GisExportForm(Session& session, QWidget* parent) : QDialog(parent
   writePrj_ = new QCheckBox(tr("Write this system to the job's .prj"), this);
   writePrj_->setObjectName(QStringLiteral("chkWritePrj"));
 
+  // The destination: a file, or a database whose password is typed for this export only.
+  toFile_ = new QRadioButton(tr("File"), this);
+  toFile_->setObjectName(QStringLiteral("optGisFile"));
+  toDatabase_ = new QRadioButton(tr("Database (PostgreSQL/PostGIS)"), this);
+  toDatabase_->setObjectName(QStringLiteral("optGisDatabase"));
+  toFile_->setChecked(true);
+  const DbConnection saved = ReadDbConnection(session_);
+  auto field = [this](const char* name, const std::string& text, const QString& hint) {
+    auto* edit = new QLineEdit(FromBytes(text), this);
+    edit->setObjectName(QLatin1String(name));
+    edit->setPlaceholderText(hint);
+    return edit;
+  };
+  service_ = field("txtDbService", saved.service, tr("a service of pg_service.conf, or empty"));
+  host_ = field("txtDbHost", saved.host, tr("localhost"));
+  port_ = field("txtDbPort", saved.port, tr("5432"));
+  database_ = field("txtDbName", saved.database, QString());
+  user_ = field("txtDbUser", saved.user, QString());
+  schema_ = field("txtDbSchema", saved.schema, tr("public"));
+  password_ = field("txtDbPassword", {}, tr("empty to use ~/.pgpass or the service; never stored"));
+  password_->setEchoMode(QLineEdit::Password);
+
   QPushButton* ok = Button(this, "cmdGisExport", tr("Export"));
   QPushButton* cancel = Button(this, "cmdGisCancel", tr("Cancel"));
   ok->setDefault(true);
@@ -63,9 +87,29 @@ GisExportForm::GisExportForm(Session& session, QWidget* parent) : QDialog(parent
   auto* fileRow = new QHBoxLayout;
   fileRow->addWidget(file_, 1);
   fileRow->addWidget(browse);
+  auto* destination = new QHBoxLayout;
+  destination->addWidget(toFile_);
+  destination->addWidget(toDatabase_);
+  destination->addStretch();
+  fileBox_ = new QWidget(this);
+  auto* fileForm = new QFormLayout(fileBox_);
+  fileForm->setContentsMargins(0, 0, 0, 0);
+  fileForm->addRow(tr("File:"), fileRow);
+  fileForm->addRow(tr("Format:"), format_);
+  databaseBox_ = new QWidget(this);
+  auto* databaseForm = new QFormLayout(databaseBox_);
+  databaseForm->setContentsMargins(0, 0, 0, 0);
+  databaseForm->addRow(tr("Service:"), service_);
+  databaseForm->addRow(tr("Host:"), host_);
+  databaseForm->addRow(tr("Port:"), port_);
+  databaseForm->addRow(tr("Database:"), database_);
+  databaseForm->addRow(tr("User:"), user_);
+  databaseForm->addRow(tr("Schema:"), schema_);
+  databaseForm->addRow(tr("Password:"), password_);
   auto* form = new QFormLayout;
-  form->addRow(tr("File:"), fileRow);
-  form->addRow(tr("Format:"), format_);
+  form->addRow(tr("Export to:"), destination);
+  form->addRow(fileBox_);
+  form->addRow(databaseBox_);
   form->addRow(tr("Layers:"), layers_);
   auto* crsBox = new QVBoxLayout;
   crsBox->addWidget(search_);
@@ -93,6 +137,7 @@ GisExportForm::GisExportForm(Session& session, QWidget* parent) : QDialog(parent
     if (const auto choice = session_.user.ChooseFile(request)) SetOutput(FromBytes(choice->fileName));
   });
   connect(file_, &QLineEdit::textChanged, this, [this] { ShowFormat(); });
+  connect(toDatabase_, &QRadioButton::toggled, this, [this] { ShowDestination(); });
   connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) { FilterZones(text); });
   connect(zones_, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
     if (item) crs_->setText(item->data(Qt::UserRole).toString());
@@ -106,6 +151,12 @@ GisExportForm::GisExportForm(Session& session, QWidget* parent) : QDialog(parent
     SetOutput(FromBytes(session_.JobBase + ".gpkg"));
   }
   ShowFormat();
+  ShowDestination();
+}
+
+void GisExportForm::ShowDestination() {
+  fileBox_->setVisible(!toDatabase_->isChecked());
+  databaseBox_->setVisible(toDatabase_->isChecked());
 }
 
 void GisExportForm::SetOutput(const QString& path) { file_->setText(path); }
@@ -136,6 +187,11 @@ bool GisExportForm::Export() {
   if (request.layers.empty()) {
     session_.user.Message("Choose at least one layer to export.", Icon::Exclamation, Buttons::Ok, kGisExportTitle);
     return false;
+  }
+  if (toDatabase_->isChecked()) {
+    const DbConnection connection{ToBytes(service_->text()), ToBytes(host_->text()), ToBytes(port_->text()),
+                                  ToBytes(database_->text()), ToBytes(user_->text()), ToBytes(schema_->text())};
+    return RunDbExport(session_, connection, ToBytes(password_->text()), request, writePrj_->isChecked());
   }
   return RunGisExport(session_, request, writePrj_->isChecked());
 }

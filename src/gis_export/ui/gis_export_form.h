@@ -1,7 +1,8 @@
 #pragma once
-// frmGisExport: the file to export to (its type chooses the format), the layers to include and
-// the coordinate reference system, with a searchable list of the State Plane zones GDAL knows.
-// The export itself and its messages are the gis_export library's.
+// frmGisExport: the file to export to (its type chooses the format) or a PostGIS database, the
+// layers to include and the coordinate reference system, with a searchable list of the State
+// Plane zones GDAL knows. The export itself and its messages are the gis_export and db_export
+// libraries'.
 
 #include <QDialog>
 
@@ -12,6 +13,8 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QMainWindow;
+class QRadioButton;
+class QWidget;
 
 namespace tessel {
 
@@ -30,8 +33,20 @@ class GisExportForm : public QDialog {
 
  private:
   void ShowFormat();
+  void ShowDestination();
   void FilterZones(const QString& text);
   Session& session_;
+  QRadioButton* toFile_;
+  QRadioButton* toDatabase_;
+  QWidget* fileBox_;
+  QWidget* databaseBox_;
+  QLineEdit* service_;
+  QLineEdit* host_;
+  QLineEdit* port_;
+  QLineEdit* database_;
+  QLineEdit* user_;
+  QLineEdit* schema_;
+  QLineEdit* password_;
   QLineEdit* file_;
   QLabel* format_;
   QListWidget* layers_;
