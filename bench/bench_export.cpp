@@ -65,15 +65,18 @@ bool BenchRegion(const fs::path& def, const fs::path& toolFolder, const std::str
         return prepared;
       },
       [&](const tessel::PreparedTownship& prepared) {
-        return tessel::WriteDatabaseExport(prepared.plan, target, prepared.township);
+        return tessel::WriteDatabaseExport(prepared.plan, target, prepared.township, tessel::SpatialIndex::Later);
       },
       [&](const std::string& line) {
         if (line.find("FAILED") != std::string::npos && failure.empty()) failure = line;
       },
       2);
+  std::vector<std::string> tables;
+  for (const std::string_view layer : tessel::kGisLayerNames) tables.emplace_back(layer);
+  if (const std::string error = tessel::MakeMissingSpatialIndexes(target, tables); !error.empty()) failure = error;
   const double totalS = Ms(t0, Clock::now()) / 1000.0;
   tessel::FileClose(session);
-  if (!result.ok()) {
+  if (!result.ok() || !failure.empty()) {
     std::fprintf(stderr, "bench-export: %s\n", failure.c_str());
     return false;
   }

@@ -23,9 +23,10 @@ bool PrepareDatabaseExport(const Session& session, const GisExportRequest& reque
   return PrepareGisExport(session, request, plan, report);
 }
 
-GisWriteResult WriteDatabaseExport(const GisExportPlan& plan, const std::string& target, const std::string& township) {
+GisWriteResult WriteDatabaseExport(const GisExportPlan& plan, const std::string& target, const std::string& township,
+                                   SpatialIndex spatialIndex) {
   try {
-    return ReplaceTownship(plan.layers, target, township, plan.crs);
+    return ReplaceTownship(plan.layers, target, township, plan.crs, spatialIndex);
   } catch (const std::exception& fault) {
     GisWriteResult written;
     written.error = RedactedTarget(target) + ": " + township + " was not written, " + fault.what();

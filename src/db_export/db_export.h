@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "db_export/db_writer.h"
 #include "gis_export/gis_export.h"
 
 namespace tessel {
@@ -15,7 +16,8 @@ bool PrepareDatabaseExport(const Session& session, const GisExportRequest& reque
                            GisExportReport& report);
 
 // Writes the plan's layers as the township's rows of `target`; a fault is its error.
-GisWriteResult WriteDatabaseExport(const GisExportPlan& plan, const std::string& target, const std::string& township);
+GisWriteResult WriteDatabaseExport(const GisExportPlan& plan, const std::string& target, const std::string& township,
+                                   SpatialIndex spatialIndex = SpatialIndex::WithTable);
 
 // Exports the open job's layers into `request.out`, replacing the rows of the job's township
 // there in one transaction. The report names the target (its password hidden) as its file.

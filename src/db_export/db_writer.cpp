@@ -19,11 +19,13 @@ namespace tessel {
 #ifndef TESSEL_WITH_GDAL
 
 GisWriteResult ReplaceTownship(const std::vector<GisLayer>&, const std::string&, const std::string&,
-                               const std::optional<GisCrs>&) {
+                               const std::optional<GisCrs>&, SpatialIndex) {
   GisWriteResult result;
   result.error = kNoGdalText;
   return result;
 }
+
+std::string MakeMissingSpatialIndexes(const std::string&, const std::vector<std::string>&) { return kNoGdalText; }
 
 #else
 
@@ -72,8 +74,8 @@ std::string Quoted(const std::string& name) { return "\"" + name + "\""; }
 
 // The layer's table, made when missing (`made` then set); nullptr with `error` set when it
 // cannot be.
-OGRLayerH TableOf(GDALDatasetH ds, bool database, const GisLayer& layer, OGRSpatialReferenceH srs, bool& made,
-                  GdalMessages& messages, std::string& error) {
+OGRLayerH TableOf(GDALDatasetH ds, bool database, const GisLayer& layer, OGRSpatialReferenceH srs,
+                  SpatialIndex spatialIndex, bool& made, GdalMessages& messages, std::string& error) {
   OGRLayerH table = GDALDatasetGetLayerByName(ds, layer.name.c_str());
   if (table != nullptr) {
     // The rows of a table share its system: a township in another would land in the wrong place.
@@ -87,8 +89,10 @@ OGRLayerH TableOf(GDALDatasetH ds, bool database, const GisLayer& layer, OGRSpat
     return table;
   }
   messages.failures.clear();
-  const char* options[] = {"GEOMETRY_NAME=geom", "FID=fid", database ? "SPATIAL_INDEX=GIST" : "SPATIAL_INDEX=YES",
-                           nullptr};
+  const char* index = !database ? "SPATIAL_INDEX=YES"
+                      : spatialIndex == SpatialIndex::Later ? "SPATIAL_INDEX=NONE"
+                                                            : "SPATIAL_INDEX=GIST";
+  const char* options[] = {"GEOMETRY_NAME=geom", "FID=fid", index, nullptr};
   table = GDALDatasetCreateLayer(ds, layer.name.c_str(), srs, WkbOf(layer.kind), const_cast<char**>(options));
   if (table == nullptr) {
     error = "the table " + layer.name + " cannot be made: " + OneLineDbError(messages.LastFailure());
@@ -178,7 +182,8 @@ GDALDatasetH Open(const std::string& target, bool database, GdalMessages& messag
 }  // namespace
 
 GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::string& target,
-                               const std::string& township, const std::optional<GisCrs>& crs) {
+                               const std::string& township, const std::optional<GisCrs>& crs,
+                               SpatialIndex spatialIndex) {
   GisWriteResult result;
   GDALAllRegister();
   GdalMessages messages;
@@ -242,7 +247,7 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::s
   }
   for (const GisLayer& layer : layers) {
     bool made = false;
-    OGRLayerH table = TableOf(ds.get(), database, layer, srs, made, messages, error);
+    OGRLayerH table = TableOf(ds.get(), database, layer, srs, spatialIndex, made, messages, error);
     if (table == nullptr) return fail(error);
     const std::string tableName = Quoted(OGR_L_GetName(table));
     // The township's index comes with the table: CREATE INDEX locks the table against writers to
@@ -268,6 +273,33 @@ GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::s
   result.warnings = messages.warnings;
   result.ok = true;
   return result;
+}
+
+std::string MakeMissingSpatialIndexes(const std::string& target, const std::vector<std::string>& tables) {
+  GDALAllRegister();
+  GdalMessages messages;
+  std::string error;
+  OpenDataset ds(Open(target, true, messages, error));
+  if (ds.get() == nullptr) return RedactedTarget(target) + ": " + error;
+  for (const std::string& table : tables) {
+    // -1 for a table the export did not make (a layer without features in every township).
+    const std::string regclass = "to_regclass(" + SqlText(Quoted(table)) + ")";
+    const std::optional<long long> indexes =
+        Count(ds.get(), "SELECT CASE WHEN " + regclass + " IS NULL THEN -1 ELSE (SELECT count(*) FROM pg_index i JOIN "
+                        "pg_class c ON c.oid = i.indexrelid JOIN pg_am a ON a.oid = c.relam WHERE i.indrelid = " +
+                            regclass + " AND a.amname = 'gist') END");
+    if (!indexes) {
+      return RedactedTarget(target) + ": the table " + table + " cannot be read: " + OneLineDbError(messages.LastFailure());
+    }
+    if (*indexes != 0) continue;
+    if (!Execute(ds.get(),
+                 "CREATE INDEX " + Quoted(table + "_geom_geom_idx") + " ON " + Quoted(table) + " USING GIST (geom)",
+                 messages)) {
+      return RedactedTarget(target) + ": the table " + table +
+             " cannot be indexed: " + OneLineDbError(messages.LastFailure());
+    }
+  }
+  return {};
 }
 
 #endif

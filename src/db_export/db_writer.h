@@ -21,7 +21,17 @@ inline constexpr const char* kTownshipColumn = "township";
 // layers' tables of a database are made one export at a time, so that concurrent exports of
 // other townships wait for them rather than fail. A failure rolls the whole township back; its
 // error is one line.
+//
+// A database's tables made by a region's export may leave their spatial index for the end
+// (`SpatialIndex::Later`): one index built over all the region's rows is made far sooner than one
+// kept up row by row. MakeMissingSpatialIndexes then makes it.
+enum class SpatialIndex { WithTable, Later };
 GisWriteResult ReplaceTownship(const std::vector<GisLayer>& layers, const std::string& target,
-                               const std::string& township, const std::optional<GisCrs>& crs);
+                               const std::string& township, const std::optional<GisCrs>& crs,
+                               SpatialIndex spatialIndex = SpatialIndex::WithTable);
+
+// Makes the spatial index of each of the database's `tables` that has none; the error in one line,
+// or empty.
+std::string MakeMissingSpatialIndexes(const std::string& target, const std::vector<std::string>& tables);
 
 }  // namespace tessel

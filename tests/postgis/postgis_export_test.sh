@@ -57,6 +57,17 @@ for layer in "${layers[@]}"; do
     "$(q -c "SELECT count(*), min(n), max(n) FROM (SELECT count(*) AS n FROM $layer WHERE township LIKE 'TWP%' GROUP BY township) t")"
 done
 
+# A region into a database without tables: its tables get their spatial index once its rows are in.
+q -d postgres -c "CREATE DATABASE regionfresh"
+q -d regionfresh -c "CREATE EXTENSION postgis"
+"$batch" export-region "$work/region/COUNTY.def" "PG:dbname=regionfresh" --crs EPSG:3435 --tool-folder "$work/tool" \
+  > "$work/fresh.txt" || fail "export-region into a fresh database ended with $?"
+for layer in "${layers[@]}"; do
+  check "$layer of a region made anew has a spatial index and one on the township" "1|1|21" "$(q -d regionfresh -c "SELECT
+      count(*) FILTER (WHERE indexdef LIKE '%USING gist (geom)%'), count(*) FILTER (WHERE indexdef LIKE '%(township)%'),
+      (SELECT count(DISTINCT township) FROM $layer) FROM pg_indexes WHERE tablename = '$layer'")"
+done
+
 # A township whose folder is missing and one whose file cannot be read: told, and the others go on.
 printf 'TWP01\r\nNOREL\r\n%s/gone/TWP99\r\nTWP02\r\n' "$work" > "$work/region/BROKEN.how"
 cp "$work/job/$job.def" "$work/region/BROKEN.def"
