@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QStringList>
 
 namespace tessel {
@@ -74,6 +75,11 @@ void QtUserPort::Status(int panel, const std::string& text) {
   const QString value = FromBytes(text);
   // A load sets the same text many times over; only a change is worth a repaint.
   if (label->text() != value) label->setText(value);
+}
+
+void QtUserPort::Note(const std::string& text) {
+  // Long enough to be read after the command's last box has been closed.
+  window_.statusBar()->showMessage(FromBytes(text), 15000);
 }
 
 void QtUserPort::SetPointer(Pointer pointer) {

@@ -23,6 +23,7 @@ class QtUserPort : public UserPort {
                                    const std::string& initial) override;
   std::optional<FileChoice> ChooseFile(const FileRequest& request) override;
   void Status(int panel, const std::string& text) override;
+  void Note(const std::string& text) override;
   void SetPointer(Pointer pointer) override;
   void SetTitle(const std::string& title) override;
   void SetEnabled(const std::string& name, bool enabled) override;

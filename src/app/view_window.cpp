@@ -13,7 +13,10 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QStatusBar>
+#include <QVBoxLayout>
 
+#include "app/legend_dock.h"
+#include "app/notice_bar.h"
 #include "app/subsystem_forms.h"
 #include "app/tool_log_dock.h"
 #include "app/toolbar_icons.h"
@@ -37,8 +40,16 @@ namespace tessel {
 ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow(parent) {
   setObjectName(QStringLiteral("View"));
   setWindowTitle(QStringLiteral("Tessel"));
-  canvas_ = new CanvasWidget(this);
-  setCentralWidget(canvas_);
+  // The notice bar stands over the canvas, which takes the rest of the window.
+  auto* centre = new QWidget(this);
+  auto* column = new QVBoxLayout(centre);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  notices_ = new NoticeBar(centre);
+  column->addWidget(notices_);
+  canvas_ = new CanvasWidget(centre);
+  column->addWidget(canvas_, 1);
+  setCentralWidget(centre);
   BuildStatusBar();
 
   user_ = std::make_unique<QtUserPort>(*this, std::array<QLabel*, 5>{panels_[0], panels_[1], panels_[2], panels_[3], hiddenLabels_});
@@ -50,7 +61,19 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   toolLog_ = new ToolLogDock(session_->toolLog, this);
   addDockWidget(Qt::BottomDockWidgetArea, toolLog_);
   toolLog_->hide();
-  processes_->OnLogged([this](const ToolLogEntry& entry) { toolLog_->Append(entry); });
+  connect(notices_, &NoticeBar::toolLogAsked, toolLog_, [this] {
+    toolLog_->show();
+    toolLog_->raise();
+  });
+  processes_->OnLogged([this](const ToolLogEntry& entry) {
+    toolLog_->Append(entry);
+    const std::string notice = session_->toolLog.NoticeFor(entry);
+    if (!notice.empty()) notices_->Add(QString::fromLocal8Bit(notice.c_str()));
+  });
+  legend_ = new LegendDock(*session_, this);
+  addDockWidget(Qt::RightDockWidgetArea, legend_);
+  // Shown from the View menu: the window keeps the canvas in the view's shape, docks or not.
+  legend_->hide();
   viewer_ = std::make_unique<Viewer>(*session_);
   session_->display = viewer_.get();
   session_->ToolFolder = QDir::toNativeSeparators(toolFolder).toLocal8Bit().toStdString();
@@ -67,6 +90,15 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   BuildToolBar();
   // After the popups, which the forms extend too.
   InstallSubsystemForms(*this, *session_);
+  // The legend greys the rows of a layer switched off.
+  for (const LayerRow& layer : kLayers) {
+    if (auto* entry = findChild<QAction*>(QString::fromLatin1(layer.menu))) {
+      connect(entry, &QAction::toggled, legend_, &LegendDock::Refill);
+    }
+  }
+  if (auto* cama = findChild<QAction*>(QStringLiteral("mnuViewCama"))) {
+    connect(cama, &QAction::toggled, legend_, &LegendDock::Refill);
+  }
 
   Session& s = *session_;
   connect(canvas_, &CanvasWidget::mousePressed, this, [this, &s](Qt::MouseButton b, QPointF w) {
@@ -104,7 +136,11 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
 
 ViewWindow::~ViewWindow() = default;
 
-void ViewWindow::Load() { MainFormLoad(*session_); }
+void ViewWindow::Load() {
+  MainFormLoad(*session_);
+  // The configuration just read sets the colours.
+  legend_->Refill();
+}
 
 void ViewWindow::ShowCursorPosition(QPointF world) {
   if (session_->JobBase.empty()) {
@@ -160,8 +196,12 @@ void ViewWindow::resizeEvent(QResizeEvent* event) {
   // the view's own values hold on it. A maximised window takes the screen's shape; the view then
   // follows the canvas.
   if (shaping_ || isMaximized() || isFullScreen()) return;
-  const int extra = width() - canvas_->width();
-  const int wanted = static_cast<int>(std::lround(canvas_->height() * kAspect)) + extra;
+  // The centre's size, which the window's layout has set by now (the canvas follows it later):
+  // the canvas is the centre less the notice bar when that shows.
+  const QWidget* centre = centralWidget();
+  const int canvasHeight = centre->height() - (notices_->isHidden() ? 0 : notices_->height());
+  const int extra = width() - centre->width();
+  const int wanted = static_cast<int>(std::lround(canvasHeight * kAspect)) + extra;
   if (wanted > 0 && wanted != width()) {
     shaping_ = true;
     resize(wanted, height());

@@ -42,6 +42,8 @@ class ViewWindow : public QMainWindow {
   bool PrintOn(QPrinter& printer, std::string& reason);
   // The Tool Log window.
   class ToolLogDock& toolLog() { return *toolLog_; }
+  // The Legend window.
+  class LegendDock& legend() { return *legend_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -74,6 +76,8 @@ class ViewWindow : public QMainWindow {
   DragState drag_;
   std::unique_ptr<QPrinter> printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
   class ToolLogDock* toolLog_ = nullptr;
+  class NoticeBar* notices_ = nullptr;
+  class LegendDock* legend_ = nullptr;
   QLabel* coordinates_ = nullptr;
   QLabel* hiddenLabels_ = nullptr;
   QPointF pressPixel_;

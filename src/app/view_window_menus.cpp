@@ -14,6 +14,7 @@
 #include <QPrintDialog>
 #include <QStatusBar>
 
+#include "app/legend_dock.h"
 #include "app/subsystem_forms.h"
 #include "app/tool_log_dock.h"
 #include "app/toolbar_icons.h"
@@ -121,6 +122,7 @@ void ViewWindow::BuildMenus() {
             const int mode = s.config.BackgroundMode;
             s.canvas.SetColours(BackColour(mode), ForeColour(mode));
             s.canvas.SetPenStyle(s.config.LineTypeLSA);
+            legend_->Refill();
             Redraw(s);
           });
   file->addSeparator();
@@ -169,6 +171,10 @@ void ViewWindow::BuildMenus() {
   toolLog->setObjectName(QStringLiteral("mnuViewToolLog"));
   toolLog->setText(QStringLiteral("Tool Log"));
   view->addAction(toolLog);
+  QAction* legend = legend_->toggleViewAction();
+  legend->setObjectName(QStringLiteral("mnuViewLegend"));
+  legend->setText(QStringLiteral("Legend"));
+  view->addAction(legend);
   QAction* allLabels = AddEntry(view, "mnuViewAllLabels", QStringLiteral("Draw All Labels"));
   allLabels->setCheckable(true);
   connect(allLabels, &QAction::toggled, this, [&s](bool on) {

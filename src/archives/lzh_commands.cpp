@@ -14,14 +14,16 @@ namespace tessel {
 
 namespace {
 
-// Starts the archiver; its end is told in a box when it went wrong. False when it could not
-// start, which is told at once.
-bool StartArchiver(Session& session, const Launch& launch, const std::string& folder, ShowMode mode) {
+// Starts the archiver; its end is told in a box when it went wrong, and by `done` in the status
+// bar when it went well. False when it could not start, which is told at once.
+bool StartArchiver(Session& session, const Launch& launch, const std::string& folder, ShowMode mode,
+                   const std::string& done = {}) {
   bool started = false;
   StepOver([&] {
-    started = session.processes.SpawnReported(launch, folder, mode, [&session, launch](const SpawnEnd& end) {
+    started = session.processes.SpawnReported(launch, folder, mode, [&session, launch, done](const SpawnEnd& end) {
       const std::string trouble = ArchiverTrouble(launch, end);
       if (!trouble.empty()) session.user.Message(trouble, Icon::Exclamation);
+      else if (!done.empty()) session.user.Note(done);
     });
   });
   return started;
@@ -80,6 +82,10 @@ std::string ArchiverTrouble(const Launch& launch, const SpawnEnd& end) {
   return {};
 }
 
+std::string LzhArchivedNote(std::size_t files, const std::string& jobName, const std::string& archive) {
+  return std::to_string(files) + (files == 1 ? " file" : " files") + " of " + jobName + " archived in " + archive;
+}
+
 void LzhExtract(Session& session) {
   FileRequest request;
   request.title = kLzhExtractTitle;
@@ -99,7 +105,8 @@ void LzhSave(Session& session) {
   const std::string archive = session.JobBase + ".lzh";
   PatternFiles job;
   if (!JobFiles(session, archive, job)) return;
-  StartArchiver(session, ArchiverLaunch(session, "u", archive, job.names), job.location, ShowMode::Normal);
+  StartArchiver(session, ArchiverLaunch(session, "u", archive, job.names), job.location, ShowMode::Normal,
+                LzhArchivedNote(job.names.size(), session.JobName, archive));
 }
 
 bool LzhSaveAs(Session& session) {
@@ -109,7 +116,8 @@ bool LzhSaveAs(Session& session) {
   const std::string archive = *name + ".lzh";
   PatternFiles job;
   if (!JobFiles(session, archive, job)) return false;
-  if (!StartArchiver(session, ArchiverLaunch(session, "a", archive, job.names), job.location, ShowMode::Normal)) {
+  if (!StartArchiver(session, ArchiverLaunch(session, "a", archive, job.names), job.location, ShowMode::Normal,
+                     LzhArchivedNote(job.names.size(), session.JobName, archive))) {
     return false;
   }
   session.user.Message(kLzhWaitNotice);

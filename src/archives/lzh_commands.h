@@ -4,6 +4,7 @@
 // argument, so a blank in a folder's name splits nothing. The archiver's end is watched: one
 // that could not start, crashed or ended with an exit code other than 0 is told in a box.
 
+#include <cstddef>
 #include <string>
 
 #include "model/session.h"
@@ -35,6 +36,8 @@ std::string ArchiverTrouble(const Launch& launch, const SpawnEnd& end);
 // current folder, and at once the box "Archive Extracted. Use File, Open to view the job".
 // A cancelled choice ends the command, and so does an archiver that could not start.
 void LzhExtract(Session& session);
+// The status bar's word once the archiver has written the job's files into `archive`.
+std::string LzhArchivedNote(std::size_t files, const std::string& jobName, const std::string& archive);
 // "Save Archive": "<lha> u <JobBase>.lzh" and the job's files, JobBase.* by their names in the
 // job's folder, run there in a normal window; the archive thus holds the files without their
 // folder, and never itself. Nothing without a job; when no file matches, a box and nothing.

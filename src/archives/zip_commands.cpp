@@ -37,6 +37,7 @@ int UnzipCommand(Session& session, const std::string& zipFile, const std::string
   std::string problem;
   const std::int16_t code = UnzipArchive(zipFile, target, kZipAllItems, convertLf, &problem);
   if (code != kZipOk) session.user.Message(problem, Icon::Stop, Buttons::Ok, kUnzipTitle);
+  else session.user.Note(zipFile + " unzipped into " + target);
   if (setAsJobFolder) {
     session.user.Message(kUnzipOpenHint);
     std::string folder = target;
@@ -75,6 +76,10 @@ std::string ZipCurrentInFolder(const Session& session, const std::string& folder
   return trimmed + PathSeparator() + session.JobName + ".zip";
 }
 
+std::string ZipWrittenNote(std::size_t files, const std::string& zipFile) {
+  return std::to_string(files) + (files == 1 ? " file" : " files") + " zipped into " + zipFile;
+}
+
 std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile) {
   // The job's files under their names in the job's folder: the archive unpacks into any folder
   // as a job that opens there.
@@ -85,6 +90,7 @@ std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile) {
   std::string problem = "No file matches " + pattern + ".";
   const std::int16_t code = files.empty() ? std::int16_t{kZipNothingToDo} : ZipFiles(zipFile, files, &problem);
   if (code != kZipOk) TellAddFailed(session, zipFile, problem, kZipCurrentTitle);
+  else session.user.Note(ZipWrittenNote(files.size(), zipFile));
   return code;
 }
 
@@ -106,6 +112,8 @@ bool ZipManualFinish(Session& session, const std::string& zipFile, const std::st
   std::string problem;
   if (ZipArchive(Trim(zipFile), items, session.CurrentFolder, &problem) != kZipOk) {
     TellAddFailed(session, Trim(zipFile), problem, kZipWizardTitle);
+  } else {
+    session.user.Note(ZipWrittenNote(ExpandZipItems(items, session.CurrentFolder).size(), Trim(zipFile)));
   }
   return true;
 }

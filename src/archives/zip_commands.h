@@ -3,6 +3,7 @@
 // or updates one (frmZipWiz1 to frmZipWiz3, frmSelectZip, frmZipNew). The forms show and
 // forward; the texts and rules are here.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -54,8 +55,12 @@ std::string ZipCurrentDefault(const Session& session);
 std::string ZipCurrentInFolder(const Session& session, const std::string& folder);
 // "Finish": the job's files, JobBase and ".*", into the archive, each under its name in the
 // job's folder (so that the archive unpacks into any folder as a job that opens there). An add
-// that fails is told in a box naming the archive. Returns the result code.
+// that fails is told in a box naming the archive, one that went well in the status bar. Returns
+// the result code.
 std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile);
+
+// The status bar's word for an archive written with `files` files.
+std::string ZipWrittenNote(std::size_t files, const std::string& zipFile);
 
 // frmZipWiz3: "Use wildcards" adds folder, separator and pattern, in double quotes when the
 // folder has a blank (see ZipListItem); frmZipNew gives folder, separator, name and ".zip".

@@ -201,6 +201,11 @@ void ApplyKind(LineInput& line, AddKind kind) {
   }
 }
 
+std::string BlankFieldMessage(const std::string& label, int line, int lines) {
+  return "The field \"" + label + "\"" + (lines > 1 ? " of line " + std::to_string(line + 1) : std::string()) +
+         " is empty.";
+}
+
 std::optional<CheckFailure> CheckDefinition(DefinitionInput& input) {
   for (LineInput& line : input.lines) {
     if (Blank(line.at(F::Bearing))) line.at(F::Bearing) = ".00000";
@@ -233,6 +238,20 @@ std::optional<CheckFailure> CheckDefinition(DefinitionInput& input) {
     }
     for (int l = 0; l < lines; ++l) {
       if (!ChosenKind(input, l)) return CheckFailure{kMsgNeedKind, {FieldRef::Where::Kind, l, F::From}};
+    }
+    // The point ids (and the quadrant) a line's kind uses: left blank they would be written as
+    // a definition of nothing.
+    for (int l = 0; l < lines; ++l) {
+      const AddKind lineKind = *ChosenKind(input, l);
+      const auto labels = FieldLabels(lineKind);
+      const LineInput& line = input.lines[static_cast<std::size_t>(l)];
+      for (LineField field : {F::From, F::To, F::Bearing, F::Prop, F::Total}) {
+        const bool needed = field == F::From || field == F::To || TakesId(lineKind, field);
+        const std::string& text = line.at(field);
+        if (needed && (Blank(text) || (TakesId(lineKind, field) && UnusedMark(text)))) {
+          return CheckFailure{BlankFieldMessage(labels[static_cast<std::size_t>(field)], l, lines), At(l, field)};
+        }
+      }
     }
   }
   return std::nullopt;

@@ -71,8 +71,11 @@ struct CheckFailure {
   FieldRef focus;
 };
 // The checks on saving, in their order; empty fields are filled first (which stays, as on the
-// form). Nothing when the definition can be written.
+// form). Last, a field holding an id (or the quadrant) that the line's kind uses must not be
+// blank. Nothing when the definition can be written.
 std::optional<CheckFailure> CheckDefinition(DefinitionInput& input);
+// The message for a used field left blank: its caption, and the line when there are two.
+std::string BlankFieldMessage(const std::string& label, int line, int lines);
 
 // The one or two .add lines of a checked definition.
 std::vector<std::string> DefinitionLines(const DefinitionInput& input);

@@ -414,20 +414,34 @@ void LinkParcelsWithCama(Session& s) {
     const Answer answer = s.user.Message(kMsgAlreadyLinked, Icon::Question, Buttons::YesNoCancel);
     if (answer == Answer::Yes) {
       s.user.SetPointer(Pointer::Hourglass);
-      LoadLinkFile(s);
+      const bool loaded = LoadLinkFile(s);
       s.user.SetPointer(Pointer::Default);
       RedrawLinks(s);
+      if (loaded) s.user.Note(CamaLinkNote(s, false));
     } else if (answer == Answer::No) {
       s.user.Message(kMsgDeleteBeforeRecompute);
     }
     return;
   }
   s.user.SetPointer(Pointer::Hourglass);
-  RunLinkChain(s);
+  const bool linked = RunLinkChain(s);
   s.Changed(Change::Cama);
   s.user.SetPointer(Pointer::Default);
   s.user.Status(1, s.JobName);
   RedrawLinks(s);
+  if (linked) s.user.Note(CamaLinkNote(s, true));
+}
+
+std::string CamaLinkNote(const Session& s, bool computed) {
+  const CamaStore& c = s.cama;
+  int linked = 0;
+  for (int i = 1; i <= c.LinkCount; ++i) {
+    if (IsLinkedGeocode(c.LinkGeocode.get(i))) ++linked;
+  }
+  const std::string counts = std::to_string(linked) + " of " + std::to_string(c.LinkCount) + " parcel link records";
+  if (!computed) return counts + " linked, loaded from " + s.JobName + ".mtc";
+  return counts + " linked with CAMA; links written to " + s.JobName + ".mtc, statistics added to " + s.JobName +
+         ".phd";
 }
 
 

@@ -56,6 +56,9 @@ bool LoadLinkFile(Session& session);
 
 // "Link Parcels with CAMA": with a .mtc present offers to load it, else runs the chain.
 void LinkParcelsWithCama(Session& session);
+// The status bar's word after the link was computed (`computed`) or loaded from .mtc: how many
+// link records hold a Geocode, and the files written.
+std::string CamaLinkNote(const Session& session, bool computed);
 
 // Empties the link tables.
 void ClearCamaVariables(Session& session);

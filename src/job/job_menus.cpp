@@ -10,12 +10,14 @@ void EnableJobMenus(Session& session, bool withArchives) {
     for (const char* name : kArchiveMenus) session.user.SetEnabled(name, true);
   }
   for (const char* name : kJobMenusKeptAfterClose) session.user.SetEnabled(name, true);
+  for (const char* name : kJobEntries) session.user.SetEnabled(name, true);
   session.user.SetEnabled("mnuFileOpen", false);
 }
 
 void DisableJobMenus(Session& session) {
   for (const char* name : kJobMenus) session.user.SetEnabled(name, false);
   for (const char* name : kArchiveMenus) session.user.SetEnabled(name, false);
+  for (const char* name : kJobEntries) session.user.SetEnabled(name, false);
   session.user.SetEnabled("mnuFileOpen", true);
 }
 

@@ -43,6 +43,9 @@ class UserPort {
   virtual std::optional<FileChoice> ChooseFile(const FileRequest& request) = 0;
   // Panels 1 to 4 of the status bar.
   virtual void Status(int panel, const std::string& text) = 0;
+  // What a command did, said where its own flow is silent (a file written, a link computed): a
+  // passing message in the status bar, which leaves the panels' texts as they are.
+  virtual void Note(const std::string& text) = 0;
   virtual void SetPointer(Pointer pointer) = 0;
   virtual void SetTitle(const std::string& title) = 0;
   // Menu entries, toolbar keys and menus, by object name.

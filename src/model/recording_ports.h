@@ -27,6 +27,7 @@ class RecordingUserPort : public UserPort {
                                    const std::string& initial) override;
   std::optional<FileChoice> ChooseFile(const FileRequest& request) override;
   void Status(int panel, const std::string& text) override;
+  void Note(const std::string& text) override { notes.push_back(text); }
   void SetPointer(Pointer pointer) override { pointers.push_back(pointer); }
   void SetTitle(const std::string& text) override { title = text; }
   void SetEnabled(const std::string& name, bool on) override { enabled[name] = on; }
@@ -64,6 +65,7 @@ class RecordingUserPort : public UserPort {
   // Every text put in each panel, in order; statusNow the texts standing now.
   std::map<int, std::vector<std::string>> status;
   std::map<int, std::string> statusNow;
+  std::vector<std::string> notes;
   std::vector<Pointer> pointers;
   std::string title;
   std::map<std::string, bool> enabled;

@@ -1,5 +1,6 @@
 #include "model/tool_log.h"
 
+#include <cctype>
 #include <cstdio>
 #include <utility>
 
@@ -89,6 +90,22 @@ std::string ToolLogNote(const ToolLogEntry& e) {
     case LaunchOutcome::CouldNotStart: return name + ": could not start";
     default: return name + ": crashed";
   }
+}
+
+std::string ToolNotice(const ToolLogEntry& e) {
+  if (!LaunchNotStarted(e)) return {};
+  const std::string why = e.outcome == LaunchOutcome::NotFound ? (e.reason.empty() ? std::string("not found") : e.reason)
+                                                               : (e.reason.empty() ? std::string("could not start") : e.reason);
+  return FileName(e.launch.program) + " could not be run: " + why +
+         ". The Tool Log (View > Tool Log) lists every start of this session.";
+}
+
+std::string ToolLog::NoticeFor(const ToolLogEntry& entry) {
+  if (!LaunchNotStarted(entry)) return {};
+  std::string key = FileName(entry.launch.program);
+  for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  if (!noticed.insert(key).second) return {};
+  return ToolNotice(entry);
 }
 
 void ToolLog::Add(ToolLogEntry entry) {

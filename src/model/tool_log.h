@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -51,14 +52,24 @@ std::string ToolLogLine(const ToolLogEntry& entry);
 // ToolFolder"; empty for a launch that ran.
 std::string ToolLogNote(const ToolLogEntry& entry);
 
+// The notice of a tool that did not start, shown once per program and session where it cannot be
+// missed, e.g. "fitmain.exe could not be run: not found in ToolFolder. The Tool Log (View >
+// Tool Log) lists every start of this session."
+std::string ToolNotice(const ToolLogEntry& entry);
+
 struct ToolLog {
   // The oldest entries give way beyond this many, so a long session stays small.
   static constexpr std::size_t kKept = 2000;
   std::vector<ToolLogEntry> entries;
   // Entries given way since the start.
   std::size_t dropped = 0;
+  // The programs whose failure to start has been noticed, by lower-case file name.
+  std::set<std::string> noticed;
 
   void Add(ToolLogEntry entry);
+  // The notice for the entry just added when its program did not start and has had no notice
+  // in this session yet (by the program's name, in any case); empty otherwise.
+  std::string NoticeFor(const ToolLogEntry& entry);
   // Entries ever added, those given way included: taken before a launch, it finds the launch's
   // own entries afterwards.
   std::size_t Total() const { return dropped + entries.size(); }

@@ -8,11 +8,8 @@
 
 namespace tessel {
 
-namespace {
-
-using Rows = std::vector<std::pair<std::vector<std::string>, int>>;
-
-const Rows& Table(BandKind kind) {
+const BandRows& BandTable(BandKind kind) {
+  using Rows = BandRows;
   static const Rows ew = {{{"A", "B", "E", "F"}, 5}, {{"C", "D", "G", "H"}, 9}, {{"I", "J", "M", "N"}, 10},
                           {{"K", "L", "O", "P"}, 11}};
   static const Rows ns = {{{"A", "D", "M", "P"}, 5}, {{"B", "C", "N", "O"}, 9}, {{"E", "H", "I", "L"}, 10},
@@ -45,10 +42,8 @@ const Rows& Table(BandKind kind) {
   return nsSection;
 }
 
-}  // namespace
-
 int BandColourNumber(BandKind kind, const std::string& key) {
-  for (const auto& [keys, colour] : Table(kind)) {
+  for (const auto& [keys, colour] : BandTable(kind)) {
     for (const std::string& k : keys) {
       if (k == key) return colour;
     }

@@ -3,12 +3,19 @@
 // east-west rows or north-south columns of a section, or by section in rows or columns of the
 // township. Not a layer: the next refresh wipes it.
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "model/session.h"
 
 namespace tessel {
 
 enum class BandKind { EW, NS, EWSection, NSSection };
 
+// The rows of a band: the keys of each row and its colour number, in order.
+using BandRows = std::vector<std::pair<std::vector<std::string>, int>>;
+const BandRows& BandTable(BandKind kind);
 // The colour number of a key, or 0 when the key is in no row of the band's table.
 int BandColourNumber(BandKind kind, const std::string& key);
 // The key of a parcel line for the band: column 9, or columns 5 to 7.

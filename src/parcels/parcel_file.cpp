@@ -1,6 +1,7 @@
 #include "parcels/parcel_file.h"
 
 #include <cmath>
+#include <filesystem>
 #include <functional>
 #include <tuple>
 #include <unordered_map>
@@ -184,6 +185,9 @@ bool WriteParcels(Session& session) {
     WriteAttributeLines(session, {ParcelWriteRule::Kind::Save, nullptr});
     session.parcels.ParcelDirty = 0;
     saved = true;
+    const std::string iid = std::filesystem::path(ResolveCase(session.DatasetPath(".IID"))).filename().string();
+    session.user.Note("Parcel attributes saved to " + iid + " (the file as it was is kept in " + session.JobName +
+                      ".iib)");
   } catch (const RuntimeFault& fault) {
     // The edits stay in memory, still unsaved, and .IID stays as it was.
     TellFileFault(session.user, fault);

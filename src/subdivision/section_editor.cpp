@@ -289,6 +289,29 @@ void ApplyIntersect(Session& session, SectionForm& form, int position, const Lin
   form.shades[U(position)] = bothMissing ? Shade::Red : Shade::Green;
 }
 
+std::optional<IntersectProblem> CheckIntersect(const LinePair& pair) {
+  static const char* const kLines[2] = {"North-South line", "East-West line"};
+  for (int line = 0; line < 2; ++line) {
+    const std::size_t base = static_cast<std::size_t>(line) * 5;
+    const std::string name = kLines[line];
+    const std::string type = Trim(pair[base]);
+    if (type.size() != 1 || type[0] < '1' || type[0] > '7') {
+      return IntersectProblem{"No line type is chosen for the " + name + ": choose one under \"" + name + " is:\".",
+                              line, 0};
+    }
+    const auto labels = LineFieldLabels(type[0] - '0');
+    const auto groups = LineGroupLabels(type[0] - '0');
+    for (std::size_t k = 0; k < 4; ++k) {
+      if (labels[k].empty() || !Trim(pair[base + k + 1]).empty()) continue;
+      const std::string& group = groups[k / 2];
+      return IntersectProblem{"The field \"" + labels[k] + "\"" + (group.empty() ? "" : " under \"" + group + "\"") +
+                                  " of the " + name + " is empty.",
+                              line, static_cast<int>(k) + 1};
+    }
+  }
+  return std::nullopt;
+}
+
 std::array<std::string, 4> LineFieldLabels(int type) {
   switch (type) {
     case 2:

@@ -81,6 +81,15 @@ void ApplyProportion(Session& session, SectionForm& form, int position, const st
 std::string IntersectHeading(const SectionForm& form, int position);
 LinePair IntersectPrefill(const Session& session, const SectionForm& form, int position);
 void ApplyIntersect(Session& session, SectionForm& form, int position, const LinePair& pair);
+// What keeps a centre's definition from being stored: a line with no type chosen, or a field
+// its type uses left blank (the message names the line and the field). `field` is 0 for the
+// type list, 1 to 4 for the fields; `line` 0 north-south, 1 east-west.
+struct IntersectProblem {
+  std::string message;
+  int line = 0;
+  int field = 0;
+};
+std::optional<IntersectProblem> CheckIntersect(const LinePair& pair);
 // The captions of the four fields of a line definition of `type`; empty for a field not used.
 std::array<std::string, 4> LineFieldLabels(int type);
 // The group captions above the fields of `type` ("First Line", "Second Line", "Parallel to:").

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "model/paths.h"
+#include "model/tool_log.h"
 
 namespace tessel {
 
@@ -44,9 +45,18 @@ void ToolbarUserClick(Session& session, int k) {
 }
 
 void ToolbarBat(Session& session) {
-  if (session.JobBase.empty() || !session.DatasetExists(".bat")) return;
+  if (session.JobBase.empty()) return;
+  // Nothing runs without the file; the status bar says which file was looked for.
+  if (!session.DatasetExists(".bat")) {
+    session.user.Note("No batch file " + session.JobName + ".bat in the job's folder: nothing was run");
+    return;
+  }
   try {
+    const std::size_t before = session.toolLog.Total();
     session.processes.Spawn({session.DatasetPath(".bat"), {}}, session.CurrentFolder, ShowMode::Normal);
+    // A start that failed has its own notice from the launch.
+    const bool started = session.toolLog.Total() == before || !LaunchNotStarted(session.toolLog.entries.back());
+    if (started) session.user.Note(session.JobName + ".bat started (see View > Tool Log)");
   } catch (const std::exception&) {
     // Nothing is shown.
   }

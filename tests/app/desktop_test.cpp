@@ -1,6 +1,7 @@
 // The desktop as a user meets it, with the sample job on the offscreen platform: a square map in
 // any window, failed launches in the Tool Log, printing without a printer and to PDF, first-time
-// tool windows beside the main window, and the wheel zooming about the pointer.
+// tool windows beside the main window, the wheel zooming about the pointer, the word in the
+// status bar after a command, the notice of a tool that could not run, and the legend.
 
 #include <QAction>
 #include <QApplication>
@@ -10,13 +11,18 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QPrinter>
 #include <QRegularExpression>
+#include <QStatusBar>
+#include <QTreeWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWheelEvent>
 #include <QtTest>
 
+#include "app/legend_dock.h"
+#include "app/notice_bar.h"
 #include "app/tool_log_dock.h"
 #include "app/view_window.h"
 #include "job/load_sequence.h"
@@ -75,7 +81,7 @@ class DesktopTest : public QObject {
     Open();
     QVERIFY(std::fabs(UnitRatio() - 1.0) < 0.01);
     // The window keeps the canvas in the view's own shape, so the view's values hold.
-    QVERIFY(std::abs(W().canvas().width() - std::lround(W().canvas().height() * 1.33333)) <= 1);
+    QVERIFY2(std::abs(W().canvas().width() - std::lround(W().canvas().height() * 1.33333)) <= 1, qPrintable(QStringLiteral("%1x%2 of %3x%4").arg(W().canvas().width()).arg(W().canvas().height()).arg(W().width()).arg(W().height())));
     for (const QSize size : {QSize(1024, 600), QSize(700, 900), QSize(1400, 800)}) {
       W().resize(size);
       QCoreApplication::processEvents();
@@ -203,6 +209,77 @@ class DesktopTest : public QObject {
     QVERIFY(netsort);
     QCOMPARE(netsort->text(), QStringLiteral("Rebuild LSA && SD (NETSORT)"));
     QCOMPARE(netsort->iconText(), QStringLiteral("Rebuild LSA & SD (NETSORT)"));
+  }
+
+  // Save and the Bat key say in the status bar what they did, and the panels keep their texts.
+  void commandsSayWhatTheyDidInTheStatusBar() {
+    Open();
+    Action("mnuFileSave")->trigger();
+    QCOMPARE(W().statusBar()->currentMessage(),
+             QStringLiteral("Parcel attributes saved to T12NR04E.IID (the file as it was is kept in T12NR04E.iib)"));
+    QVERIFY(QFile::exists(jobs_->filePath(QStringLiteral("T12NR04E.iib"))));
+    QCOMPARE(Panel(1), QStringLiteral("T12NR04E"));
+    Action("bat")->trigger();
+    QCOMPARE(W().statusBar()->currentMessage(),
+             QStringLiteral("No batch file T12NR04E.bat in the job's folder: nothing was run"));
+  }
+
+  // A tool that is not in the program's folder: a notice over the canvas once per tool, whose
+  // key opens the Tool Log; the command's own flow goes on without a box.
+  void aToolThatCannotRunIsNoticedOncePerTool() {
+    Open();
+    auto* notice = W().findChild<NoticeBar*>(QStringLiteral("barNotice"));
+    QVERIFY(notice && notice->isHidden());
+    Action("mnuCommandSeedxy")->trigger();
+    QVERIFY(notice->isVisible());
+    QVERIFY2(notice->Text().startsWith(QStringLiteral("seedxy.exe could not be run: not found in ToolFolder.")),
+             qPrintable(notice->Text()));
+    QVERIFY(!W().toolLog().isVisible());
+    QTest::mouseClick(notice->findChild<QPushButton*>(QStringLiteral("cmdNoticeToolLog")), Qt::LeftButton);
+    QVERIFY(W().toolLog().isVisible() && notice->isHidden());
+    // The same tool again is in the log only; another tool has its notice.
+    Action("mnuCommandSeedxy")->trigger();
+    QVERIFY(notice->isHidden());
+    QCOMPARE(W().session().toolLog.entries.size(), std::size_t{2});
+    Action("mnuCommandPtshift")->trigger();
+    QVERIFY(notice->isVisible() && notice->Text().startsWith(QStringLiteral("ptshift.exe could not be run")));
+  }
+
+  // The legend lists the sample job's surveys in the colours of their record lines, greys the
+  // layers that are off, and follows the job and the View menu.
+  void theLegendFollowsTheJobAndTheLayers() {
+    LegendDock& legend = W().legend();
+    QVERIFY(legend.isHidden());
+    Action("mnuViewLegend")->trigger();
+    QVERIFY(legend.isVisible());
+    const QString surveys = QStringLiteral("Record lines (RAW) by survey|");
+    QVERIFY(legend.Rows().filter(surveys).isEmpty());
+    QVERIFY(legend.Rows().contains(QStringLiteral("Layers|Lines  (LSA)")));
+    QVERIFY(legend.Rows().contains(QStringLiteral("CAMA links|Numbered survey, matched")));
+    Open();
+    QCOMPARE(legend.Rows().filter(surveys), (QStringList{surveys + "GLO 1854 EXT", surveys + "GLO 1855",
+                                                         surveys + "BLM 1978 DEP", surveys + "RLS 18304 1996",
+                                                         surveys + "SR 20 ROW 2004"}));
+    auto* tree = legend.findChild<QTreeWidget*>(QStringLiteral("treeLegend"));
+    const auto item = [tree](const QString& text) {
+      const auto found = tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+      return found.isEmpty() ? nullptr : found.front();
+    };
+    // Survey 1 in palette colour 1, survey 4 in 4: the canvas's cycle through the palette.
+    QTreeWidgetItem* first = item(QStringLiteral("GLO 1854 EXT"));
+    QVERIFY(first);
+    const QImage mark = first->icon(0).pixmap(32, 14).toImage();
+    QCOMPARE(mark.pixelColor(16, 7), QColor(0x00, 0x00, 0x80));
+    QCOMPARE(item(QStringLiteral("RLS 18304 1996"))->icon(0).pixmap(32, 14).toImage().pixelColor(16, 7),
+             QColor(0x80, 0x00, 0x00));
+    // The record lines are off in the sample's configuration: greyed until switched on.
+    QVERIFY(first->isDisabled());
+    Action("mnuViewLinesRaw")->trigger();
+    QVERIFY(!item(QStringLiteral("GLO 1854 EXT"))->isDisabled());
+    Action("mnuFileClose")->trigger();
+    QVERIFY(legend.Rows().filter(surveys).isEmpty());
+    Action("mnuViewLegend")->trigger();
+    QVERIFY(legend.isHidden());
   }
 
   void everyToolbarKeyHasAnIconAndTheBarFitsAt1024() {

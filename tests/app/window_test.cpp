@@ -9,6 +9,9 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+#include <functional>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -48,6 +51,26 @@ class WindowTest : public QObject {
   void Click(QPoint at) {
     QTest::mousePress(&W().canvas(), Qt::LeftButton, Qt::NoModifier, at);
     QTest::mouseRelease(&W().canvas(), Qt::LeftButton, Qt::NoModifier, at);
+  }
+
+  // Every menu entry and toolbar key a user can reach now: shown and enabled, in menus that are
+  // shown and enabled, by object name.
+  QStringList Reachable() {
+    QStringList names;
+    std::function<void(const QList<QAction*>&)> walk = [&](const QList<QAction*>& actions) {
+      for (QAction* action : actions) {
+        if (action->isSeparator() || !action->isVisible() || !action->isEnabled()) continue;
+        if (QMenu* menu = action->menu()) {
+          walk(menu->actions());
+        } else if (!action->objectName().isEmpty()) {
+          names << action->objectName();
+        }
+      }
+    };
+    walk(W().menuBar()->actions());
+    walk(W().findChild<QToolBar*>(QStringLiteral("Toolbar1"))->actions());
+    names.sort();
+    return names;
   }
 
   std::unique_ptr<QTemporaryDir> tools_, jobs_;
@@ -109,6 +132,45 @@ class WindowTest : public QObject {
     };
     QVERIFY(yellowAt(-5, -1) && yellowAt(1, 5));
     QCOMPARE(picture.pixelColor(picture.width() - 2, picture.height() - 2), QColor(Qt::white));
+  }
+
+  // With no job open, only what works without one is offered: opening or making a job, the
+  // program's settings and windows, the layer switches, help, the region console, the archives'
+  // own commands, and the two zoom keys that answer with their message. Print to PDF and Save
+  // once were among them, and printed a blank page or saved nothing.
+  void menusOfferWithoutAJobOnlyWhatWorksWithoutOne() {
+    const QStringList withoutJob = QStringLiteral(
+        "Chain Lsa Lxn Open Pointids Raw Zoomext Zoomwin mnuFileConfig mnuFileExit mnuFileNetsort mnuFileNew "
+        "mnuFileOpen mnuFilePrintSetup mnuHelpAbout mnuHelpContents mnuHelpSearch mnuLzhExtract mnuOptionsLinesLXN "
+        "mnuOptionsMultiAtt mnuOptionsParcel mnuOptionsParcelBrief mnuOptionsParcelDetail mnuOptionsParcelFull "
+        "mnuOptionsParcelIds mnuRegionBuild mnuViewAllLabels mnuViewCama mnuViewLegend mnuViewLinesRaw mnuViewPoints "
+        "mnuViewRPO mnuViewScaleBar mnuViewTextWindow mnuViewToolLog mnuViewToolbox mnuZipCreate mnuZipExtract parcel")
+        .split(QLatin1Char(' '));
+    QCOMPARE(Reachable(), withoutJob);
+
+    // A job open offers every command on it, Open aside.
+    Open();
+    const QStringList open = Reachable();
+    for (const QString& name : withoutJob) {
+      if (name != QLatin1String("mnuFileOpen")) QVERIFY2(open.contains(name), qPrintable(name));
+    }
+    QVERIFY(!open.contains(QStringLiteral("mnuFileOpen")));
+    for (const char* name : {"mnuFileSave", "mnuFilePrint", "mnuFilePrintPdf", "mnuFileClose", "mnuFileExportGis",
+                             "mnuLzhSave", "mnuAttributesCamaLink", "mnuAttributesMoveCentroid", "mnuBandEW",
+                             "mnuOptionsNonAliquot", "mnuZoomExtents", "mnuRegionsTwpjoin", "mnuCommandFitmain",
+                             "mnuEditSurveys", "mnuToolsRefresh", "mnuReportsGen", "Reload", "Select", "Centroid",
+                             "Zoom", "CRPO", "sid", "Zoomin", "zoomout", "ZoomPrev", "goto", "view1", "view4",
+                             "ViewReset", "bat"}) {
+      QVERIFY2(open.contains(QLatin1String(name)), name);
+    }
+
+    // A close goes back to the first set, with Reload Current and Import left on as ever (and
+    // the Reload key with them).
+    Action("mnuFileClose")->trigger();
+    QStringList closed = Reachable();
+    for (const char* kept : {"Reload", "mnuFileReload"}) QVERIFY2(closed.removeAll(QLatin1String(kept)) == 1, kept);
+    closed.removeIf([](const QString& name) { return name.startsWith(QLatin1String("mnuFileImport")); });
+    QCOMPARE(closed, withoutJob);
   }
 
   void closeLeavesReloadOnAndRemovesTheSupportFiles() {

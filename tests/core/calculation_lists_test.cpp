@@ -181,6 +181,22 @@ TEST(DefinitionChecks, InTheirOrderWithMessageAndFocus) {
   // The empty fields were set on the way.
   EXPECT_EQ(connecting.lines[0].at(F::Bearing), ".00000");
   EXPECT_EQ(connecting.lines[1].at(F::Total), ".000");
+
+  // Last, the ids a line's kind uses must be there: an intersection of blank lines is refused at
+  // the first blank, by its caption and line, and so is a traverse without its quadrant.
+  DefinitionInput blankLines = Intersection("100200", Line({"", "", "", "", ""}, 1, 1), Line({"", "", "", "", ""}, 1, 1));
+  const auto b = CheckDefinition(blankLines);
+  ASSERT_TRUE(b);
+  EXPECT_EQ(b->message, "The field \"Point From\" of line 1 is empty.");
+  EXPECT_EQ(b->focus.line, 0);
+  EXPECT_EQ(b->focus.field, F::From);
+  blankLines.lines[0].at(F::From) = "100100";
+  blankLines.lines[0].at(F::To) = "1";
+  blankLines.lines[1].at(F::From) = "100300";
+  EXPECT_EQ(failure(blankLines), "The field \"Quadrant\" of line 2 is empty.");
+  blankLines.lines[1].at(F::To) = "2";
+  EXPECT_EQ(failure(blankLines), "ok");
+  EXPECT_EQ(failure(Traverse("100200", "", "10", "1")), "The field \"Quadrant\" is empty.");
 }
 
 TEST(DefinitionChecks, KindChoiceClearsUnusedFieldsAndNamesPickFields) {

@@ -72,6 +72,7 @@ class LoadSequence : public JobFixture {
     for (const char* name : kJobMenus) m[name] = jobOpen;
     for (const char* name : kArchiveMenus) m[name] = jobOpen;
     for (const char* name : kJobMenusKeptAfterClose) m[name] = reloadAndImport;
+    for (const char* name : kJobEntries) m[name] = jobOpen;
     m["mnuFileOpen"] = !jobOpen;
     return m;
   }
@@ -295,8 +296,10 @@ TEST_F(NewJob, NextMakesTheIdentityMenusSupportFilesAndStartsJobpropsAndCancelDo
   EXPECT_EQ(session.JobBase, Upper(JobDir() + "newjob"));
   EXPECT_EQ(ReadJob("TEMP.JOB"), "NEWJOB\r\n");
   // The job menus and the two kept after a close, but not the archive entries; Open goes off.
-  std::map<std::string, bool> menus = {{"mnuFileOpen", false}, {"mnuFileReload", true}, {"mnuFileImport", true}};
+  std::map<std::string, bool> menus = {{"mnuFileOpen", false}, {"mnuFileReload", true}, {"mnuFileImport", true},
+                                       {"Reload", true}};
   for (const char* name : kJobMenus) menus[name] = true;
+  for (const char* name : kJobEntries) menus[name] = true;
   EXPECT_EQ(user.enabled, menus);
   // The support files in their own case, the carried bytes and a line end.
   for (const char* name : {"Nad27.con", "Nad83.con", "Table.dat", "Zone.dat"}) {

@@ -208,6 +208,17 @@ TEST_F(SectionDialog, ProportionsAndLineDefinitions) {
 
   EXPECT_EQ(IntersectHeading(form, 1), "For Center of Section 2, Point 540640");
   EXPECT_EQ(IntersectHeading(form, 16), "For Southwest 1/16th Section 2, Point 520620");
+  // Two non-existent lines need no field; a line with no type, or a used field left blank, is
+  // refused by its line and field.
+  EXPECT_FALSE(CheckIntersect({"7", "", "", "", "", "7", "", "", "", ""}));
+  const auto blank = CheckIntersect(LinePair{});
+  ASSERT_TRUE(blank);
+  EXPECT_EQ(blank->message, "No line type is chosen for the North-South line: choose one under \"North-South line is:\".");
+  EXPECT_EQ(std::pair(blank->line, blank->field), std::pair(0, 0));
+  const auto field = CheckIntersect({"1", "", "", "", "", "2", "100100", "", "100300", "100400"});
+  ASSERT_TRUE(field);
+  EXPECT_EQ(field->message, "The field \"To\" under \"First Line\" of the East-West line is empty.");
+  EXPECT_EQ(std::pair(field->line, field->field), std::pair(1, 2));
   ApplyIntersect(session, form, 1, {"7", "", "", "", "", "7", "", "", "", ""});
   EXPECT_EQ(form.shades[1], Shade::Red);
   ApplyIntersect(session, form, 15, {"3", "1", "45.3015", "2", "1", "6", "520620", "40.000", "1", "0.5"});

@@ -53,6 +53,32 @@ TEST(ToolLog, EachOutcomeHasItsLineAndOnlyFailuresANote) {
   EXPECT_EQ(ToolLogNote(detached), "");
 }
 
+TEST(ToolLog, AToolThatDoesNotStartIsNoticedOncePerProgram) {
+  ToolLog log;
+  ToolLogEntry missing = Entry(LaunchOutcome::NotFound);
+  missing.reason = "not found in ToolFolder";
+  EXPECT_EQ(log.NoticeFor(missing),
+            "fitmain.exe could not be run: not found in ToolFolder. The Tool Log (View > Tool Log) lists every start "
+            "of this session.");
+  // The same program again, in another case or from another menu entry: the log has it, no
+  // second notice.
+  EXPECT_EQ(log.NoticeFor(missing), "");
+  ToolLogEntry upper = missing;
+  upper.launch.program = "/opt/tessel/FITMAIN.EXE";
+  EXPECT_EQ(log.NoticeFor(upper), "");
+  // Another program has its own notice; a crash is no failure to start, and a run that ended
+  // has nothing to tell.
+  ToolLogEntry refused = Entry(LaunchOutcome::CouldNotStart);
+  refused.launch.program = "/opt/tessel/seedxy.exe";
+  refused.reason = "Permission denied";
+  EXPECT_EQ(log.NoticeFor(refused), "seedxy.exe could not be run: Permission denied. The Tool Log (View > Tool Log) "
+                                    "lists every start of this session.");
+  ToolLogEntry crashed = Entry(LaunchOutcome::Crashed);
+  crashed.launch.program = "/opt/tessel/ringform.exe";
+  EXPECT_EQ(log.NoticeFor(crashed), "");
+  EXPECT_EQ(log.NoticeFor(Entry(LaunchOutcome::Ended)), "");
+}
+
 TEST(ToolLog, MissingProgramsNameToolFolderOnlyWhenLookedForThere) {
   EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel"), "not found in ToolFolder");
   EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel/"), "not found in ToolFolder");

@@ -196,7 +196,23 @@ void SectionDialogForm::RunEntry(const std::string& entry, int position) {
       }
       return fields;
     });
-    if (runDialog(dialog) == QDialog::Accepted) ApplyIntersect(session_, form_, position, dialog.Pair());
+    // A definition with a line or a field left blank is not stored: the dialog comes back at that
+    // field, until it is filled or cancelled (or confirmed unchanged, which gives up).
+    std::optional<LinePair> refused;
+    while (runDialog(dialog) == QDialog::Accepted) {
+      const LinePair pair = dialog.Pair();
+      const auto problem = CheckIntersect(pair);
+      if (!problem) {
+        ApplyIntersect(session_, form_, position, pair);
+        break;
+      }
+      session_.user.Message(problem->message, Icon::Exclamation);
+      if (refused == pair) break;
+      refused = pair;
+      const auto l = static_cast<std::size_t>(problem->line);
+      if (problem->field == 0) dialog.types[l]->setFocus();
+      else dialog.fields[l][static_cast<std::size_t>(problem->field - 1)]->setFocus();
+    }
   }
   busy_ = false;
   Refresh();
