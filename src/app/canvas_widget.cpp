@@ -17,6 +17,11 @@ CanvasWidget::CanvasWidget(QWidget* parent) : QWidget(parent) {
   image_ = QImage(QSize(1, 1), QImage::Format_RGB32);
   image_.fill(Qt::white);
   canvas_.SetDevice(&image_);
+  settle_.setSingleShot(true);
+  settle_.setInterval(kSettleMs);
+  connect(&settle_, &QTimer::timeout, this, [this] {
+    if (previewing_) emit previewSettled();
+  });
 }
 
 QImage CanvasWidget::Picture() {
@@ -32,7 +37,36 @@ void CanvasWidget::Changed() {
 
 void CanvasWidget::Clear() {
   canvas_.Clear();
+  if (!paintingElsewhere_) {
+    pictureScale_ = scale_;
+    // A refresh has begun: the preview, if any, has its picture.
+    previewing_ = false;
+    settle_.stop();
+  }
   Changed();
+}
+
+void CanvasWidget::SetScale(double left, double top, double width, double height) {
+  canvas_.SetScale(left, top, width, height);
+  scale_ = {left, top, width, height};
+}
+
+void CanvasWidget::PreviewScale() {
+  previewing_ = true;
+  settle_.start();
+  update();
+}
+
+QTransform CanvasWidget::PictureToView() const {
+  // A world point lies at (w - left) / width * pixels across on either scale.
+  const double w = image_.width(), h = image_.height();
+  const auto safe = [](double d, double fallback) { return d == 0.0 ? fallback : d; };
+  const double nowWidth = safe(scale_.width, 1.0), nowHeight = safe(scale_.height, -1.0);
+  const double sx = safe(pictureScale_.width, 1.0) / nowWidth;
+  const double sy = safe(pictureScale_.height, -1.0) / nowHeight;
+  const double dx = (pictureScale_.left - scale_.left) / nowWidth * w;
+  const double dy = (pictureScale_.top - scale_.top) / nowHeight * h;
+  return QTransform(sx, 0.0, 0.0, sy, dx, dy);
 }
 
 void CanvasWidget::Dot(double x, double y, unsigned colour) {
@@ -116,6 +150,16 @@ void CanvasWidget::paintEvent(QPaintEvent*) {
   if (panning_) {
     painter.fillRect(rect(), ColourOf(canvas_.back()));
     painter.drawImage(panOffset_, panPicture_);
+  } else if (previewing_) {
+    painter.fillRect(rect(), ColourOf(canvas_.back()));
+    const QTransform move = PictureToView();
+    // Finite and not absurdly large: else the back colour alone until the refresh.
+    if (move.isInvertible() && std::isfinite(move.m11()) && std::isfinite(move.m22()) && std::isfinite(move.dx()) &&
+        std::isfinite(move.dy()) && std::fabs(move.m11()) < 1e4 && std::fabs(move.m22()) < 1e4) {
+      painter.setTransform(move);
+      painter.drawImage(0, 0, image_);
+      painter.resetTransform();
+    }
   } else {
     painter.drawImage(0, 0, image_);
   }

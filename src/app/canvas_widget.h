@@ -1,8 +1,11 @@
 #pragma once
 // The canvas of the main window: it keeps the picture the core painted (there is no retained
-// scene: every refresh paints anew) and turns mouse events into world coordinates.
+// scene: every refresh paints anew) and turns mouse events into world coordinates. Between a
+// change of view and its refresh it shows that picture moved and scaled to the new view, so a
+// drag or a turn of the wheel answers at once and the layers are painted once at the end.
 
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 
@@ -27,6 +30,12 @@ class CanvasWidget : public QWidget, public CanvasPort {
   // pixels; ending it shows the picture itself again.
   void PanPreview(QPoint offset);
   void EndPanPreview();
+  // The scale changed without a refresh: until the next Clear the picture of the last refresh
+  // is shown as the new scale puts it, and `previewSettled` follows once no further preview has
+  // come for kSettleMs.
+  void PreviewScale();
+  bool Previewing() const { return previewing_; }
+  static constexpr int kSettleMs = 150;
   // Painting goes to `device` (a printer's page) until EndPaintOn, which finishes the page and
   // paints on the window's picture again.
   void PaintOn(QPaintDevice* device);
@@ -43,9 +52,7 @@ class CanvasWidget : public QWidget, public CanvasPort {
   void SetPenStyle(int style) override { canvas_.SetPenStyle(style); }
   void SetDrawMode(DrawMode mode) override { canvas_.SetDrawMode(mode); }
   void SetColours(unsigned back, unsigned fore) override;
-  void SetScale(double left, double top, double width, double height) override {
-    canvas_.SetScale(left, top, width, height);
-  }
+  void SetScale(double left, double top, double width, double height) override;
   bool PixelSize(int& width, int& height) const override { return canvas_.PixelSize(width, height); }
   void KeepLabelsApart(bool on) override { canvas_.KeepLabelsApart(on); }
   void NewLabelLayer() override { canvas_.NewLabelLayer(); }
@@ -59,6 +66,8 @@ class CanvasWidget : public QWidget, public CanvasPort {
   // The wheel turned by `steps` notches (positive away from the user) over `world`.
   void wheeled(int steps, QPointF world);
   void resized();
+  // A scale preview has had no successor for kSettleMs: time to refresh.
+  void previewSettled();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -72,6 +81,8 @@ class CanvasWidget : public QWidget, public CanvasPort {
  private:
   void Changed();
   void DrawScaleBar(QPainter& painter);
+  // Pixels of the picture to pixels of the present scale.
+  QTransform PictureToView() const;
 
   QImage image_;
   PainterCanvas canvas_;
@@ -82,6 +93,13 @@ class CanvasWidget : public QWidget, public CanvasPort {
   bool paintingElsewhere_ = false;
   bool scaleBar_ = false;
   int wheelAngle_ = 0;
+  struct Scale {
+    double left = 0.0, top = 0.0, width = 1.0, height = -1.0;
+  };
+  Scale scale_;         // as last set
+  Scale pictureScale_;  // at the last Clear: the scale the picture was painted at
+  bool previewing_ = false;
+  QTimer settle_;
 };
 
 }  // namespace tessel

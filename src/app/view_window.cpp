@@ -107,11 +107,12 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   });
   connect(canvas_, &CanvasWidget::mouseMoved, this, [this, &s](Qt::MouseButtons b, QPointF w) {
     ShowCursorPosition(w);
-    CanvasMouseMove(s, drag_, b != Qt::NoButton, float(w.x()), float(w.y()));
-    // The picture follows a drag pan; the pan itself happens at the release, as ever.
+    // The picture follows a drag pan; the pan itself happens at the release, as ever. It is taken
+    // before the band is drawn on it, so the band never moves with it.
     if (b.testFlag(Qt::LeftButton) && PanDragging()) {
       canvas_->PanPreview((canvas_->ToPixel(w.x(), w.y()) - pressPixel_).toPoint());
     }
+    CanvasMouseMove(s, drag_, b != Qt::NoButton, float(w.x()), float(w.y()));
   });
   connect(canvas_, &CanvasWidget::mouseReleased, this, [this, &s](Qt::MouseButton b, QPointF w) {
     const bool shift = QGuiApplication::keyboardModifiers().testFlag(Qt::ShiftModifier);
@@ -127,9 +128,15 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
     if (!s.JobBase.empty()) FitScaleToCanvas(s);
     Redraw(s);
   });
-  connect(canvas_, &CanvasWidget::wheeled, this, [&s](int steps, QPointF w) {
+  // The wheel zooms at once on the last picture; the layers are painted once it has settled.
+  connect(canvas_, &CanvasWidget::wheeled, this, [this, &s](int steps, QPointF w) {
     if (s.JobBase.empty() || s.ToolMode == ToolMode::Locked) return;
-    for (int k = 0; k < std::abs(steps); ++k) ZoomAbout(s, w.x(), w.y(), steps > 0);
+    bool zoomed = false;
+    for (int k = 0; k < std::abs(steps); ++k) zoomed = ZoomAboutUnpainted(s, w.x(), w.y(), steps > 0) || zoomed;
+    if (zoomed) canvas_->PreviewScale();
+  });
+  connect(canvas_, &CanvasWidget::previewSettled, this, [&s] {
+    if (!s.JobBase.empty()) Redraw(s);
   });
   resize(1024, 768);
 }

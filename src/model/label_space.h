@@ -21,7 +21,7 @@ struct LabelBox {
 
 class LabelSpace {
  public:
-  explicit LabelSpace(int cell = 64) : cell_(cell) {}
+  explicit LabelSpace(int cell = 64) : cell_(cell), grid_(kGridCells * kGridCells) {}
 
   // Forgets every box taken: a new layer begins.
   void Clear();
@@ -33,9 +33,19 @@ class LabelSpace {
  private:
   template <typename F>
   void ForEachCell(const LabelBox& box, F&& visit) const;
+  // The boxes filed in a cell, or nullptr for a cell that holds none.
+  const std::vector<std::size_t>* Boxes(long long column, long long row) const;
+  std::vector<std::size_t>& File(long long column, long long row);
+
+  // The cells of a screen from the origin stand in a flat grid, which is kept with its storage
+  // from layer to layer and refresh to refresh; any other cell is found by its key.
+  static constexpr int kGridCells = 128;
+  static constexpr int kGridFirst = -2;
 
   int cell_;
   std::vector<LabelBox> boxes_;
+  std::vector<std::vector<std::size_t>> grid_;
+  std::vector<std::size_t> filled_;  // the grid cells holding boxes
   std::unordered_map<long long, std::vector<std::size_t>> cells_;
 };
 

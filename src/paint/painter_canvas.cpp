@@ -72,6 +72,17 @@ bool CutToReach(QPointF& a, QPointF& b) {
 PainterCanvas::PainterCanvas(QPaintDevice* device) : device_(device), pixelScale_(PixelScaleOf(device)) {
   // Plain whole-pixel text, the same whether stamped into an image or drawn by QPainter.
   font_.setStyleStrategy(QFont::NoAntialias);
+  TakeDeviceSize();
+}
+
+void PainterCanvas::TakeDeviceSize() {
+  deviceWidth_ = device_ ? device_->width() : 0;
+  deviceHeight_ = device_ ? device_->height() : 0;
+  stampable_ = nullptr;
+  if (device_ && device_->devType() == QInternal::Image) {
+    auto* image = static_cast<QImage*>(device_);
+    if (RasterStamps::Accepts(*image)) stampable_ = image;
+  }
 }
 
 PainterCanvas::~PainterCanvas() { Flush(); }
@@ -80,6 +91,7 @@ void PainterCanvas::SetDevice(QPaintDevice* device) {
   Flush();
   device_ = device;
   pixelScale_ = PixelScaleOf(device);
+  TakeDeviceSize();
 }
 
 QPainter& PainterCanvas::Painter() {
@@ -108,11 +120,9 @@ QPen PainterCanvas::PenFor(unsigned colour, bool dot) const {
 }
 
 QImage* PainterCanvas::RasterTarget() {
-  if (!device_ || mode_ != DrawMode::Copy || device_->devType() != QInternal::Image) return nullptr;
-  auto* image = static_cast<QImage*>(device_);
-  if (!RasterStamps::Accepts(*image)) return nullptr;
+  if (!stampable_ || mode_ != DrawMode::Copy) return nullptr;
   if (!stamps_) stamps_ = std::make_unique<RasterStamps>(font_);
-  return image;
+  return stampable_;
 }
 
 void PainterCanvas::DrawPending() {
@@ -145,16 +155,17 @@ void PainterCanvas::Begin(Batch kind, unsigned colour) {
 
 QPointF PainterCanvas::ToDevice(double x, double y) const {
   if (!device_) return {};
-  return {(x - left_) / width_ * device_->width(), (y - top_) / height_ * device_->height()};
+  return {(x - left_) / width_ * deviceWidth_, (y - top_) / height_ * deviceHeight_};
 }
 
 QPointF PainterCanvas::ToWorld(QPointF device) const {
-  if (!device_ || device_->width() == 0 || device_->height() == 0) return {};
-  return {left_ + device.x() / device_->width() * width_, top_ + device.y() / device_->height() * height_};
+  if (!device_ || deviceWidth_ == 0 || deviceHeight_ == 0) return {};
+  return {left_ + device.x() / deviceWidth_ * width_, top_ + device.y() / deviceHeight_ * height_};
 }
 
 void PainterCanvas::Clear() {
   DrawPending();
+  TakeDeviceSize();
   textX_ = 0.0;
   textY_ = 0.0;
   if (!device_) return;
@@ -192,12 +203,23 @@ bool PainterCanvas::LabelFits(QPointF at, QSizeF size) {
   if (!labelsApart_) return true;
   const QRectF box(at, size);
   // A label wholly off the device hides nothing that shows and is not counted.
-  if (!box.intersects(QRectF(0, 0, device_->width(), device_->height()))) return true;
+  if (!box.intersects(QRectF(0, 0, deviceWidth_, deviceHeight_))) return true;
   // Labels in a row must not run into one another: each keeps a margin either side, so two
   // that are both drawn stand a blank's width apart at least.
   const double margin = 3.0 * pixelScale_;
   const QRect pixels = box.adjusted(-margin, 0, margin, 0).toAlignedRect();
   if (labels_.Take({pixels.x(), pixels.y(), pixels.width(), pixels.height()})) return true;
+  ++hiddenLabels_;
+  return false;
+}
+
+bool PainterCanvas::LabelFits(int x, int y, int width, int height) {
+  if (!labelsApart_) return true;
+  // As above, in whole pixels: a box without area, or wholly off the image, is not counted.
+  if (width <= 0 || height <= 0) return true;
+  if (x >= deviceWidth_ || x + width <= 0 || y >= deviceHeight_ || y + height <= 0) return true;
+  constexpr int kMargin = 3;
+  if (labels_.Take({x - kMargin, y, width + 2 * kMargin, height})) return true;
   ++hiddenLabels_;
   return false;
 }
@@ -211,7 +233,9 @@ void PainterCanvas::Text(const std::string& text) {
     const int x = static_cast<int>(std::lround(at.x())), y = static_cast<int>(std::lround(at.y()));
     const int advance = stamps_->Advance(text);
     if (lineHeight_ == 0) lineHeight_ = QFontMetrics(font_).height();
-    if (LabelFits(QPointF(x, y), QSizeF(advance, lineHeight_))) stamps_->Text(*image, x, y, text, fore_);
+    const bool fits = pixelScale_ == 1.0 ? LabelFits(x, y, advance, lineHeight_)
+                                         : LabelFits(QPointF(x, y), QSizeF(advance, lineHeight_));
+    if (fits) stamps_->Text(*image, x, y, text, fore_);
     // The position is left behind the string.
     textX_ = ToWorld(QPointF(x + advance, at.y())).x();
     return;

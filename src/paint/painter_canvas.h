@@ -76,8 +76,15 @@ class PainterCanvas : public CanvasPort {
   // True when a label of `size` at `at` may be drawn: labels are not kept apart, or it lies off
   // the device, or it overlaps no label of the layer (and is then taken).
   bool LabelFits(QPointF at, QSizeF size);
+  // The same for a box of whole pixels on an image (a pixel scale of 1).
+  bool LabelFits(int x, int y, int width, int height);
+  // The device's size and whether dots and text are stamped into it, kept from SetDevice (and
+  // taken anew at each Clear): asking the device costs a virtual call per coordinate.
+  void TakeDeviceSize();
 
   QPaintDevice* device_ = nullptr;
+  double deviceWidth_ = 0.0, deviceHeight_ = 0.0;
+  QImage* stampable_ = nullptr;  // the device, when it is an image the stamps write
   std::unique_ptr<QPainter> painter_;
   QFont font_;
   double left_ = 0.0, top_ = 0.0, width_ = 1.0, height_ = -1.0;

@@ -252,8 +252,14 @@ int SurveyColourNumber(int survey, int backgroundMode) {
 }
 
 std::string ParcelDetailText(const std::string& line) {
-  return Mid(line, 5, 3) + Mid(line, 9, 1) + "," + Trim(Mid(line, 13, 6)) + "," + Trim(Mid(line, 20, 2)) + "," +
-         Trim(Mid(line, 27, 9));
+  // Built in place: a full refresh makes one for every parcel.
+  const std::string_view pieces[] = {MidView(line, 5, 3), MidView(line, 9, 1), TrimView(MidView(line, 13, 6)),
+                                     TrimView(MidView(line, 20, 2)), TrimView(MidView(line, 27, 9))};
+  std::string text;
+  text.reserve(24);
+  text.append(pieces[0]).append(pieces[1]);
+  for (int k = 2; k < 5; ++k) text.append(1, ',').append(pieces[k]);
+  return text;
 }
 
 void RefreshView(Session& s) {

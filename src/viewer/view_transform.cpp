@@ -95,20 +95,24 @@ ScaleRect FitScaleToShape(const ScaleRect& scale, double aspect) {
   return {cx - sx * fw / 2, cy - sy * fh / 2, sx * fw, sy * fh};
 }
 
-void ZoomAbout(Session& s, double x, double y, bool in) {
+bool ZoomAboutUnpainted(Session& s, double x, double y, bool in) {
   ViewState& v = s.view;
   if (in) {
     const double w = std::fabs(static_cast<double>(v.ViewLeft) - v.ViewRight);
     const double h = std::fabs(static_cast<double>(v.ViewTop) - v.ViewBottom);
-    if (w < 25 || h < 25) return;
+    if (w < 25 || h < 25) return false;
   }
   // PageDown moves each edge in by ZoomPercent of the size, so the size changes twice as much.
   const double k = 1.0 + (in ? -2.0 : 2.0) * s.config.ZoomPercent / 100.0;
-  if (!(k > 0.0)) return;
+  if (!(k > 0.0)) return false;
   const auto about = [k](double centre, double edge) { return centre - (centre - edge) * k; };
   SetScale(s, about(x, v.ScaleLeft), about(y, v.ScaleTop), v.ScaleWidth * k, v.ScaleHeight * k);
   StoreNominal(s, about(x, v.ViewLeft), about(y, v.ViewTop), about(x, v.ViewRight), about(y, v.ViewBottom));
-  Redraw(s);
+  return true;
+}
+
+void ZoomAbout(Session& s, double x, double y, bool in) {
+  if (ZoomAboutUnpainted(s, x, y, in)) Redraw(s);
 }
 
 std::string CursorText(double x, double y) {

@@ -34,6 +34,9 @@ ScaleRect FitScaleToShape(const ScaleRect& scale, double aspect);
 // (x, y) on the same pixel; the nominal window moves the same way. Like those keys it keeps
 // PreviousView. Zooming in stops quietly at the keys' limit of 25 units.
 void ZoomAbout(Session& session, double x, double y, bool in);
+// The same change of the view without the redraw, for a canvas that previews it from its last
+// picture and redraws once the wheel has settled; false when the view did not change.
+bool ZoomAboutUnpainted(Session& session, double x, double y, bool in);
 
 // The pointer's place for the status bar: northing then easting in job units, two decimals,
 // "N 5000.00  E 2000.00".

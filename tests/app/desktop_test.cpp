@@ -26,6 +26,7 @@
 #include "app/tool_log_dock.h"
 #include "app/view_window.h"
 #include "job/load_sequence.h"
+#include "viewer/drawing.h"
 #include "form_test_support.h"
 
 namespace tessel {
@@ -45,6 +46,28 @@ class DesktopTest : public QObject {
     const ViewState& v = W().session().view;
     const QWidget& c = W().canvas();
     return (c.width() / std::fabs(double(v.ScaleWidth))) / (c.height() / std::fabs(double(v.ScaleHeight)));
+  }
+  // What the canvas shows.
+  QImage Shown() { return W().canvas().grab().toImage().convertToFormat(QImage::Format_RGB32); }
+  // The present view painted by a refresh straight onto an image of the canvas's size.
+  QImage Direct() {
+    CanvasWidget& c = W().canvas();
+    QImage direct(c.size(), QImage::Format_RGB32);
+    c.PaintOn(&direct);
+    RefreshView(W().session());
+    c.EndPaintOn();
+    return direct;
+  }
+  void Wheel(QPointF at, int notches) {
+    CanvasWidget& c = W().canvas();
+    QWheelEvent wheel(at, c.mapToGlobal(at), QPoint(), QPoint(0, 120 * notches), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&c, &wheel);
+  }
+  void Mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
+    CanvasWidget& c = W().canvas();
+    QMouseEvent event(type, at, c.mapToGlobal(at), button, held, Qt::NoModifier);
+    QApplication::sendEvent(&c, &event);
   }
   // Closes the next message box, keeping its text.
   void AnswerNextBox(QString* text) {
@@ -174,6 +197,52 @@ class DesktopTest : public QObject {
     QTest::mouseMove(&c, at.toPoint());
     const QString shown = W().findChild<QLabel*>(QStringLiteral("lblCoordinates"))->text();
     QVERIFY2(shown.startsWith(QStringLiteral("N ")) && shown.contains(QStringLiteral("  E ")), qPrintable(shown));
+  }
+
+  // The wheel and a drag answer at once from the last picture, and the one refresh that follows
+  // paints exactly what a refresh of the view paints, for every layer set and view tried.
+  void theWheelAndADragMoveThePictureAndRestOnTheDirectPainting() {
+    Open();
+    Action("Zoom")->trigger();
+    CanvasWidget& c = W().canvas();
+    const QSize size = c.size();
+    const std::vector<std::vector<const char*>> layerSets = {
+        {},
+        {"mnuOptionsID", "mnuOptionsLinesLXN"},
+        {"mnuViewLinesRaw", "mnuOptionsParcelFull", "mnuOptionsMultiAtt"},
+        {"mnuViewRPO", "mnuOptionsControl", "mnuViewAllLabels"},
+    };
+    int step = 0;
+    for (const auto& entries : layerSets) {
+      for (const char* entry : entries) Action(entry)->trigger();
+      QCOMPARE(Shown(), Direct());
+      const QImage rest = c.Picture();
+      QVERIFY(!c.Previewing());
+
+      // Two notches in about a point, then one out elsewhere: no refresh until the wheel settles.
+      const QPointF at(size.width() * (0.3 + 0.1 * step), size.height() * (0.6 - 0.1 * step));
+      Wheel(at, 1);
+      Wheel(at, 1);
+      Wheel(QPointF(size.width() * 0.5, size.height() * 0.4), -1);
+      QVERIFY(c.Previewing());
+      QCOMPARE(c.Picture(), rest);
+      QVERIFY(Shown() != rest);
+      QTRY_VERIFY(!c.Previewing());
+      QVERIFY(c.Picture() != rest);
+      QCOMPARE(Shown(), Direct());
+
+      // A drag shows the picture moved by the pointer's path; the release pans and refreshes.
+      const QImage dragged = c.Picture();
+      const QPoint from(size.width() / 2, size.height() / 2), by(40 + 15 * step, -25 - 10 * step);
+      Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+      Mouse(QEvent::MouseMove, from + by / 2, Qt::NoButton, Qt::LeftButton);
+      Mouse(QEvent::MouseMove, from + by, Qt::NoButton, Qt::LeftButton);
+      const QRect inner(100, 100, size.width() - 200, size.height() - 200);
+      QCOMPARE(Shown().copy(inner.translated(by)), dragged.copy(inner));
+      Mouse(QEvent::MouseButtonRelease, from + by, Qt::LeftButton, Qt::NoButton);
+      QCOMPARE(Shown(), Direct());
+      ++step;
+    }
   }
 
   // Point names that would overprint are left out and counted in the status bar; View > Draw All
