@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
   tessel::SplashForm splash;
   splash.exec();
   tessel::ViewWindow view(QCoreApplication::applicationDirPath());
+  view.PlaceOnScreen();
   view.show();
   view.Load();
   return QApplication::exec();

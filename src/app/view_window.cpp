@@ -1,8 +1,6 @@
 #include "app/view_window.h"
 
 #include <QActionGroup>
-#include <algorithm>
-#include <tuple>
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
@@ -12,8 +10,13 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QPrintDialog>
+#include <QScreen>
+#include <QSettings>
 #include <QStatusBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <tuple>
 
 #include "app/legend_dock.h"
 #include "app/notice_bar.h"
@@ -149,6 +152,21 @@ void ViewWindow::Load() {
   legend_->Refill();
 }
 
+QString ViewWindow::PlaceFile() const { return QString::fromStdString(session_->ToolFile("tessel-window.ini")); }
+
+void ViewWindow::PlaceOnScreen() {
+  QSettings place(PlaceFile(), QSettings::IniFormat);
+  if (restoreGeometry(place.value(QStringLiteral("main/geometry")).toByteArray())) return;
+  const QScreen* screen = this->screen();
+  if (screen == nullptr) return;
+  // Nine tenths of the screen's height; the width then follows the canvas's shape.
+  const QRect room = screen->availableGeometry();
+  const int frame = frameGeometry().height() - height();
+  resize(room.width() * 9 / 10, room.height() * 9 / 10 - frame);
+  move(room.left() + (room.width() - frameGeometry().width()) / 2,
+       room.top() + (room.height() - frameGeometry().height()) / 2);
+}
+
 void ViewWindow::ShowCursorPosition(QPointF world) {
   if (session_->JobBase.empty()) {
     coordinates_->clear();
@@ -241,6 +259,8 @@ void ViewWindow::closeEvent(QCloseEvent* event) {
     }
     exited_ = true;
   }
+  QSettings place(PlaceFile(), QSettings::IniFormat);
+  place.setValue(QStringLiteral("main/geometry"), saveGeometry());
   event->accept();
 }
 

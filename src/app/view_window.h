@@ -28,6 +28,9 @@ class ViewWindow : public QMainWindow {
 
   // The main form's load: configuration, tool buttons, View options, menus, status texts.
   void Load();
+  // Where the window opens: where the user left it, or the first time most of its screen. The
+  // place is kept in Tessel's own file in the tool folder, written when the program ends.
+  void PlaceOnScreen();
 
   Session& session() { return *session_; }
   CanvasWidget& canvas() { return *canvas_; }
@@ -51,6 +54,7 @@ class ViewWindow : public QMainWindow {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  QString PlaceFile() const;
   void BuildMenus();
   void BuildPopup();
   void BuildToolBar();

@@ -100,6 +100,28 @@ class DesktopTest : public QObject {
     tools_.reset();
   }
 
+  void theWindowOpensOnMostOfTheScreenThenWhereItWasLeft() {
+    // The first time: nine tenths of the screen's height, the canvas in the view's shape.
+    ViewWindow first(tools_->path());
+    first.PlaceOnScreen();
+    first.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&first));
+    const QRect room = first.screen()->availableGeometry();
+    QVERIFY2(first.frameGeometry().height() >= room.height() * 85 / 100,
+             qPrintable(QStringLiteral("%1 of %2").arg(first.frameGeometry().height()).arg(room.height())));
+    QVERIFY(room.contains(first.frameGeometry().center()));
+    // Moved and made smaller, then closed: the next start opens it there.
+    first.setGeometry(QRect(room.topLeft() + QPoint(30, 40), QSize(640, 520)));
+    QCoreApplication::processEvents();
+    const QRect left = first.geometry();
+    first.close();
+    QVERIFY(QFileInfo::exists(QDir(tools_->path()).filePath(QStringLiteral("tessel-window.ini"))));
+    ViewWindow next(tools_->path());
+    next.PlaceOnScreen();
+    QCOMPARE(next.geometry().size(), left.size());
+    QCOMPARE(next.geometry().topLeft(), left.topLeft());
+  }
+
   void theMapIsSquareInAnyWindowAndWhenMaximised() {
     Open();
     QVERIFY(std::fabs(UnitRatio() - 1.0) < 0.01);
