@@ -60,16 +60,16 @@ int main(int argc, char** argv) {
   std::sort(full.begin(), full.end());
   const double fullSeconds = full[1];
 
-  tessel::jobgen::NetworkSpec spec;
-  spec.columns = static_cast<int>(std::ceil(std::sqrt(stations)));
-  spec.rows = (stations + spec.columns - 1) / spec.columns;
-  spec.controlEvery = 25;
+  tessel::jobgen::NetworkShape shape;
+  shape.columns = static_cast<int>(std::ceil(std::sqrt(stations)));
+  shape.rows = (stations + shape.columns - 1) / shape.columns;
+  shape.controlEvery = 25;
   fs::create_directories(folder);
-  if (!tessel::jobgen::WriteNetworkJob(tessel::jobgen::MakeSurveyNetwork(spec), folder.string(), "REGION")) {
+  if (!tessel::jobgen::WriteNetworkJob(tessel::jobgen::MakeSurveyNetwork(shape), folder.string(), "REGION")) {
     std::fprintf(stderr, "bench-adjust: cannot write the network into %s\n", folder.string().c_str());
     return 1;
   }
-  const double regionSeconds = Time(std::to_string(spec.columns * spec.rows) + "-station region",
+  const double regionSeconds = Time(std::to_string(shape.columns * shape.rows) + "-station region",
                                     (folder / "REGION").string());
   const double peak = PeakMegabytes();
   std::printf("full-size job %.3f s (median of 3) = %.2f of its 1 s target; region %.1f s = %.2f of its 60 s target;"

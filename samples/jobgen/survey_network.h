@@ -9,7 +9,7 @@
 
 namespace tessel::jobgen {
 
-struct NetworkSpec {
+struct NetworkShape {
   int columns = 8, rows = 8;
   double spacingChains = 40.0;
   double distanceSigmaChains = 0.02;  // the survey's error estimates, and the size of the noise
@@ -32,7 +32,7 @@ struct NetworkJob {
 
 // Identifiers are six digits from 100000 in row order; the job is in US survey feet and its one
 // survey "GEN NET" measures in chains with grid bearings.
-NetworkJob MakeSurveyNetwork(const NetworkSpec& spec);
+NetworkJob MakeSurveyNetwork(const NetworkShape& shape);
 // Writes <folder>/<name>.def, .sid, .raw and .LSA; false when a file cannot be written.
 bool WriteNetworkJob(const NetworkJob& job, const std::string& folder, const std::string& name);
 

@@ -408,9 +408,9 @@ class GeneratedNetwork : public ::testing::Test {
 };
 
 TEST_F(GeneratedNetwork, AdjustsWithinTheNoiseAndFlagsAPlantedBlunderFirst) {
-  jobgen::NetworkSpec spec;
-  spec.columns = 10, spec.rows = 9, spec.controlEvery = 3, spec.seed = 7;
-  jobgen::NetworkJob job = jobgen::MakeSurveyNetwork(spec);
+  jobgen::NetworkShape shape;
+  shape.columns = 10, shape.rows = 9, shape.controlEvery = 3, shape.seed = 7;
+  jobgen::NetworkJob job = jobgen::MakeSurveyNetwork(shape);
   ASSERT_TRUE(jobgen::WriteNetworkJob(job, folder_.string(), "NET"));
   Outcome clean = AdjustJob(Base(), {});
   ASSERT_TRUE(clean.adjustment) << clean.error;
@@ -445,9 +445,9 @@ TEST_F(GeneratedNetwork, AdjustsWithinTheNoiseAndFlagsAPlantedBlunderFirst) {
 }
 
 TEST_F(GeneratedNetwork, AcceptReplacesTheAdjustedLinesOfCorAndKeepsTheRest) {
-  jobgen::NetworkSpec spec;
-  spec.columns = 4, spec.rows = 3;
-  const jobgen::NetworkJob job = jobgen::MakeSurveyNetwork(spec);
+  jobgen::NetworkShape shape;
+  shape.columns = 4, shape.rows = 3;
+  const jobgen::NetworkJob job = jobgen::MakeSurveyNetwork(shape);
   ASSERT_TRUE(jobgen::WriteNetworkJob(job, folder_.string(), "NET"));
   // .COR holds an unadjusted point, one adjusted station (twice), and odd spacing that must stay.
   const std::vector<std::string> before = {CorLine("999001", 1.5, 2.5), CorLine("100001", 1, 1), CorLine("100001", 7, 8),
