@@ -33,16 +33,24 @@ double Ms(Clock::time_point from, Clock::time_point to) {
   return std::chrono::duration<double, std::milli>(to - from).count();
 }
 
+// A session on recording ports, its tool folder set and the main form loaded.
+struct QuietSession {
+  explicit QuietSession(const fs::path& toolFolder) {
+    session.ToolFolder = toolFolder.string();
+    tessel::MainFormLoad(session);
+  }
+  tessel::RecordingUserPort user;
+  tessel::NullCanvas canvas;
+  tessel::RecordingProcessPort processes;
+  tessel::Session session{user, canvas, processes};
+};
+
 // The job exported under `townships` names into the database as export-region does it, a region
 // of that many townships of its size: each township's layers built in turn and written by two
 // threads; the first export makes the tables.
 bool BenchRegion(const fs::path& def, const fs::path& toolFolder, const std::string& target, int townships) {
-  tessel::RecordingUserPort user;
-  tessel::NullCanvas canvas;
-  tessel::RecordingProcessPort processes;
-  tessel::Session session(user, canvas, processes);
-  session.ToolFolder = toolFolder.string();
-  tessel::MainFormLoad(session);
+  QuietSession quiet(toolFolder);
+  tessel::Session& session = quiet.session;
   tessel::OpenJob(session, def.string(), def.filename().string());
   tessel::GisExportRequest request;
   request.out = target;
@@ -55,8 +63,9 @@ bool BenchRegion(const fs::path& def, const fs::path& toolFolder, const std::str
   }
   std::string failure;
   const auto t0 = Clock::now();
-  const tessel::RegionExportResult result = tessel::ExportRegion(
-      region,
+  std::string indexError;
+  const tessel::RegionExportResult result = tessel::ExportRegionTo(
+      target, region,
       [&](const tessel::RegionTownship& township) {
         tessel::PreparedTownship prepared;
         session.JobName = township.name;
@@ -64,16 +73,11 @@ bool BenchRegion(const fs::path& def, const fs::path& toolFolder, const std::str
         prepared.ok = tessel::PrepareDatabaseExport(session, request, prepared.plan, prepared.report);
         return prepared;
       },
-      [&](const tessel::PreparedTownship& prepared) {
-        return tessel::WriteDatabaseExport(prepared.plan, target, prepared.township, tessel::SpatialIndex::Later);
-      },
       [&](const std::string& line) {
         if (line.find("FAILED") != std::string::npos && failure.empty()) failure = line;
       },
-      2);
-  std::vector<std::string> tables;
-  for (const std::string_view layer : tessel::kGisLayerNames) tables.emplace_back(layer);
-  if (const std::string error = tessel::MakeMissingSpatialIndexes(target, tables); !error.empty()) failure = error;
+      indexError);
+  if (!indexError.empty()) failure = indexError;
   const double totalS = Ms(t0, Clock::now()) / 1000.0;
   tessel::FileClose(session);
   if (!result.ok() || !failure.empty()) {
@@ -108,12 +112,8 @@ int main(int argc, char** argv) {
   std::vector<double> load, exportMs;
   tessel::GisExportReport report;
   for (int r = 0; r < rounds; ++r) {
-    tessel::RecordingUserPort user;
-    tessel::NullCanvas canvas;
-    tessel::RecordingProcessPort processes;
-    tessel::Session session(user, canvas, processes);
-    session.ToolFolder = toolFolder.string();
-    tessel::MainFormLoad(session);
+    QuietSession quiet(toolFolder);
+    tessel::Session& session = quiet.session;
     const auto t0 = Clock::now();
     tessel::OpenJob(session, def.string(), def.filename().string());
     const auto t1 = Clock::now();

@@ -1,29 +1,29 @@
 #include "adjustment/adjustment_input.h"
 
+#include <array>
 #include <cmath>
 
+#include "datasets/coordinate_files.h"
+#include "datasets/line_files.h"
 #include "model/fault.h"
 #include "model/paths.h"
 #include "model/text.h"
 #include "model/text_file.h"
+#include "surveys/survey_file.h"
 
 namespace tessel::adjustment {
 
 namespace {
 
-// The lines of a text, LF or CR LF, a last line without its end included.
-std::vector<std::string_view> Lines(std::string_view text) {
-  std::vector<std::string_view> lines;
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    std::string_view line = text.substr(start, end - start);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    lines.push_back(line);
-    start = end + 1;
+// Each line of a text, LF or CR LF, a last line without its end included.
+template <typename F>
+void ForEachLine(std::string_view text, F&& take) {
+  LineReader in = LineReader::FromText(std::string(text));
+  std::string line;
+  while (!in.Eof()) {
+    in.ReadLine(line);
+    if (!take(std::string_view(line))) return;
   }
-  return lines;
 }
 
 // The leading number of a field; a number too large for a double reads as 0, so that no input
@@ -38,23 +38,17 @@ double Number(std::string_view text) {
 
 std::string Field(std::string_view line, int start, int length) { return Trim(MidView(line, start, length)); }
 
-void ReadDirective(Survey& survey, std::string_view line) {
-  const std::string_view key = MidView(line, 3, 2);
-  const std::string_view kind = MidView(line, 3, 4);
-  if (key == "DU") {
-    if (kind == "DU:C" || kind == "DU:F" || kind == "DU:I" || kind == "DU:M") survey.distanceUnit = kind[3];
-  } else if (key == "DC") {
-    survey.correctionConstant = Number(Field(line, 7, 15));
-    survey.correctionPpm = Number(Field(line, 23, 15));
-  } else if (key == "BC") {
-    survey.rotationDeg = DdMmSsDegrees(Field(line, 6, 9));
-  } else if (key == "BT") {
-    if (kind == "BT:M" || kind == "BT:F" || kind == "BT:G" || kind == "BT:C" || kind == "BT:L") {
-      survey.bearingType = kind[3];
-      survey.toAngles = MidView(line, 7, 1) == "A";
-      survey.angleErrorSec = survey.toAngles ? DdMmSsDegrees(Field(line, 9, 9)) * 3600.0 : 0.0;
-    }
-  }
+// The survey's units and corrections from its C lines, read as the survey editor reads them.
+void ApplyDirectives(Survey& survey, const SurveyDirectives& d) {
+  static constexpr char kUnits[] = {'C', 'F', 'I', 'M'};
+  static constexpr char kBearingTypes[] = {'M', 'F', 'G', 'C', 'L'};
+  if (d.distanceUnits >= 0) survey.distanceUnit = kUnits[d.distanceUnits];
+  survey.correctionConstant = Number(d.correctionConstant);
+  survey.correctionPpm = Number(d.correctionPpm);
+  survey.rotationDeg = DdMmSsDegrees(d.bearingCorrection);
+  if (d.bearingType >= 0) survey.bearingType = kBearingTypes[d.bearingType];
+  survey.toAngles = d.convertToAngles;
+  survey.angleErrorSec = d.convertToAngles ? DdMmSsDegrees(d.angleError) * 3600.0 : 0.0;
 }
 
 }  // namespace
@@ -86,9 +80,13 @@ double PackedBearingDegrees(double value) {
 }
 
 std::optional<JobUnits> ParseUnitCode(std::string_view defText) {
-  const std::vector<std::string_view> lines = Lines(defText);
-  if (lines.size() < 4) return std::nullopt;
-  const std::string code = Trim(lines[3]);
+  int number = 0;
+  std::string code;
+  ForEachLine(defText, [&](std::string_view line) {
+    if (++number == 4) code = Trim(line);
+    return number < 4;
+  });
+  if (number < 4) return std::nullopt;
   if (code.empty()) return std::nullopt;
   const double value = Number(code);
   if (value == 1) return JobUnits::Meters;
@@ -98,7 +96,8 @@ std::optional<JobUnits> ParseUnitCode(std::string_view defText) {
 
 std::vector<Survey> ParseSurveys(std::string_view sidText) {
   std::vector<Survey> surveys;
-  for (std::string_view line : Lines(sidText)) {
+  std::vector<SurveyDirectives> directives;
+  ForEachLine(sidText, [&](std::string_view line) {
     if (StartsWith(line, "S")) {
       Survey s;
       s.id = Field(line, 2, 18);
@@ -106,56 +105,63 @@ std::vector<Survey> ParseSurveys(std::string_view sidText) {
       s.errorPpm = Number(Field(line, 27, 8));
       s.bearingErrorSec = Number(Field(line, 35, 8));
       surveys.push_back(std::move(s));
+      directives.emplace_back();
     } else if (StartsWith(line, "C") && !surveys.empty()) {
-      ReadDirective(surveys.back(), line);
+      ReadDirectiveLine(directives.back(), std::string(line));
     }
-  }
+    return true;
+  });
+  for (std::size_t i = 0; i < surveys.size(); ++i) ApplyDirectives(surveys[i], directives[i]);
   return surveys;
 }
 
 std::vector<Record> ParseRecords(std::string_view rawText) {
   std::vector<Record> records;
   bool inRecords = false;
-  for (std::string_view line : Lines(rawText)) {
+  ForEachLine(rawText, [&](std::string_view line) {
     if (!inRecords) {
       inRecords = TrimView(line) == "999999";
-      continue;
+      return true;
     }
-    if (TrimView(line) == "999998") break;
-    const std::string_view trimmed = TrimView(line);
+    if (TrimView(line) == "999998") return false;
+    const std::array<std::string_view, 7> f = RawFieldViews(line);
     Record r;
     r.number = static_cast<int>(records.size()) + 1;
-    r.from = Field(line, 1, 6);
-    r.to = Field(line, 10, 6);
-    r.distance = Number(Field(trimmed, 17, 8));
-    const std::string quadrant = Field(line, 27, 1);
+    r.from = Trim(f[1]);
+    r.to = Trim(f[2]);
+    r.distance = Number(f[3]);
+    const std::string_view quadrant = TrimView(f[4]);
     if (quadrant.size() == 1 && quadrant[0] >= '1' && quadrant[0] <= '4') r.quadrant = quadrant[0] - '0';
-    r.bearing = Number(MidView(line, 31, 8));
-    r.survey = Field(trimmed, 40, 18);
+    r.bearing = Number(f[5]);
+    r.survey = Trim(f[6]);
     records.push_back(std::move(r));
-  }
+    return true;
+  });
   return records;
 }
 
 std::vector<Station> ParseControl(std::string_view lsaText) {
   std::vector<Station> control;
-  for (std::string_view line : Lines(lsaText)) {
+  ForEachLine(lsaText, [&](std::string_view line) {
     // The section ends after the line whose last character is 1; a last character that is not a
     // digit ends the reading, as it ends the load's reader.
-    if (line.empty() || line.back() < '0' || line.back() > '9') break;
-    Station s{Field(line, 2, 18), Number(Field(line, 20, 15)), Number(Field(line, 37, 15))};
+    if (line.empty() || line.back() < '0' || line.back() > '9') return false;
+    const CoordinateFields f = ControlFields(line);
+    Station s{Trim(f.id), Number(f.x), Number(f.y)};
     if (!s.id.empty()) control.push_back(std::move(s));
-    if (line.back() == '1') break;
-  }
+    return line.back() != '1';
+  });
   return control;
 }
 
 std::vector<Station> ParseCoordinates(std::string_view corText) {
   std::vector<Station> points;
-  for (std::string_view line : Lines(corText)) {
-    Station s{Field(line, 2, 18), Number(LTrim(MidView(line, 20, 12))), Number(LTrim(MidView(line, 33, 13)))};
+  ForEachLine(corText, [&](std::string_view line) {
+    const CoordinateFields f = CorFields(line);
+    Station s{Trim(f.id), Number(f.x), Number(f.y)};
     if (!s.id.empty()) points.push_back(std::move(s));
-  }
+    return true;
+  });
   return points;
 }
 

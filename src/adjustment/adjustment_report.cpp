@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <numbers>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "datasets/coordinate_files.h"
 #include "model/paths.h"
@@ -141,26 +142,22 @@ int AcceptAdjustment(const Adjustment& adjustment, const std::string& jobBase) {
   std::string bytes;
   const bool exists = ReadFileBytes(path, bytes);
   std::vector<std::string> lines;
-  std::unordered_map<std::string, bool> written;
-  for (std::size_t start = 0; exists && start < bytes.size();) {
-    std::size_t end = bytes.find('\n', start);
-    if (end == std::string::npos) end = bytes.size();
-    std::string text = bytes.substr(start, end - start);
-    if (!text.empty() && text.back() == '\r') text.pop_back();
-    start = end + 1;
-    const std::string id = Trim(MidView(text, 2, 18));
+  std::unordered_set<std::string> written;
+  for (LineReader in = LineReader::FromText(std::move(bytes)); exists && !in.Eof();) {
+    std::string text = in.ReadLine();
+    const std::string_view field = CorFields(text).id;
+    const std::string id = Trim(field);
     if (auto s = adjusted.find(id); s != adjusted.end()) {
-      const std::string replaced = CorLine(RTrim(MidView(text, 2, 18)), s->second->x, s->second->y);
+      const std::string replaced = CorLine(RTrim(field), s->second->x, s->second->y);
       if (!replaced.empty()) text = replaced;
-      written[id] = true;
+      written.insert(id);
     }
     lines.push_back(std::move(text));
   }
   for (const StationResult& s : adjustment.stations) {
-    if (written.count(s.id)) continue;
+    if (!written.insert(s.id).second) continue;
     const std::string added = CorLine(s.id, s.x, s.y);
     if (!added.empty()) lines.push_back(added);
-    written[s.id] = true;
   }
   if (exists) CopyFileReplacing(path, ResolveCase(jobBase + kCorBackupExtension));
   WriteFileBytes(path, JoinCrLf(lines));

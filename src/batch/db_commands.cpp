@@ -2,8 +2,6 @@
 
 #include <filesystem>
 #include <iostream>
-#include <mutex>
-#include <set>
 
 #include "batch/batch_session.h"
 #include "db_export/db_export.h"
@@ -80,27 +78,13 @@ int RunRegionExport(const std::string& regionDef, const DbExportOptions& options
   const bool database = IsDatabaseTarget(options.target);
   std::cout << "exporting " << townships.size() << " townships to "
             << (database ? RedactedTarget(options.target) : options.target) << "\n";
-  // Two townships are written at once into a database, whose server then works on both cores;
-  // a GeoPackage takes one writer at a time. Tables the region makes get their spatial index once
-  // all its rows are in.
-  std::mutex mutex;
-  std::set<std::string> tables;
-  const RegionExportResult result = ExportRegion(
-      townships, [&](const RegionTownship& township) { return PrepareOne(township.def, options); },
-      [&](const PreparedTownship& prepared) {
-        {
-          std::lock_guard lock(mutex);
-          for (const GisLayer& layer : prepared.plan.layers) tables.insert(layer.name);
-        }
-        return WriteDatabaseExport(prepared.plan, options.target, prepared.township, SpatialIndex::Later);
-      },
-      [](const std::string& line) { std::cout << line << std::endl; }, database ? 2 : 1);
-  if (database && !tables.empty()) {
-    const std::string indexError = MakeMissingSpatialIndexes(options.target, {tables.begin(), tables.end()});
-    if (!indexError.empty()) {
-      std::cerr << "tessel-batch: " << indexError << "\n";
-      return 1;
-    }
+  std::string indexError;
+  const RegionExportResult result = ExportRegionTo(
+      options.target, townships, [&](const RegionTownship& township) { return PrepareOne(township.def, options); },
+      [](const std::string& line) { std::cout << line << std::endl; }, indexError);
+  if (!indexError.empty()) {
+    std::cerr << "tessel-batch: " << indexError << "\n";
+    return 1;
   }
   return result.ok() ? 0 : 1;
 }

@@ -27,6 +27,14 @@ PointLine LsaPointFields(const std::string& line) {
 
 }  // namespace
 
+CoordinateFields CorFields(std::string_view line) {
+  return {MidView(line, 2, 18), MidView(line, 20, 12), MidView(line, 33, 13)};
+}
+
+CoordinateFields ControlFields(std::string_view line) {
+  return {MidView(line, 2, 18), MidView(line, 20, 15), MidView(line, 37, 15)};
+}
+
 void PassLsaSections(LineReader& lsa, int sections) {
   std::string line;
   for (int passed = 0; passed < sections;) {
@@ -47,9 +55,10 @@ void ReadCor(Session& session) {
     do {
       cor.ReadLine(line);
       // Val reads past leading blanks, so the fields need no trimming first.
-      const double x = Val(MidView(line, 20, 12));
-      const double y = Val(MidView(line, 33, 13));
-      points.Set(i, std::string(RTrimView(MidView(line, 2, 18))), x, y);
+      const CoordinateFields f = CorFields(line);
+      const double x = Val(f.x);
+      const double y = Val(f.y);
+      points.Set(i, std::string(RTrimView(f.id)), x, y);
       session.extents.Include(x, y);
       points.SetCount(Add16(points.PointCount(), 1));
       i = Add16(i, 1);
@@ -129,9 +138,10 @@ void ReadControl(Session& session) {
       lsa.ReadLine(line);
       const int flag = LastCharAsInt(line);
       ControlStation& station = control.Control.at(control.ControlCount);
-      station.id = Trim(Mid(line, 2, 18));
-      station.x = Val(MidView(line, 20, 15));
-      station.y = Val(MidView(line, 37, 15));
+      const CoordinateFields f = ControlFields(line);
+      station.id = Trim(f.id);
+      station.x = Val(f.x);
+      station.y = Val(f.y);
       control.ControlCount = Add16(control.ControlCount, 1);
       if (flag == 1) break;
     }

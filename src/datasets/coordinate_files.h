@@ -3,6 +3,7 @@
 // writer. Each reader traps its own faults and ends quietly, keeping what it read.
 
 #include <string>
+#include <string_view>
 
 #include "model/session.h"
 
@@ -11,6 +12,15 @@ namespace tessel {
 // .LSA sections 1 to 4 end with a line whose last character converts to 1; any other last
 // character that is not a digit is a type mismatch fault.
 void PassLsaSections(class LineReader& lsa, int sections);
+
+// The fields of a point's line as they are cut, before reading.
+struct CoordinateFields {
+  std::string_view id, x, y;
+};
+// .COR: identifier 2-19, X 20-31, Y 33-45.
+CoordinateFields CorFields(std::string_view line);
+// .LSA section 1, control: identifier 2-19, X 20-34, Y 37-51.
+CoordinateFields ControlFields(std::string_view line);
 
 void ReadCor(Session& session);
 void VerifyLsaPoints(Session& session);

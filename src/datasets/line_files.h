@@ -2,7 +2,9 @@
 // Readers of the line stores: network lines of .LSA section 2, display chains of .LXN, and the
 // record lines of .raw with the temporary points of stations that have no coordinates.
 
+#include <array>
 #include <string>
+#include <string_view>
 
 #include "model/session.h"
 
@@ -12,6 +14,9 @@ void ReadLsaLines(Session& session);
 void ReadLxn(Session& session);
 // Faults are not trapped here: they end the read and go to the caller.
 void ReadRaw(Session& session);
+// The six fields of a .raw record, 1 to 6 (0 stays empty): fields 3 and 6 are cut from the
+// trimmed line, the others from the line as it stands.
+std::array<std::string_view, 7> RawFieldViews(std::string_view line);
 
 // Packed degrees, minutes and seconds to radians, by the length of the number's shortest text:
 // 5 or 6 characters are DD MM SS (overlapping at 5), 3 or 4 are MM SS, 1 or 2 are SS, any other

@@ -2,6 +2,7 @@
 // for records that end on a station without coordinates.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 #include <unordered_map>
@@ -23,15 +24,9 @@ const std::string kComputingTemporary = "Computing temporary coordinates for unk
 constexpr float kChainFeet = 66.0f;
 constexpr float kChainMetres = 20.11684f;
 
-// Fields 3 and 6 are cut from the trimmed line, the others from the line as it stands.
 void CutRawFields(std::string_view line, RawFields& f) {
-  const std::string_view trimmed = TrimView(line);
-  f[1] = MidView(line, 1, 6);
-  f[2] = MidView(line, 10, 6);
-  f[3] = MidView(trimmed, 17, 8);
-  f[4] = MidView(line, 27, 1);
-  f[5] = MidView(line, 31, 8);
-  f[6] = MidView(trimmed, 40, 18);
+  const std::array<std::string_view, 7> cut = RawFieldViews(line);
+  for (std::size_t k = 1; k < cut.size(); ++k) f[k] = cut[k];
 }
 
 RawMeasure MeasureOf(const RawFields& f) {
@@ -129,6 +124,12 @@ int AddTemporaryPoint(Session& session, const std::string& id, double x, double 
 }
 
 }  // namespace
+
+std::array<std::string_view, 7> RawFieldViews(std::string_view line) {
+  const std::string_view trimmed = TrimView(line);
+  return {std::string_view(), MidView(line, 1, 6), MidView(line, 10, 6), MidView(trimmed, 17, 8),
+          MidView(line, 27, 1), MidView(line, 31, 8), MidView(trimmed, 40, 18)};
+}
 
 void ReadRaw(Session& session) {
   const std::string path = session.DatasetPath(".raw");

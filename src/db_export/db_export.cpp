@@ -1,6 +1,8 @@
 #include "db_export/db_export.h"
 
 #include <exception>
+#include <mutex>
+#include <set>
 
 #include "db_export/db_target.h"
 #include "db_export/db_writer.h"
@@ -32,6 +34,26 @@ GisWriteResult WriteDatabaseExport(const GisExportPlan& plan, const std::string&
     written.error = RedactedTarget(target) + ": " + township + " was not written, " + fault.what();
     return written;
   }
+}
+
+RegionExportResult ExportRegionTo(const std::string& target, const std::vector<RegionTownship>& townships,
+                                  const TownshipPrepare& prepare, const std::function<void(const std::string&)>& line,
+                                  std::string& indexError) {
+  const bool database = IsDatabaseTarget(target);
+  std::mutex mutex;
+  std::set<std::string> tables;
+  const RegionExportResult result = ExportRegion(
+      townships, prepare,
+      [&](const PreparedTownship& prepared) {
+        {
+          std::lock_guard lock(mutex);
+          for (const GisLayer& layer : prepared.plan.layers) tables.insert(layer.name);
+        }
+        return WriteDatabaseExport(prepared.plan, target, prepared.township, SpatialIndex::Later);
+      },
+      line, database ? 2 : 1);
+  indexError = database && !tables.empty() ? MakeMissingSpatialIndexes(target, {tables.begin(), tables.end()}) : "";
+  return result;
 }
 
 GisExportReport ExportJobToDatabase(const Session& session, const GisExportRequest& request) {

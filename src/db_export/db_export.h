@@ -6,6 +6,7 @@
 #include <string>
 
 #include "db_export/db_writer.h"
+#include "db_export/region_export.h"
 #include "gis_export/gis_export.h"
 
 namespace tessel {
@@ -18,6 +19,13 @@ bool PrepareDatabaseExport(const Session& session, const GisExportRequest& reque
 // Writes the plan's layers as the township's rows of `target`; a fault is its error.
 GisWriteResult WriteDatabaseExport(const GisExportPlan& plan, const std::string& target, const std::string& township,
                                    SpatialIndex spatialIndex = SpatialIndex::WithTable);
+
+// Exports a region's townships into `target` as ExportRegion does: into a database two at a time,
+// the tables it makes getting their spatial index once all the region's rows are in; into a
+// GeoPackage one at a time. A spatial index that cannot be made is told in `indexError`.
+RegionExportResult ExportRegionTo(const std::string& target, const std::vector<RegionTownship>& townships,
+                                  const TownshipPrepare& prepare, const std::function<void(const std::string&)>& line,
+                                  std::string& indexError);
 
 // Exports the open job's layers into `request.out`, replacing the rows of the job's township
 // there in one transaction. The report names the target (its password hidden) as its file.

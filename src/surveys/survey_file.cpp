@@ -127,32 +127,33 @@ std::string BearingCorrectionLine(std::string_view rotation) {
 SurveyDirectives ReadSurveyDirectives(const SurveyStore& store, int s) {
   SurveyDirectives d;
   const SurveyEntry& survey = store.SurveyTable.get(s);
-  for (int c = survey.first; c <= survey.last; ++c) {
-    const std::string& line = store.SurveyCaptions.get(c);
-    const std::string key = Mid(line, 3, 2);
-    const std::string head = Mid(line, 3, 4);
-    if (key == "DU") {
-      d.distanceUnits = IndexOf(kUnitKeys, head);
-    } else if (key == "DT") {
-      d.distanceType = IndexOf(kTypeKeys, head);
-    } else if (key == "DC") {
-      d.correctionConstant = Trim(Mid(line, 7, 15));
-      d.correctionPpm = Trim(Mid(line, 23, 15));
-    } else if (key == "BC") {
-      d.bearingCorrection = Trim(Mid(line, 6, 9));
-    } else if (key == "BT") {
-      d.bearingType = IndexOf(kBearingKeys, head);
-      if (Mid(line, 7, 1) == "A") {
-        d.convertToAngles = true;
-        d.angleError = Trim(Mid(line, 9, 9));
-      }
-    } else {
-      d.comments += line + "\r\n";
-      continue;
-    }
-    d.anyDirective = true;
-  }
+  for (int c = survey.first; c <= survey.last; ++c) ReadDirectiveLine(d, store.SurveyCaptions.get(c));
   return d;
+}
+
+void ReadDirectiveLine(SurveyDirectives& d, const std::string& line) {
+  const std::string key = Mid(line, 3, 2);
+  const std::string head = Mid(line, 3, 4);
+  if (key == "DU") {
+    d.distanceUnits = IndexOf(kUnitKeys, head);
+  } else if (key == "DT") {
+    d.distanceType = IndexOf(kTypeKeys, head);
+  } else if (key == "DC") {
+    d.correctionConstant = Trim(Mid(line, 7, 15));
+    d.correctionPpm = Trim(Mid(line, 23, 15));
+  } else if (key == "BC") {
+    d.bearingCorrection = Trim(Mid(line, 6, 9));
+  } else if (key == "BT") {
+    d.bearingType = IndexOf(kBearingKeys, head);
+    if (Mid(line, 7, 1) == "A") {
+      d.convertToAngles = true;
+      d.angleError = Trim(Mid(line, 9, 9));
+    }
+  } else {
+    d.comments += line + "\r\n";
+    return;
+  }
+  d.anyDirective = true;
 }
 
 std::string SurveyBlockText(const SurveyBlock& block) {

@@ -52,6 +52,8 @@ struct SurveyDirectives {
 };
 // Survey `s` (1-based) of the store.
 SurveyDirectives ReadSurveyDirectives(const SurveyStore& store, int s);
+// What one C line adds to them.
+void ReadDirectiveLine(SurveyDirectives& directives, const std::string& line);
 
 // One block as this program writes it. The S line's numbers go out as they are given (the
 // editor pads them); each is reached by tabulation, so a field wider than its room pushes the
