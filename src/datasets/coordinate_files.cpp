@@ -36,10 +36,8 @@ CoordinateFields ControlFields(std::string_view line) {
 }
 
 void PassLsaSections(LineReader& lsa, int sections) {
-  std::string line;
   for (int passed = 0; passed < sections;) {
-    lsa.ReadLine(line);
-    if (LastCharAsInt(line) == 1) ++passed;
+    if (LastCharAsInt(lsa.ReadLineView()) == 1) ++passed;
   }
 }
 

@@ -13,6 +13,26 @@
 namespace tessel {
 
 double DmsToRadians(double packed) {
+  const double pi = 4.0 * std::atan(1.0);
+  // A whole number below a million, the common case, is cut by arithmetic on its digits: the
+  // same fields as the text's, overlaps included.
+  if (packed >= 0.0 && packed < 1e6 && packed == std::floor(packed)) {
+    const auto n = static_cast<int>(packed);
+    const int length = n >= 100000 ? 6 : n >= 10000 ? 5 : n >= 1000 ? 4 : n >= 100 ? 3 : n >= 10 ? 2 : 1;
+    static constexpr int kPowers[] = {1, 10, 100, 1000, 10000};
+    int degrees = 0, minutes = 0, seconds = 0;
+    if (length >= 5) {
+      degrees = n / kPowers[length - 2];
+      minutes = n / kPowers[length - 4] % 100;
+      seconds = n % 100;
+    } else if (length >= 3) {
+      minutes = n / kPowers[length - 2];
+      seconds = n % 100;
+    } else {
+      seconds = n;
+    }
+    return pi * (degrees + minutes / 60.0 + seconds / 3600.0) / 180.0;
+  }
   const std::string s = ShortestText(packed);
   const int length = static_cast<int>(s.size());
   double degrees = 0.0, minutes = 0.0, seconds = 0.0;
@@ -26,7 +46,6 @@ double DmsToRadians(double packed) {
   } else if (length == 1 || length == 2) {
     seconds = Val(s);
   }
-  const double pi = 4.0 * std::atan(1.0);
   return pi * (degrees + minutes / 60.0 + seconds / 3600.0) / 180.0;
 }
 

@@ -118,7 +118,7 @@ class ScaleFinder {
 
 // A temporary point carries three decimals, as its coordinates pass through "######0.000".
 int AddTemporaryPoint(Session& session, const std::string& id, double x, double y) {
-  const int index = session.points.Append(id, Val(FormatPicture(x, 3)), Val(FormatPicture(y, 3)));
+  const int index = session.points.Append(id, ThroughPicture(x, 3), ThroughPicture(y, 3));
   if (session.raw.FirstTemporaryPoint == 0) session.raw.FirstTemporaryPoint = index;
   return index;
 }
@@ -142,18 +142,18 @@ void ReadRaw(Session& session) {
   do {
     in.ReadLine(line);
   } while (TrimView(line) != "999999");
-  // The record number is kept as decimal text, as the count of the file's records.
-  std::string lineNumber = "1";
+  // The record number; a record past the table's bound is a subscript fault, so it stays far
+  // below the 16-bit count's overflow.
+  int lineNumber = 1;
   for (;;) {
     in.ReadLine(line);
     if (line == "999998") break;
-    const int n = static_cast<int>(Val(lineNumber));
-    RawFields& fields = raw.RawLineFields.at(n);
+    RawFields& fields = raw.RawLineFields.at(lineNumber);
     CutRawFields(line, fields);
-    raw.RawLineMeasures.at(n) = MeasureOf(fields);
-    lineNumber = ShortestText(n + 1);
+    raw.RawLineMeasures.at(lineNumber) = MeasureOf(fields);
+    ++lineNumber;
   }
-  raw.RawLineCount = Add16(To16(Val(lineNumber)), -1);
+  raw.RawLineCount = Add16(To16(lineNumber), -1);
   for (int i = 1; i <= raw.RawLineCount; ++i) raw.RawLineEnds.at(i) = RawEnds{};
 
   LinkAll(session);

@@ -130,42 +130,46 @@ double ValSlow(std::string_view text) {
 }  // namespace
 
 double Val(std::string_view text) {
-  // Most fields are blanks, an optional minus, digits and a point: read those in place.
+  // Most fields are blanks, an optional minus, digits and a point: read those in place, in one
+  // pass that gathers the digits as an integer.
+  const char* const p = text.data();
+  const std::size_t n = text.size();
   std::size_t i = 0;
-  while (i < text.size() && text[i] == ' ') ++i;
+  while (i < n && p[i] == ' ') ++i;
   const std::size_t start = i;
-  if (i < text.size() && text[i] == '-') ++i;
-  const std::size_t digitsStart = i;
+  if (i < n && p[i] == '-') ++i;
+  std::uint64_t mantissa = 0;
+  std::size_t digitCount = 0;
+  std::size_t decimals = 0;
   bool point = false;
-  while (i < text.size() && ((text[i] >= '0' && text[i] <= '9') || (text[i] == '.' && !point))) {
-    point = point || text[i] == '.';
-    ++i;
+  for (; i < n; ++i) {
+    const auto digit = static_cast<unsigned>(static_cast<unsigned char>(p[i]) - '0');
+    if (digit < 10) {
+      mantissa = mantissa * 10 + digit;  // wraps past 19 digits, which take the general road
+      ++digitCount;
+      decimals += point ? 1 : 0;
+    } else if (p[i] == '.' && !point) {
+      point = true;
+    } else {
+      break;
+    }
   }
-  const bool plainEnd = i == text.size() || (!IsIgnored(text[i]) && text[i] != 'e' && text[i] != 'E' &&
-                                             text[i] != 'd' && text[i] != 'D' && text[i] != '.');
-  const std::size_t digitCount = i - digitsStart - (point ? 1 : 0);
+  // Blanks after the number end it unless a digit, a point or an exponent follows them.
+  std::size_t rest = i;
+  while (rest < n && IsIgnored(p[rest])) ++rest;
+  const bool plainEnd = rest == n || ((p[rest] < '0' || p[rest] > '9') && p[rest] != 'e' && p[rest] != 'E' &&
+                                      p[rest] != 'd' && p[rest] != 'D' && p[rest] != '.');
   if (!plainEnd || digitCount == 0) return ValSlow(text);
   if (digitCount <= 15) {
     // Up to 15 digits form an integer below 2^53 and a power of ten up to 10^22 is exact, so
     // one division gives the correctly rounded value.
     static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                          1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    std::uint64_t mantissa = 0;
-    std::size_t decimals = 0;
-    bool afterPoint = false;
-    for (std::size_t k = digitsStart; k < i; ++k) {
-      if (text[k] == '.') {
-        afterPoint = true;
-        continue;
-      }
-      mantissa = mantissa * 10 + static_cast<std::uint64_t>(text[k] - '0');
-      if (afterPoint) ++decimals;
-    }
     const double magnitude = static_cast<double>(mantissa) / kPowers[decimals];
-    return text[start] == '-' ? -magnitude : magnitude;
+    return p[start] == '-' ? -magnitude : magnitude;
   }
   double value = 0.0;
-  if (std::from_chars(text.data() + start, text.data() + i, value).ec != std::errc()) return ValSlow(text);
+  if (std::from_chars(p + start, p + i, value).ec != std::errc()) return ValSlow(text);
   return value;
 }
 
@@ -259,6 +263,22 @@ std::string FormatPicture(double value, int decimals, int minIntDigits) {
     if (text.size() == digitsStart || text[digitsStart] == '.') text.insert(text.begin() + static_cast<std::ptrdiff_t>(digitsStart), '0');
   }
   return text;
+}
+
+double ThroughPicture(double value, int decimals) {
+  // Up to 10^11 the 15 significant digits the picture rounds from hold more decimals than it
+  // keeps, so their rounding cannot move the value across a half unless it lies next to one.
+  // There, and for large values, the text decides.
+  static constexpr double kScale[] = {1.0, 10.0, 100.0, 1000.0, 10000.0};
+  if (decimals < 0 || decimals > 4 || !(std::fabs(value) < 1e11)) return Val(FormatPicture(value, decimals));
+  const double scaled = std::fabs(value) * kScale[decimals];
+  const double whole = std::floor(scaled);
+  const double fraction = scaled - whole;
+  if (std::fabs(fraction - 0.5) <= scaled * 1e-13 + 1e-9) return Val(FormatPicture(value, decimals));
+  const double units = whole + (fraction > 0.5 ? 1.0 : 0.0);
+  // As Val reads the digits back: the integer of the digits over the power of ten.
+  const double magnitude = units / kScale[decimals];
+  return value < 0 && units != 0.0 ? -magnitude : magnitude;
 }
 
 double RoundDecimals(double value, int decimals) {

@@ -42,6 +42,9 @@ int LastCharAsInt(std::string_view line);
 // (0 or 1), `decimals` decimals, rounded half away from zero on the number's 15 significant
 // digits, no padding.
 std::string FormatPicture(double value, int decimals, int minIntDigits = 1);
+// Val(FormatPicture(value, decimals)), the value a number keeps after passing through such a
+// picture, without the text where no tie is near.
+double ThroughPicture(double value, int decimals);
 
 // Rounding to a number of decimals, half to even, on the number's 15 significant digits.
 double RoundDecimals(double value, int decimals);

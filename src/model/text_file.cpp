@@ -56,16 +56,19 @@ bool LineReader::Fill() {
 
 bool LineReader::Eof() { return pos_ >= buffer_.size() && !Fill(); }
 
-void LineReader::ReadLine(std::string& line) {
+std::string_view LineReader::ReadLineView() {
   if (Eof()) throw RuntimeFault(FaultKind::ReadPastEnd, "Input past end of file");
   std::size_t newline;
   while ((newline = buffer_.find('\n', pos_)) == std::string::npos && Fill()) {
   }
   const std::size_t stop = newline == std::string::npos ? buffer_.size() : newline;
-  line.assign(buffer_, pos_, stop - pos_);
-  if (!line.empty() && line.back() == '\r') line.pop_back();
+  std::string_view line(buffer_.data() + pos_, stop - pos_);
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
   pos_ = newline == std::string::npos ? buffer_.size() : newline + 1;
+  return line;
 }
+
+void LineReader::ReadLine(std::string& line) { line.assign(ReadLineView()); }
 
 std::string LineReader::ReadLine() {
   std::string line;

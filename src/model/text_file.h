@@ -26,6 +26,9 @@ class LineReader {
   std::string ReadLine();
   // The same into `line`, reusing its storage.
   void ReadLine(std::string& line);
+  // The same as a view into the reader's buffer, good until the next read: for lines that are
+  // only looked at.
+  std::string_view ReadLineView();
   // True when every line has been read.
   bool Eof();
 

@@ -1,10 +1,10 @@
 #include "parcels/parcel_file.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <functional>
 #include <tuple>
-#include <unordered_map>
 #include <vector>
 
 #include "model/fault.h"
@@ -28,22 +28,28 @@ bool IsAttributeLine(std::string_view line) { return line.starts_with("Sec_") ||
 
 bool IsLocationLine(std::string_view line) { return line.starts_with(" PARCEL N,E"); }
 
-// Parcels at exactly the same location are flagged as multiple, each of them.
+// Parcels at exactly the same location are flagged as multiple, each of them. Sorted by place,
+// equal places stand together; a place that is not a number equals nothing.
 void FlagMultiple(ParcelStore& store) {
-  struct Key {
+  struct Place {
     double y, x;
-    bool operator==(const Key& o) const { return y == o.y && x == o.x; }
+    int parcel;
   };
-  struct KeyHash {
-    std::size_t operator()(const Key& k) const {
-      // +0.0 folds -0.0 into 0.0, which compare equal.
-      return std::hash<double>()(k.y + 0.0) * 31u ^ std::hash<double>()(k.x + 0.0);
-    }
-  };
-  std::unordered_map<Key, int, KeyHash> seen;
-  for (int i = 1; i <= store.ParcelCount; ++i) ++seen[Key{store.ParcelY.get(i), store.ParcelX.get(i)}];
+  std::vector<Place> places;
+  places.reserve(static_cast<std::size_t>(std::max<int>(store.ParcelCount, 0)));
   for (int i = 1; i <= store.ParcelCount; ++i) {
-    if (seen[Key{store.ParcelY.get(i), store.ParcelX.get(i)}] > 1) store.ParcelMulti.at(i) = 1;
+    const double y = store.ParcelY.get(i), x = store.ParcelX.get(i);
+    if (!std::isnan(y) && !std::isnan(x)) places.push_back({y, x, i});
+  }
+  const auto before = [](const Place& a, const Place& b) { return a.y < b.y || (a.y == b.y && a.x < b.x); };
+  std::sort(places.begin(), places.end(), before);
+  for (std::size_t k = 0; k < places.size();) {
+    std::size_t end = k + 1;
+    while (end < places.size() && places[end].y == places[k].y && places[end].x == places[k].x) ++end;
+    if (end - k > 1) {
+      for (std::size_t m = k; m < end; ++m) store.ParcelMulti.at(places[m].parcel) = 1;
+    }
+    k = end;
   }
 }
 

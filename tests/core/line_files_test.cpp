@@ -100,6 +100,21 @@ TEST(Bearings, PackedDegreesMinutesSecondsByTheLengthOfTheirText) {
       {12.5, 12 / 60.0 + 0.5 / 3600.0},
   };
   for (const auto& [packed, degrees] : cases) EXPECT_NEAR(DmsToRadians(packed), degrees * degree, 1e-12) << packed;
+  // Every whole number a bearing field can hold, against the fields cut from its text.
+  const double pi = 4.0 * std::atan(1.0);
+  for (int n = 0; n < 1000000; ++n) {
+    const std::string s = std::to_string(n);
+    const auto field = [&](std::size_t from, std::size_t count) { return std::stod(s.substr(from, count)); };
+    double d = 0, m = 0, sec = 0;
+    if (s.size() >= 5) d = field(0, 2), m = field(2, 2), sec = field(s.size() - 2, 2);
+    else if (s.size() >= 3) m = field(0, 2), sec = field(s.size() - 2, 2);
+    else sec = field(0, 2);
+    const double want = pi * (d + m / 60.0 + sec / 3600.0) / 180.0;
+    if (DmsToRadians(n) != want) {
+      ADD_FAILURE() << n << ": " << DmsToRadians(n) << " != " << want;
+      break;
+    }
+  }
 }
 
 TEST_F(LineFiles, RawFieldsAreCutFromTheLineAndFromTheTrimmedLine) {

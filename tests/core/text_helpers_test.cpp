@@ -1,5 +1,10 @@
 // The column, number and picture helpers every reader and writer of the job files rests on.
 
+#include <cmath>
+#include <iomanip>
+#include <random>
+#include <vector>
+
 #include "model/fault.h"
 #include "model/text.h"
 #include "test_support.h"
@@ -26,6 +31,9 @@ TEST(TextNumbers, ValReadsTheLeadingNumberAndGivesZeroForText) {
       {"1.2.3", 1.2},    {"1e3", 1000.0}, {"1D2", 100.0},  {"1e", 1.0},    {"-.5", -0.5},
       {"+7", 7.0},       {"12,5", 12.0},  {"- 5", -5.0},   {"5-3", 5.0},   {" 2071.125 ", 2071.125},
       {".", 0.0},        {"-", 0.0},      {"1e-999", 0.0}, {"0007", 7.0},  {"\t42", 42.0},
+      // Blanks after a number: it ends there unless a digit, a point or an exponent follows.
+      {"12  ", 12.0},    {"12 \t5", 125.0}, {"1.5 e2", 150.0}, {"12 -3", 12.0}, {"12 .5", 12.5},
+      {"3 x", 3.0},      {"7 d1", 70.0},   {"-4 \r", -4.0},
   };
   for (const auto& c : cases) EXPECT_DOUBLE_EQ(Val(c.text), c.value) << "Val(\"" << c.text << "\")";
   EXPECT_THROW(Val("1e999"), RuntimeFault);
@@ -47,6 +55,26 @@ TEST(TextNumbers, PicturesRoundHalfAwayFromZeroRoundDecimalsHalfToEven) {
   EXPECT_DOUBLE_EQ(RoundDecimals(2.00015, 4), 2.0002);
   EXPECT_DOUBLE_EQ(RoundDecimals(-1.23456, 4), -1.2346);
   EXPECT_DOUBLE_EQ(RoundDecimals(1234567.12345, 4), 1234567.1234);
+}
+
+TEST(TextNumbers, ThroughPictureIsValOfThePicture) {
+  std::vector<double> values = {0.0, -0.0, 0.0005, -0.0005, 0.0625, -2.0005, 2084012.9445, 1e11, -3e11, 99999999999.9};
+  std::mt19937_64 random(7);
+  for (int k = 0; k < 20000; ++k) {
+    const double magnitude = std::pow(10.0, std::uniform_real_distribution<double>(-4, 12)(random));
+    const double value = std::uniform_real_distribution<double>(-magnitude, magnitude)(random);
+    values.push_back(value);
+    // Halves at the last kept decimal, where the 15 digits decide.
+    values.push_back(std::round(value * 1000.0) / 1000.0 + 0.0005);
+  }
+  for (const double value : values) {
+    for (int decimals = 0; decimals <= 4; ++decimals) {
+      const double want = Val(FormatPicture(value, decimals));
+      const double got = ThroughPicture(value, decimals);
+      ASSERT_TRUE(got == want && std::signbit(got) == std::signbit(want))
+          << std::setprecision(17) << value << " to " << decimals << ": " << got << " != " << want;
+    }
+  }
 }
 
 }  // namespace
