@@ -56,9 +56,8 @@ void ReadLsaLines(Session& session) {
     LineReader lsa(session.DatasetPath(".LSA"));
     PassLsaSections(lsa, 1);
     store.LsaLineCount = 1;
-    std::string line;
     for (;;) {
-      lsa.ReadLine(line);
+      const std::string_view line = lsa.ReadLineView();
       const int flag = LastCharAsInt(line);
       LineEnds& ends = store.LsaLineEnds.at(store.LsaLineCount);
       ends.from = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 2, 16))));

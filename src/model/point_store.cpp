@@ -23,16 +23,25 @@ double PointStore::PointY(int i) const {
 }
 
 PointStore::Key PointStore::KeyOf(std::string_view id) {
-  // FNV-1a, then a final mix so that identifiers in sequence spread over the table.
-  std::uint32_t h = 2166136261u;
-  for (const char c : id) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
-  h ^= h >> 16;
-  h *= 0x85ebca6bu;
-  h ^= h >> 13;
-  if (id.size() > 7) return {kLongKey, h};
+  if (id.size() > 7) {
+    // FNV-1a, then a final mix so that identifiers in sequence spread over the table.
+    std::uint32_t h = 2166136261u;
+    for (const char c : id) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
+    h ^= h >> 16;
+    h *= 0x85ebca6bu;
+    h ^= h >> 13;
+    return {kLongKey, h};
+  }
+  // A short key is its bytes and its length; the hash mixes that word (a 64-bit finaliser).
   std::uint64_t packed = static_cast<std::uint64_t>(id.size()) << 56;
   for (std::size_t b = 0; b < id.size(); ++b) packed |= static_cast<std::uint64_t>(static_cast<unsigned char>(id[b])) << (8 * b);
-  return {packed, h};
+  std::uint64_t h = packed;
+  h ^= h >> 33;
+  h *= 0xff51afd7ed558ccdull;
+  h ^= h >> 33;
+  h *= 0xc4ceb9fe1a85ec53ull;
+  h ^= h >> 33;
+  return {packed, static_cast<std::uint32_t>(h)};
 }
 
 std::ptrdiff_t PointStore::Lookup(std::string_view id, const Key& key) const {
@@ -115,6 +124,15 @@ void PointStore::Set(int i, const std::string& id, double x, double y) {
   if (i < 0 || i > kBound) throw RuntimeFault(FaultKind::Subscript, "Subscript out of range");
   const auto at = static_cast<std::size_t>(i);
   if (at >= ids_.size()) {
+    if (ids_.capacity() <= at) {
+      // A job's readers append point after point: room for the whole table at once, which
+      // costs only address space until it is written.
+      constexpr auto kRoom = static_cast<std::size_t>(kBound) + 1;
+      ids_.reserve(kRoom);
+      xs_.reserve(kRoom);
+      ys_.reserve(kRoom);
+      lower_.reserve(kRoom);
+    }
     const std::size_t old = ids_.size();
     ids_.resize(at + 1);
     xs_.resize(at + 1, 0.0);
