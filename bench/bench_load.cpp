@@ -50,7 +50,7 @@ class TimingUserPort : public tessel::RecordingUserPort {
 };
 
 struct LoadResult {
-  double openMs = 0;  // File Open alone, without the program's start and the job's close
+  double openMs = 0;  // File Open, without the program's start and the job's close
   int points = 0;
   int rawLines = 0;
   int parcels = 0;
@@ -104,12 +104,12 @@ int main(int argc, char** argv) {
     load.push_back(std::chrono::duration<double, std::milli>(t2 - t1).count());
     open.push_back(loaded.openMs);
   }
-  const double plainMs = Median(plain), loadMs = Median(load);
+  const double plainMs = Median(plain), loadMs = Median(load), openMs = Median(open);
   std::printf("job: %s (%zu lines)\n", def.string().c_str(), lines);
   std::printf("loaded: %d points, %d record lines, %d parcels\n", loaded.points, loaded.rawLines, loaded.parcels);
-  std::printf("open alone: %.1f ms   ratio: %.2f\n", Median(open), Median(open) / plainMs);
-  std::printf("plain read: %.1f ms   load: %.1f ms   ratio: %.2f   (median of %d)\n", plainMs, loadMs,
-              loadMs / plainMs, rounds);
+  std::printf("plain read: %.1f ms   load (File Open): %.1f ms   ratio: %.2f   (median of %d)\n", plainMs, openMs,
+              openMs / plainMs, rounds);
+  std::printf("with the program's start and the job's close: %.1f ms   ratio: %.2f\n", loadMs, loadMs / plainMs);
   // The time under each status text, summed over its appearances (the record reader announces
   // every record and every temporary point).
   std::vector<std::pair<std::string, double>> byText;
@@ -118,7 +118,7 @@ int main(int argc, char** argv) {
     if (it == byText.end()) byText.push_back(step); else it->second += step.second;
   }
   for (const auto& [text, ms] : byText) std::printf("  %-55s %7.1f ms\n", text.c_str(), ms);
-  const bool ok = loadMs < 1000.0 && loadMs <= 2.5 * plainMs;
-  std::printf("%s\n", ok ? "within target (under 1 s, at most 2.5 times the plain read)" : "OUTSIDE TARGET");
+  const bool ok = openMs < 1000.0 && openMs <= 2.0 * plainMs;
+  std::printf("%s\n", ok ? "within target (under 1 s, at most 2 times the plain read)" : "OUTSIDE TARGET");
   return ok ? 0 : 1;
 }
