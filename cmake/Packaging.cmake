@@ -4,6 +4,11 @@
 # programs in <prefix>/bin with <prefix>/share/tessel beside them, which sends Tessel.cfg,
 # Tessel.hst and the suite's tools to the user's own folder instead of /usr/bin.
 
+# A Debian package is made on Linux only; a cross build for Windows has neither rule.
+if(NOT CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  return()
+endif()
+
 include(GNUInstallDirs)
 
 set(TESSEL_PACKAGE_MAINTAINER "Tessel developers <tessel@users.noreply.github.com>"
@@ -20,7 +25,9 @@ if(TESSEL_BUILD_DESKTOP)
   install(FILES ${PROJECT_SOURCE_DIR}/packaging/tessel.svg
     DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 endif()
-install(TARGETS tessel-batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+if(TARGET tessel-batch)
+  install(TARGETS tessel-batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
 
 # The sample job, to be copied to a folder of the user's before it is opened. Its presence also
 # marks share/tessel, which tells an installed program from one in a folder of its own.
