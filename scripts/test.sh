@@ -10,6 +10,9 @@ scripts/build.sh
 export QT_QPA_PLATFORM=offscreen
 ctest --test-dir build --output-on-failure -j2
 
+# The Debian package: its files, lintian, and its own tessel-batch on its sample job.
+scripts/package.sh --check
+
 # The sanitizer build: headless only, lightly optimised to keep its build short.
 compiler=$(command -v clang++-14 || command -v clang++ || command -v g++)
 cmake -S . -B build-san -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O1 -g1" \

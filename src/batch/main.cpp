@@ -47,6 +47,7 @@
 #include "batch/irr_dump.h"
 #include "batch/job_dump.h"
 #include "batch/region_test.h"
+#include "datasets/tool_folder.h"
 #include "db_export/db_target.h"
 #include "gis_export/gis_export.h"
 #include "model/paths.h"
@@ -85,11 +86,10 @@ struct Arguments {
   bool allLabels = false;
 };
 
-std::optional<Arguments> Parse(const std::vector<std::string>& args, const std::string& programFolder) {
+std::optional<Arguments> Parse(const std::vector<std::string>& args) {
   if (args.empty()) return std::nullopt;
   Arguments a;
   a.command = args[0];
-  a.toolFolder = programFolder;
   for (std::size_t i = 1; i < args.size(); ++i) {
     const std::string& arg = args[i];
     const bool hasValue = i + 1 < args.size();
@@ -258,8 +258,14 @@ int Render(const Arguments& a) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto a = Parse(std::vector<std::string>(argv + 1, argv + argc), tessel::ProgramFolder(argv[0]));
+  auto a = Parse(std::vector<std::string>(argv + 1, argv + argc));
   if (!a) return Fail(kUsage);
+  if (a->toolFolder.empty()) {
+    // Beside the program, or the user's own folder for an installed one.
+    const tessel::ToolFolderChoice choice = tessel::ChooseToolFolder(tessel::ProgramFolder(argv[0]), std::getenv);
+    if (!choice.problem.empty()) std::cerr << "tessel-batch: " << choice.problem << "\n";
+    a->toolFolder = choice.folder;
+  }
   if (!a->positional.empty()) {
     std::error_code ec;
     if (!fs::is_regular_file(fs::path(a->positional[0]), ec)) return Fail("no such job definition: " + a->positional[0]);

@@ -1,13 +1,17 @@
 // The files of the tool folder: Tessel.cfg (its defaults, its lines in order, the error route
 // that drops all that was read), the configuration dialog's actions (OK, Save, Restore), the
-// window places of ts$002.cfg, and the identity of a job with its TEMP.JOB.
+// window places of ts$002.cfg, the identity of a job with its TEMP.JOB, and where the tool folder
+// of an installed program is.
 
 #include <filesystem>
 #include <map>
+#include <utility>
 #include <string>
 #include <vector>
 
 #include "datasets/identity.h"
+#include "datasets/support_files.h"
+#include "datasets/tool_folder.h"
 #include "job/config_actions.h"
 #include "model/config.h"
 #include "model/dialog_memory.h"
@@ -202,6 +206,79 @@ TEST_F(Identity, EachRouteCutsThePathAtItsFirstPointAndNamesTheJobInUpperCase) {
     EXPECT_EQ(user.title, "Tessel " + c.base);
   }
   EXPECT_EQ(session.RegionJobFolder + session.RegionJobName, JobDir() + "NEWJOB");
+}
+
+class InstalledToolFolder : public JobFixture {
+ protected:
+  EnvironmentLookup Environment(std::map<std::string, std::string> values) {
+    environment = std::move(values);
+    return [this](const char* name) {
+      const auto found = environment.find(name);
+      return found == environment.end() ? nullptr : found->second.c_str();
+    };
+  }
+  std::map<std::string, std::string> environment;
+};
+
+TEST_F(InstalledToolFolder, TheUsersFolderComesFromXdgThenLocalAppDataThenHome) {
+  const std::string sep(1, PathSeparator());
+  EXPECT_EQ(UserToolFolder(Environment({{"XDG_DATA_HOME", "/d/"}, {"LOCALAPPDATA", "/l"}, {"HOME", "/h"}})),
+            "/d" + sep + "tessel");
+  // A relative value is not a folder of the user's: the next one counts.
+  EXPECT_EQ(UserToolFolder(Environment({{"XDG_DATA_HOME", "data"}, {"LOCALAPPDATA", "/l"}, {"HOME", "/h"}})),
+            "/l" + sep + "Tessel");
+  EXPECT_EQ(UserToolFolder(Environment({{"XDG_DATA_HOME", ""}, {"HOME", "/h"}})),
+            "/h" + sep + ".local" + sep + "share" + sep + "tessel");
+  EXPECT_EQ(UserToolFolder(Environment({{"HOME", "h"}})), "");
+}
+
+TEST_F(InstalledToolFolder, AProgramInAFolderOfItsOwnKeepsItsToolFolderBesideItAndWritesNothing) {
+  // The build's bin has no share/tessel beside it: still a folder of its own.
+  const std::filesystem::path bin = root / "build" / "bin";
+  std::filesystem::create_directories(bin);
+  const auto env = Environment({{"XDG_DATA_HOME", (root / "data").string()}});
+  for (const std::filesystem::path& folder : {toolPath, bin}) {
+    const ToolFolderChoice choice = ChooseToolFolder(folder.string(), env);
+    EXPECT_EQ(choice.folder, folder.string());
+    EXPECT_EQ(choice.problem, "");
+    EXPECT_TRUE(std::filesystem::is_empty(folder)) << folder;
+  }
+  EXPECT_FALSE(std::filesystem::exists(root / "data"));
+}
+
+TEST_F(InstalledToolFolder, AnInstalledProgramUsesTheUsersFolderMadeOnceWithTheMasterCopies) {
+  const std::filesystem::path bin = root / "usr" / "bin";
+  std::filesystem::create_directories(bin);
+  std::filesystem::create_directories(root / "usr" / "share" / "tessel");
+  const std::filesystem::path data = root / "data";
+  const std::string userFolder = (data / "tessel").string();
+  for (const std::string& folder : {bin.string(), bin.string() + PathSeparator()}) {
+    std::filesystem::remove_all(data);
+    // A master copy the user put there, in another case, is kept.
+    std::filesystem::create_directories(data / "tessel");
+    WriteLines(data / "tessel" / "ZONE.DAT", {"mine"});
+    const ToolFolderChoice choice = ChooseToolFolder(folder, Environment({{"XDG_DATA_HOME", data.string()}}));
+    EXPECT_EQ(choice.folder, userFolder);
+    EXPECT_EQ(choice.problem, "");
+    for (const char* name : {"Nad27.con", "Nad83.con", "Table.dat"}) {
+      EXPECT_EQ(ReadBytes(data / "tessel" / name), SupportFileText(name)) << name;
+    }
+    EXPECT_EQ(ReadBytes(data / "tessel" / "ZONE.DAT"), Text({"mine"}));
+    EXPECT_FALSE(std::filesystem::exists(data / "tessel" / "Zone.dat"));
+    EXPECT_TRUE(std::filesystem::is_empty(bin));
+  }
+}
+
+TEST_F(InstalledToolFolder, AUsersFolderThatCannotBeMadeIsToldAndNothingIsWrittenBesideTheProgram) {
+  const std::filesystem::path bin = root / "usr" / "bin";
+  std::filesystem::create_directories(bin);
+  std::filesystem::create_directories(root / "usr" / "share" / "tessel");
+  WriteLines(root / "data", {"a file, not a folder"});
+  const ToolFolderChoice choice =
+      ChooseToolFolder(bin.string(), Environment({{"XDG_DATA_HOME", (root / "data").string()}}));
+  EXPECT_EQ(choice.folder, (root / "data" / "tessel").string());
+  EXPECT_EQ(choice.problem, "Cannot create the folder " + choice.folder + " for Tessel's settings and tools");
+  EXPECT_TRUE(std::filesystem::is_empty(bin));
 }
 
 }  // namespace
