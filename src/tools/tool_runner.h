@@ -13,6 +13,10 @@ inline constexpr const char* kToolRunnerFile = "tessel-tools.ini";
 inline constexpr const char* kDefaultToolRunner = "wine";
 // The setting that starts Windows programs like any other (a system that runs them itself).
 inline constexpr const char* kNoToolRunner = "none";
+// What the configuration dialog says of the setting.
+inline constexpr const char* kToolRunnerHint =
+    "Suite tools that are Windows programs are started through this program where the system does not run "
+    "them itself (Linux, macOS): \"wine\", the path of another runner, or \"none\". Saved in tessel-tools.ini.";
 
 // True when the file is a Windows executable: "MZ" at its start and, at the offset held in
 // its bytes 0x3C to 0x3F (little-endian), the signature "PE" followed by two zero bytes. False

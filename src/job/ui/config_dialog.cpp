@@ -31,10 +31,6 @@ namespace {
 constexpr int kEditorEntry = 13;
 constexpr int kRunnerEntry = 14;
 
-const char* const kRunnerHint =
-    "Suite tools that are Windows programs are started through this program where the system does not run "
-    "them itself (Linux, macOS): \"wine\", the path of another runner, or \"none\". Saved in tessel-tools.ini.";
-
 const char* const kZoomHint =
     "Hint: Large Zoom Increments work well for mouse zooming, Smaller Values work well for \"GoTo\" functions.  "
     "Varying these can result in a wide variey of effects.   Pan Increments have no effect on mouse panning, only "
@@ -289,7 +285,7 @@ QWidget* ConfigDialog::BuildViewing() {
   toolRunner_ = Named(new QLineEdit, "txtToolRunner");
   auto* browseRunner = Named(new QPushButton(QStringLiteral("Browse...")), "cmdBrowseRunner");
   connect(browseRunner, &QPushButton::clicked, this, [this] { Browse(kRunnerEntry); });
-  auto* runnerHint = Named(new QLabel(QString::fromLatin1(kRunnerHint)), "lblToolRunnerHint");
+  auto* runnerHint = Named(new QLabel(QString::fromLatin1(kToolRunnerHint)), "lblToolRunnerHint");
   runnerHint->setWordWrap(true);
   auto* runnerLayout = new QGridLayout(runner);
   runnerLayout->addWidget(toolRunner_, 0, 0);
