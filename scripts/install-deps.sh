@@ -8,13 +8,16 @@ set -euo pipefail
 # test (tests/postgis); the test starts and stops its own cluster, nothing system-wide.
 # dpkg-dev (dpkg-shlibdeps), lintian and desktop-file-utils make and check the Debian package.
 # jlha-utils is the lha that makes LZH archives (on Java; lhasa only extracts), for the LZH tests.
+# wine and g++-mingw-w64-x86-64-posix run the launch tests with the stand-in tool built as a
+# Windows program (tests/standin).
 packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev nlohmann-json3-dev libgtest-dev libzip-dev zip unzip libeigen3-dev
           libgdal-dev gdal-bin
           postgresql-15 postgresql-15-postgis-3
           xvfb xauth
           clang-14 libclang-rt-14-dev
           jlha-utils
-          dpkg-dev lintian desktop-file-utils)
+          dpkg-dev lintian desktop-file-utils
+          wine g++-mingw-w64-x86-64-posix)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -15,6 +15,7 @@
 #include "model/paths.h"
 #include "model/session.h"
 #include "tools/launching.h"
+#include "tools/tool_runner.h"
 
 namespace tessel {
 
@@ -53,36 +54,89 @@ ToolLogEntry NewEntry(LaunchKind kind, const Launch& launch, const std::string& 
   return entry;
 }
 
-// Whether the program can be there at all: a path must name an existing file, a bare name must
-// be found on the search path. Sets the entry's outcome and reason when it cannot.
-bool ProgramThere(ToolLogEntry& entry, const QString& program, const std::string& folder,
-                  const std::string& toolFolder) {
-  bool there = false;
+// What a launch is prepared with besides itself: the folder of the run, ToolFolder (which the
+// reason for a missing program names) and the setting of the runner of Windows programs.
+struct Context {
+  std::string folder;
+  std::string toolFolder;
+  std::string runner;
+};
+
+Context ContextFor(const Session* session, const std::string& folder) {
+  if (!session) return {folder, {}, {}};
+  return {folder, session->ToolFolder, session->toolRunner};
+}
+
+#ifdef _WIN32
+constexpr bool kSystemRunsWindowsPrograms = true;
+#else
+constexpr bool kSystemRunsWindowsPrograms = false;
+#endif
+
+// The file a program names: a path as it stands or relative to the folder of the run, a bare
+// name on the search path or in that folder; empty when there is none.
+QString ProgramFile(const QString& program, const std::string& folder) {
+  const QString inFolder = folder.empty() ? QString() : QDir(Local(folder)).filePath(program);
   if (program.contains(QLatin1Char('/')) || program.contains(QLatin1Char('\\'))) {
-    there = QFileInfo(program).isFile();
-    if (!there && QFileInfo(program).isRelative() && !folder.empty()) {
-      there = QFileInfo(QDir(Local(folder)).filePath(program)).isFile();
-    }
-  } else {
-    there = !QStandardPaths::findExecutable(program).isEmpty() ||
-            (!folder.empty() && QFileInfo(QDir(Local(folder)).filePath(program)).isFile());
+    if (QFileInfo(program).isFile()) return program;
+    if (QFileInfo(program).isRelative() && !inFolder.isEmpty() && QFileInfo(inFolder).isFile()) return inFolder;
+    return {};
   }
-  if (!there) {
+  const QString found = QStandardPaths::findExecutable(program);
+  if (!found.isEmpty()) return found;
+  return !inFolder.isEmpty() && QFileInfo(inFolder).isFile() ? inFolder : QString();
+}
+
+// A runner as the setting names it: a path that can be run, or a bare name on the search path.
+std::string FindRunner(const std::string& runner) {
+  const QString name = Local(runner);
+  if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\'))) {
+    const QFileInfo file(name);
+    return file.isFile() && file.isExecutable() ? runner : std::string();
+  }
+  return Bytes(QStandardPaths::findExecutable(name));
+}
+
+// Sets the process to start the program with its arguments: itself, or through the runner when
+// it is a Windows program this system does not start itself. False, with the entry's outcome and
+// reason, when the program is not there or its runner is missing.
+bool SetProgram(QProcess& process, const QString& program, QStringList arguments, ToolLogEntry& entry,
+                const Context& context) {
+  const QString file = ProgramFile(program, context.folder);
+  if (file.isEmpty()) {
     entry.outcome = LaunchOutcome::NotFound;
-    entry.reason = NotFoundReason(Bytes(program), toolFolder);
+    entry.reason = NotFoundReason(Bytes(program), context.toolFolder);
+    return false;
   }
-  return there;
+  const RunnerChoice choice = ChooseRunner(Bytes(program), IsWindowsProgram(Bytes(file)), kSystemRunsWindowsPrograms,
+                                           context.runner, FindRunner);
+  if (!choice.refusal.empty()) {
+    entry.outcome = LaunchOutcome::NoRunner;
+    entry.reason = choice.refusal;
+    entry.runner = NormalToolRunner(context.runner);
+    return false;
+  }
+  if (choice.runner.empty()) {
+    process.setProgram(program);
+  } else {
+    // The runner is given the program's whole path: it does not search the folder of the run.
+    entry.runner = choice.runner;
+    process.setProgram(Local(choice.runner));
+    arguments.prepend(QFileInfo(file).absoluteFilePath());
+  }
+  process.setArguments(arguments);
+  return true;
 }
 
 // A batch file of the scripted form. cmd runs it where there is one; elsewhere its one command is
 // run directly, with the file it redirects fed as standard input. False when there is nothing
 // to run: the batch file cannot be read or its command has another shape.
-bool PrepareBatch(QProcess& process, const QString& batchFile, const std::string& folder, ToolLogEntry& entry,
-                  const std::string& toolFolder) {
+bool PrepareBatch(QProcess& process, const QString& batchFile, ToolLogEntry& entry, const Context& context) {
+  const std::string& folder = context.folder;
 #ifdef _WIN32
   process.setProgram(QStringLiteral("cmd"));
   process.setArguments({QStringLiteral("/c"), batchFile});
-  (void)toolFolder;
+  (void)entry;
 #else
   const auto command = ReadBatchCommand(PathHere(Bytes(batchFile), folder));
   if (!command || command->program.empty()) {
@@ -96,8 +150,7 @@ bool PrepareBatch(QProcess& process, const QString& batchFile, const std::string
     entry.answerFile = PathHere(command->input, folder);
     process.setStandardInputFile(Local(entry.answerFile));
   }
-  if (!ProgramThere(entry, Local(program), folder, toolFolder)) return false;
-  process.setProgram(Local(program));
+  if (!SetProgram(process, Local(program), {}, entry, context)) return false;
 #endif
   if (!folder.empty()) process.setWorkingDirectory(Local(folder));
   process.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -107,31 +160,25 @@ bool PrepareBatch(QProcess& process, const QString& batchFile, const std::string
 // The program and its arguments go to the process as they are, each whole: a folder or a file
 // name with blanks or quotes in it stays one. The tool inherits the program's standard handles.
 // False when there is nothing to start.
-bool Prepare(QProcess& process, const Launch& launch, const std::string& folder, ToolLogEntry& entry,
-             const std::string& toolFolder) {
+bool Prepare(QProcess& process, const Launch& launch, ToolLogEntry& entry, const Context& context) {
   if (launch.program.empty()) {
     entry.outcome = LaunchOutcome::CouldNotStart;
     entry.reason = "no program is named";
     return false;
   }
-  if (!ProgramThere(entry, Local(launch.program), folder, toolFolder)) return false;
-  process.setProgram(Local(launch.program));
   QStringList arguments;
   for (const std::string& argument : launch.arguments) arguments << Local(argument);
-  process.setArguments(arguments);
-  if (!folder.empty()) process.setWorkingDirectory(Local(folder));
+  if (!SetProgram(process, Local(launch.program), arguments, entry, context)) return false;
+  if (!context.folder.empty()) process.setWorkingDirectory(Local(context.folder));
   process.setProcessChannelMode(QProcess::ForwardedChannels);
   process.setInputChannelMode(QProcess::ForwardedInputChannel);
   return true;
 }
 
 // The blocking forms: a batch file of the scripted form, or a tool.
-bool PrepareBlocking(QProcess& process, const Launch& launch, const std::string& folder, ToolLogEntry& entry,
-                     const std::string& toolFolder) {
-  if (NamesBatchFile(Local(launch.program))) {
-    return PrepareBatch(process, Local(launch.program), folder, entry, toolFolder);
-  }
-  return Prepare(process, launch, folder, entry, toolFolder);
+bool PrepareBlocking(QProcess& process, const Launch& launch, ToolLogEntry& entry, const Context& context) {
+  if (NamesBatchFile(Local(launch.program))) return PrepareBatch(process, Local(launch.program), entry, context);
+  return Prepare(process, launch, entry, context);
 }
 
 // After the process has ended or failed to start: the outcome and the exit code as the port
@@ -154,8 +201,6 @@ int Finish(QProcess& process, ToolLogEntry& entry, bool started, const QElapsedT
 
 }  // namespace
 
-std::string QtProcessPort::ToolFolder() const { return session_ ? session_->ToolFolder : std::string(); }
-
 void QtProcessPort::Log(ToolLogEntry entry) {
   if (!session_) return;
   const std::string note = ToolLogNote(entry);
@@ -168,7 +213,7 @@ int QtProcessPort::Blocking(LaunchKind kind, const Launch& launch, const std::st
   ToolLogEntry entry = NewEntry(kind, launch, folder);
   QProcess process;
   int code = -1;
-  if (PrepareBlocking(process, launch, folder, entry, ToolFolder())) {
+  if (PrepareBlocking(process, launch, entry, ContextFor(session_, folder))) {
     QElapsedTimer clock;
     clock.start();
     process.start();
@@ -190,7 +235,7 @@ void QtProcessPort::Watch(const Launch& launch, const std::string& folder,
                           const std::vector<std::string>& lockedEntries) {
   ToolLogEntry entry = NewEntry(LaunchKind::Watch, launch, folder);
   QProcess process;
-  if (!Prepare(process, launch, folder, entry, ToolFolder())) {
+  if (!Prepare(process, launch, entry, ContextFor(session_, folder))) {
     Log(std::move(entry));
     return;
   }
@@ -219,7 +264,7 @@ void QtProcessPort::Watch(const Launch& launch, const std::string& folder,
 void QtProcessPort::Spawn(const Launch& launch, const std::string& folder, ShowMode) {
   ToolLogEntry entry = NewEntry(LaunchKind::Spawn, launch, folder);
   QProcess process;
-  if (Prepare(process, launch, folder, entry, ToolFolder())) {
+  if (Prepare(process, launch, entry, ContextFor(session_, folder))) {
     if (process.startDetached()) {
       entry.outcome = LaunchOutcome::Started;
     } else {
@@ -234,7 +279,7 @@ bool QtProcessPort::SpawnReported(const Launch& launch, const std::string& folde
   ToolLogEntry entry = NewEntry(LaunchKind::Spawn, launch, folder);
   // Not the window's child: a process still running when the program ends is left to finish.
   auto* process = new QProcess;
-  if (Prepare(*process, launch, folder, entry, ToolFolder())) {
+  if (Prepare(*process, launch, entry, ContextFor(session_, folder))) {
     auto clock = std::make_shared<QElapsedTimer>();
     QObject::connect(process, &QProcess::finished, reports_.get(), [this, process, entry, clock, ended] {
       ToolLogEntry end = entry;

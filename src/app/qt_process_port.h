@@ -4,6 +4,8 @@
 // tool inherits the program's standard handles. A blocking command that names a .bat file is
 // the scripted form: cmd runs it on Windows; elsewhere the program of its first line runs with
 // the file that line redirects as its standard input.
+// A Windows program (by its file's header) is started through the session's runner, Wine unless
+// set otherwise, on a system that does not start it itself; without the runner it is not started.
 // Every launch goes into the session's Tool Log; one that fails also leaves a note in the last
 // status panel.
 
@@ -38,7 +40,6 @@ class QtProcessPort : public ProcessPort {
  private:
   int Blocking(LaunchKind kind, const Launch& launch, const std::string& folder);
   void Log(ToolLogEntry entry);
-  std::string ToolFolder() const;
 
   QMainWindow& window_;
   Session* session_ = nullptr;

@@ -7,6 +7,7 @@
 #include "model/paths.h"
 #include "model/text.h"
 #include "model/text_file.h"
+#include "tools/tool_runner.h"
 #include "viewer/view_transform.h"
 
 namespace tessel {
@@ -41,6 +42,19 @@ bool RestoreDefaults(Session& session) {
   if (session.user.Message(kRestoreQuestion, Icon::None, Buttons::YesNo) != Answer::Yes) return false;
   DeleteAnyCase(session.ToolFile(kConfigFileName));
   session.config = Config{};
+  return true;
+}
+
+void ApplyToolRunner(Session& session, const std::string& runner) { session.toolRunner = NormalToolRunner(runner); }
+
+bool SaveToolRunner(Session& session, const std::string& runner) {
+  ApplyToolRunner(session, runner);
+  try {
+    WriteToolRunner(session.ToolFile(kToolRunnerFile), session.toolRunner);
+  } catch (const RuntimeFault& fault) {
+    TellFileFault(session.user, fault);
+    return false;
+  }
   return true;
 }
 

@@ -27,6 +27,13 @@ bool SaveConfig(Session& session, const Config& config);
 // takes its default and true is returned (the dialog closes); on No nothing changes.
 bool RestoreDefaults(Session& session);
 
+// The runner of the suite's Windows programs from the dialog's field ("wine" when it is empty):
+// OK sets it for this session; Save also writes it into tessel-tools.ini in the tool folder, and
+// gives false when that file could not be written (the user is told, naming it). Tessel.cfg is
+// not touched, and Restore Defaults leaves the runner alone.
+void ApplyToolRunner(Session& session, const std::string& runner);
+bool SaveToolRunner(Session& session, const std::string& runner);
+
 // The "load LXN lines" check, applied as soon as it is clicked: 1 when checked, 0 when not.
 void SetLoadLxn(Session& session, bool checked);
 

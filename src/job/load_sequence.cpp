@@ -14,6 +14,7 @@
 #include "parcels/parcel_file.h"
 #include "parcels/raw_polygons.h"
 #include "surveys/survey_file.h"
+#include "tools/tool_runner.h"
 #include "viewer/picking.h"
 
 namespace tessel {
@@ -50,6 +51,7 @@ void MainFormLoad(Session& session) {
   session.user.Status(2, "");
   session.user.Status(3, "");
   session.config = ReadConfig(session.ToolFile("Tessel.cfg"));
+  session.toolRunner = ReadToolRunner(session.ToolFile(kToolRunnerFile));
   ApplyToolButtons(session);
   ApplyViewOptions(session);
   InitialMenus(session);

@@ -51,6 +51,9 @@ struct Session {
   // The current folder, in which tools run and relative names are found; the job dialog leaves
   // it at the job's folder.
   std::string CurrentFolder;
+  // What starts the suite's Windows programs on a system that does not start them itself (a
+  // program, or "none"); empty for Wine. Kept in tessel-tools.ini, not in Tessel.cfg.
+  std::string toolRunner;
 
   // The open job; all empty when none is open.
   std::string JobBase;

@@ -49,16 +49,17 @@ std::string NotFoundReason(const std::string& program, const std::string& toolFo
 }
 
 bool LaunchFailed(const ToolLogEntry& entry) {
-  return entry.outcome == LaunchOutcome::NotFound || entry.outcome == LaunchOutcome::CouldNotStart ||
-         entry.outcome == LaunchOutcome::Crashed;
+  return LaunchNotStarted(entry) || entry.outcome == LaunchOutcome::Crashed;
 }
 
 bool LaunchNotStarted(const ToolLogEntry& entry) {
-  return entry.outcome == LaunchOutcome::NotFound || entry.outcome == LaunchOutcome::CouldNotStart;
+  return entry.outcome == LaunchOutcome::NotFound || entry.outcome == LaunchOutcome::CouldNotStart ||
+         entry.outcome == LaunchOutcome::NoRunner;
 }
 
 std::string ToolLogLine(const ToolLogEntry& e) {
   std::string line = e.time + "  " + KindText(e.kind) + "  " + e.launch.Text();
+  if (!e.runner.empty() && e.outcome != LaunchOutcome::NoRunner) line += "  through " + e.runner;
   if (!e.folder.empty()) line += "  in " + e.folder;
   if (!e.answerFile.empty()) line += "  answers " + e.answerFile;
   line += "  ";
@@ -73,6 +74,7 @@ std::string ToolLogLine(const ToolLogEntry& e) {
       if (!e.reason.empty()) line += ": " + e.reason;
       break;
     case LaunchOutcome::Crashed: line += "crashed"; break;
+    case LaunchOutcome::NoRunner: line += e.reason; break;
   }
   if (e.seconds) {
     char duration[32];
@@ -88,21 +90,24 @@ std::string ToolLogNote(const ToolLogEntry& e) {
   switch (e.outcome) {
     case LaunchOutcome::NotFound: return name + ": " + (e.reason.empty() ? std::string("not found") : e.reason);
     case LaunchOutcome::CouldNotStart: return name + ": could not start";
+    case LaunchOutcome::NoRunner: return e.reason;
     default: return name + ": crashed";
   }
 }
 
 std::string ToolNotice(const ToolLogEntry& e) {
   if (!LaunchNotStarted(e)) return {};
+  constexpr const char* kSeeLog = ". The Tool Log (View > Tool Log) lists every start of this session.";
+  if (e.outcome == LaunchOutcome::NoRunner) return e.reason + kSeeLog;
   const std::string why = e.outcome == LaunchOutcome::NotFound ? (e.reason.empty() ? std::string("not found") : e.reason)
                                                                : (e.reason.empty() ? std::string("could not start") : e.reason);
-  return FileName(e.launch.program) + " could not be run: " + why +
-         ". The Tool Log (View > Tool Log) lists every start of this session.";
+  return FileName(e.launch.program) + " could not be run: " + why + kSeeLog;
 }
 
 std::string ToolLog::NoticeFor(const ToolLogEntry& entry) {
   if (!LaunchNotStarted(entry)) return {};
-  std::string key = FileName(entry.launch.program);
+  // Keys of programs are file names; a runner's key cannot be one.
+  std::string key = entry.outcome == LaunchOutcome::NoRunner ? "runner/" + entry.runner : FileName(entry.launch.program);
   for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   if (!noticed.insert(key).second) return {};
   return ToolNotice(entry);

@@ -1,6 +1,7 @@
 // frmConfig on the offscreen platform: its texts and lists, the fields filled from the settings,
 // Save writing Tessel.cfg that the next start reads back, values outside the lists kept, OK changing only the running settings
-// (programs chosen through Browse included).
+// (programs chosen through Browse included), and the runner of Windows programs kept in
+// tessel-tools.ini, out of Tessel.cfg.
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -125,13 +126,27 @@ class ConfigDialogTest : public QObject {
     Bench b;
     ConfigDialog d(b.session);
     EnterChanged(d);
+    QCOMPARE(Find<QLineEdit>(d, "txtToolRunner")->text(), QStringLiteral("wine"));
+    Find<QLineEdit>(d, "txtToolRunner")->setText(QStringLiteral(" /opt/wine 9/bin/wine "));
     Click(d, "cmdSave");
     QVERIFY(d.result() == QDialog::Accepted && !d.isVisible());
     QCOMPARE(b.session.config, Changed());
+    QCOMPARE(b.session.toolRunner, std::string("/opt/wine 9/bin/wine"));
+    // Tessel.cfg holds the described lines alone; the runner has its own file.
+    QFile cfg(b.CfgPath()), alone(b.tools.filePath(QStringLiteral("alone.cfg"))),
+        runner(b.tools.filePath(QStringLiteral("tessel-tools.ini")));
+    WriteConfig(alone.fileName().toStdString(), Changed());
+    QVERIFY(cfg.open(QIODevice::ReadOnly) && alone.open(QIODevice::ReadOnly) && runner.open(QIODevice::ReadOnly));
+    QCOMPARE(cfg.readAll(), alone.readAll());
+    QCOMPARE(runner.readAll(), QByteArray("runner=/opt/wine 9/bin/wine\r\n"));
     Session next(b.user, b.canvas, b.processes);
     next.ToolFolder = b.session.ToolFolder;
     MainFormLoad(next);
     QCOMPARE(next.config, Changed());
+    QCOMPARE(next.toolRunner, std::string("/opt/wine 9/bin/wine"));
+    ConfigDialog shown(next);
+    shown.show();
+    QCOMPARE(Find<QLineEdit>(shown, "txtToolRunner")->text(), QStringLiteral("/opt/wine 9/bin/wine"));
   }
 
   void okAppliesWhatWasEnteredOrBrowsedAndWritesNothing() {
@@ -139,9 +154,12 @@ class ConfigDialogTest : public QObject {
     ConfigDialog d(b.session);
     d.SetProgramChooser([](int k, const QString&) { return k == 1 ? QString() : QStringLiteral("/b/%1").arg(k); });
     EnterChanged(d);
-    for (const char* browse : {"cmdBrowse7", "cmdBrowse13", "cmdBrowse1"}) Click(d, browse);  // 1 is cancelled
+    // Entry 1 is cancelled; 14 is the runner of Windows programs.
+    for (const char* browse : {"cmdBrowse7", "cmdBrowse13", "cmdBrowse1", "cmdBrowseRunner"}) Click(d, browse);
     Click(d, "cmdOK");
     QVERIFY(d.result() == QDialog::Accepted && !d.isVisible());
+    QCOMPARE(b.session.toolRunner, std::string("/b/14"));
+    QVERIFY(!QFile::exists(b.tools.filePath(QStringLiteral("tessel-tools.ini"))));
     Config expected = Changed();
     expected.ToolButton[6].path = "/b/7";
     expected.EditorPath = "/b/13";

@@ -21,6 +21,8 @@
 #include <QWheelEvent>
 #include <QtTest>
 
+#include <utility>
+
 #include "app/legend_dock.h"
 #include "app/notice_bar.h"
 #include "app/tool_log_dock.h"
@@ -160,6 +162,32 @@ class DesktopTest : public QObject {
     // Closed by its own button, the tick follows.
     W().toolLog().close();
     QVERIFY(!show->isChecked());
+  }
+
+  void aWindowsToolWithoutItsRunnerIsSaidOnceOverTheCanvas() {
+    // Two tools whose header says Windows, and a runner in tessel-tools.ini that is not there.
+    QByteArray header(0x100, '\0');
+    header[0] = 'M';
+    header[1] = 'Z';
+    header[0x3C] = char(0x80);
+    header.replace(0x80, 4, QByteArray("PE\0\0", 4));
+    const QString runner = QDir(tools_->path()).filePath(QStringLiteral("no wine"));
+    for (const auto& [name, bytes] : {std::pair{"netsort.exe", header}, std::pair{"jobprops.exe", header},
+                                      std::pair{"tessel-tools.ini", "runner=" + runner.toLocal8Bit() + "\r\n"}}) {
+      QFile file(QDir(tools_->path()).filePath(QString::fromLatin1(name)));
+      QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    W().Load();
+    Open();
+    for (const char* entry : {"mnuFileNetsort", "mnuFileNetsort", "mnuFileProperties"}) Action(entry)->trigger();
+    const auto& entries = W().session().toolLog.entries;
+    QCOMPARE(entries.size(), std::size_t(3));
+    for (const ToolLogEntry& e : entries) QCOMPARE(e.outcome, LaunchOutcome::NoRunner);
+    QCOMPARE(W().findChild<NoticeBar*>(QStringLiteral("barNotice"))->Text(),
+             "netsort.exe is a Windows program; its runner " + runner +
+                 " (Configuration Options) was not found. The Tool Log (View > Tool Log) lists every start of this "
+                 "session.");
+    QCOMPARE(Panel(4), "jobprops.exe is a Windows program; its runner " + runner + " (Configuration Options) was not found");
   }
 
   void aPrintWithoutPrinterSaysSoAndAPdfPrintFollows() {

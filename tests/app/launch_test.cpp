@@ -1,18 +1,28 @@
 // The suite's tools started for real through the Qt process port: copies of the stand-in under
 // the tools' names in a tool folder whose name has a blank in it, the sample job in a folder
-// whose name has blanks and double quotes in it.
-// Each stand-in notes in standin.log its name, current folder, TEMP.JOB and standard input.
+// whose name has blanks and double quotes in it. Every route once: blocking, blocking for the
+// exit code (with side files), watched with its menu entries locked, spawned, spawned with its
+// end reported, and the scripted form.
+// Each stand-in notes in standin.log its name, current folder, TEMP.JOB, standard input and the
+// side files beside the job.
+// Built with TESSEL_WINE_PREFIX, the stand-in is a Windows program and every route goes through
+// Wine in that prefix; the job folder then has no double quotes, which Windows allows in no name.
 
 #include <QDir>
 #include <QFile>
 #include <QMainWindow>
 #include <QProcess>
+#include <QAction>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "app/qt_process_port.h"
 #include "job/command_table.h"
@@ -20,6 +30,7 @@
 #include "model/recording_ports.h"
 #include "model/session.h"
 #include "tools/launching.h"
+#include "tools/tool_runner.h"
 #include "form_test_support.h"
 
 namespace tessel {
@@ -33,6 +44,30 @@ QByteArray Contents(const QString& path) {
 bool WriteText(const QString& path, const QByteArray& text) {
   QFile file(path);
   return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+#ifdef TESSEL_WINE_PREFIX
+constexpr bool kThroughWine = true;
+#else
+constexpr bool kThroughWine = false;
+#endif
+
+// A folder as the stand-in gives it: under Wine a path of the drive Z: that Wine maps to "/".
+QString FolderHere(QString folder) {
+  if (kThroughWine && folder.startsWith(QStringLiteral("Z:\\"), Qt::CaseInsensitive)) {
+    folder = folder.mid(2).replace(QLatin1Char('\\'), QLatin1Char('/'));
+  }
+  return folder;
+}
+
+// The start of a Windows program, and no more: its header alone.
+QByteArray WindowsHeader() {
+  QByteArray bytes(0x100, '\0');
+  bytes[0] = 'M';
+  bytes[1] = 'Z';
+  bytes[0x3C] = char(0x80);
+  bytes.replace(0x80, 4, QByteArray("PE\0\0", 4));
+  return bytes;
 }
 
 const CommandRow& Row(const char* caption) {
@@ -56,11 +91,21 @@ class LaunchTest : public QObject {
     QStringList out;
     for (const QString& line : QString::fromLocal8Bit(Contents(JobFile("standin.log"))).split('\n', Qt::SkipEmptyParts)) {
       QStringList f = line.split('\t');
-      if (f.size() != 5 || QDir(f[1]).canonicalPath() != QDir(jobs_).canonicalPath()) return {"bad line: " + line};
+      if (f.size() != 5 || QDir(FolderHere(f[1])).canonicalPath() != QDir(jobs_).canonicalPath()) {
+        return {"bad line: " + line};
+      }
       f.removeAt(1);
       out << f.join('|');
     }
     return out;
+  }
+
+  // Every launch that started went through Wine exactly when the stand-in is a Windows program:
+  // its header, not its ".exe", decides.
+  bool RunnersAsBuilt() const {
+    return !session_->toolLog.entries.empty() && std::all_of(session_->toolLog.entries.begin(), session_->toolLog.entries.end(), [](const ToolLogEntry& e) {
+      return LaunchNotStarted(e) || e.runner.empty() != kThroughWine;
+    });
   }
 
   std::unique_ptr<QTemporaryDir> root_;
@@ -75,22 +120,29 @@ class LaunchTest : public QObject {
   void initTestCase() {
     // The desktop program has no console: a tool reading its inherited input finds it empty.
     QVERIFY(std::freopen(QProcess::nullDevice().toLocal8Bit().constData(), "r", stdin) != nullptr);
+#ifdef TESSEL_WINE_PREFIX
+    // The build folder's own prefix, made once before the tests; Wine's notes left out.
+    qputenv("WINEPREFIX", TESSEL_WINE_PREFIX);
+    qputenv("WINEDEBUG", "-all");
+#endif
   }
 
   void init() {
     root_ = std::make_unique<QTemporaryDir>();
     tools_ = root_->filePath(QStringLiteral("Tessel Suite"));
-    jobs_ = root_->filePath(QStringLiteral("job \"one\" folder"));
+    jobs_ = root_->filePath(kThroughWine ? QStringLiteral("job one folder") : QStringLiteral("job \"one\" folder"));
     QVERIFY(QDir().mkpath(tools_) && QDir().mkpath(jobs_));
     // One tool in capitals, as some are spelled.
-    for (const char* name : {"FITMAIN.EXE", "recpad.exe", "seedxy.exe", "exitcode.exe"}) {
+    for (const char* name : {"FITMAIN.EXE", "recpad.exe", "seedxy.exe", "exitcode.exe", "cogopad.exe"}) {
       QVERIFY(InstallStandin(tools_, QString::fromLatin1(name)));
     }
+    QVERIFY(WriteText(QDir(tools_).filePath(QStringLiteral("cogopad.hlp")), "help\r\n"));
     QVERIFY(CopySampleJob(jobs_));
     window_ = std::make_unique<QMainWindow>();
     processes_ = std::make_unique<QtProcessPort>(*window_);
     user_ = RecordingUserPort{};
     session_ = std::make_unique<Session>(user_, canvas_, *processes_);
+    processes_->Attach(session_.get());
     session_->ToolFolder = QDir::toNativeSeparators(tools_).toStdString();
     OpenJob(*session_, JobFile("T12NR04E.def").toStdString(), "T12NR04E.def");
     QCOMPARE(session_->JobName, std::string("T12NR04E"));
@@ -112,6 +164,7 @@ class LaunchTest : public QObject {
     QCOMPARE(points.PointCount(), count);
     QCOMPARE(points.PointX(points.Find("100100")), x + 1.0);
     QVERIFY(user_.messages.empty());
+    QVERIFY(RunnersAsBuilt());
   }
 
   void scriptedRunsFeedTheirAnswerFileAndGiveTheExitCode() {
@@ -136,8 +189,80 @@ class LaunchTest : public QObject {
     QCOMPARE(Log().back(), QStringLiteral("exitcode|T12NR04E|Y\\r\\n|<none>"));
 
     RunCommand(*session_, Row("&Generate Approx. Coords (SEEDXY)"));  // spawned, not waited for
-    QTRY_COMPARE_WITH_TIMEOUT(Log().size(), 4, 5000);
+    QTRY_COMPARE_WITH_TIMEOUT(Log().size(), 4, 10000);
     QCOMPARE(Log().back(), QStringLiteral("seedxy|T12NR04E||<none>"));
+    QVERIFY(RunnersAsBuilt());
+  }
+
+  void watchedEditorsLockTheirEntriesAndSideFilesStandBesideTheJob() {
+    // ToolWatch: the editor's entries are locked while it runs, which the first poll's events
+    // see, and free again once it has ended.
+    const CommandRow& recpad = Row("Input / Edit &Record data (RECPAD)");
+    std::vector<QAction*> entries;
+    for (const std::string& name : LockedEntries(recpad)) {
+      entries.push_back(new QAction(window_.get()));
+      entries.back()->setObjectName(QString::fromStdString(name));
+    }
+    QVERIFY(!entries.empty());
+    std::optional<bool> lockedMeanwhile;
+    QTimer::singleShot(0, window_.get(), [&] {
+      lockedMeanwhile = std::none_of(entries.begin(), entries.end(), [](QAction* a) { return a->isEnabled(); });
+    });
+    RunCommand(*session_, recpad);
+    QCOMPARE(lockedMeanwhile, std::optional<bool>(true));
+    QVERIFY(std::all_of(entries.begin(), entries.end(), [](QAction* a) { return a->isEnabled(); }));
+    QCOMPARE(Log(), QStringList{"recpad|T12NR04E||<none>"});
+    QVERIFY(QFile::exists(JobFile("T12NR04E.sd")));  // rebuilt by the editor
+
+    // ToolRunCode in a normal window, with its side file copied beside the job for the run only.
+    RunCommand(*session_, Row("&Coordinate Geometry (COGOPAD)"));
+    QCOMPARE(Log().back(), QStringLiteral("cogopad|T12NR04E||cogopad.hlp"));
+    QVERIFY(!QFile::exists(JobFile("cogopad.hlp")));
+    QVERIFY(QFile::exists(QDir(tools_).filePath(QStringLiteral("cogopad.hlp"))));
+
+    // A start whose end is told later, with the tool's exit code.
+    std::optional<SpawnEnd> end;
+    QVERIFY(processes_->SpawnReported(ToolLaunch(*session_, "exitcode"), session_->JobFolder, ShowMode::Hidden,
+                                      [&end](const SpawnEnd& e) { end = e; }));
+    QTRY_VERIFY_WITH_TIMEOUT(end.has_value(), 10000);
+    QVERIFY(end->started && !end->crashed);
+    QCOMPARE(end->exitCode, 3);
+    QCOMPARE(Log().size(), 3);
+    QVERIFY(RunnersAsBuilt());
+  }
+
+  void aWindowsToolWithoutItsRunnerIsNotStartedAndSaidOnce() {
+    // Tools whose header says Windows, whatever this build's stand-in is.
+    for (const char* name : {"twpjoin.exe", "TWPREL.EXE"}) {
+      QVERIFY(WriteText(QDir(tools_).filePath(QString::fromLatin1(name)), WindowsHeader()));
+    }
+    // No Wine on the search path.
+    const QByteArray path = qgetenv("PATH");
+    QTemporaryDir empty;
+    qputenv("PATH", QFile::encodeName(empty.path()));
+    RunCommand(*session_, Row("Join Township Files (TWPJOIN)"));
+    processes_->Run(ToolLaunch(*session_, "twprel"), session_->JobFolder);
+    // Another runner named in the settings, missing too.
+    session_->toolRunner = QDir(tools_).filePath(QStringLiteral("no wine")).toStdString();
+    QCOMPARE(processes_->RunCode(ToolLaunch(*session_, "twprel"), session_->JobFolder, ShowMode::Hidden), -1);
+    qputenv("PATH", path);
+
+    QVERIFY(!QFile::exists(JobFile("standin.log")));
+    const auto& entries = session_->toolLog.entries;
+    QCOMPARE(entries.size(), std::size_t(3));
+    QStringList notices;
+    ToolLog fresh;
+    for (const ToolLogEntry& e : entries) {
+      QCOMPARE(e.outcome, LaunchOutcome::NoRunner);
+      notices << QString::fromStdString(fresh.NoticeFor(e));
+    }
+    const QString log = QStringLiteral(". The Tool Log (View > Tool Log) lists every start of this session.");
+    QCOMPARE(notices, QStringList({"twpjoin.exe is a Windows program; install Wine to run it" + log, QString(),
+                                   "TWPREL.EXE is a Windows program; its runner " + QDir(tools_).filePath("no wine") +
+                                       " (Configuration Options) was not found" + log}));
+    QCOMPARE(QString::fromStdString(user_.statusNow[4]), QStringLiteral("TWPREL.EXE is a Windows program; its runner ") +
+                                                          QDir(tools_).filePath("no wine") +
+                                                          " (Configuration Options) was not found");
   }
 };
 

@@ -1,7 +1,8 @@
 // The files of the tool folder: Tessel.cfg (its defaults, its lines in order, the error route
-// that drops all that was read), the configuration dialog's actions (OK, Save, Restore), the
-// window places of ts$002.cfg, the identity of a job with its TEMP.JOB, and where the tool folder
-// of an installed program is.
+// that drops all that was read), the configuration dialog's actions (OK, Save, Restore, the
+// runner of Windows programs in tessel-tools.ini beside Tessel.cfg), the window places of
+// ts$002.cfg, the identity of a job with its TEMP.JOB, and where the tool folder of an installed
+// program is.
 
 #include <filesystem>
 #include <map>
@@ -13,6 +14,7 @@
 #include "datasets/support_files.h"
 #include "datasets/tool_folder.h"
 #include "job/config_actions.h"
+#include "job/load_sequence.h"
 #include "model/config.h"
 #include "model/dialog_memory.h"
 #include "model/paths.h"
@@ -151,6 +153,40 @@ TEST_F(ConfigActions, SaveReplacesTheFileOrStillAppliesWhenItCannotWriteAndResto
   session.config = Custom();
   EXPECT_FALSE(RestoreDefaults(session));
   EXPECT_EQ(session.config, Custom());
+}
+
+TEST_F(ConfigActions, TheRunnerOfWindowsProgramsIsSavedBesideTesselCfgWhichStaysAsItWas) {
+  // OK sets it for the session alone.
+  ApplyToolRunner(session, " /opt/wine-9/bin/wine ");
+  EXPECT_EQ(session.toolRunner, "/opt/wine-9/bin/wine");
+  EXPECT_FALSE(fs::exists(toolPath / "tessel-tools.ini"));
+  // Save writes it into its own file; Tessel.cfg has the bytes the settings alone give.
+  EXPECT_TRUE(SaveConfig(session, Custom()));
+  const std::string cfg = ReadBytes(CfgPath());
+  EXPECT_TRUE(SaveToolRunner(session, "none"));
+  EXPECT_EQ(ReadTool("tessel-tools.ini"), "runner=none\r\n");
+  EXPECT_EQ(ReadBytes(CfgPath()), cfg);
+  WriteConfig((root / "alone.cfg").string(), Custom());
+  EXPECT_EQ(ReadBytes(root / "alone.cfg"), cfg);
+  // The next start reads both; Restore Defaults leaves the runner as it is.
+  Session next{user, canvas, processes};
+  next.ToolFolder = ToolDir();
+  MainFormLoad(next);
+  EXPECT_EQ(next.toolRunner, "none");
+  user.answers = {Answer::Yes};
+  EXPECT_TRUE(RestoreDefaults(next));
+  EXPECT_EQ(next.toolRunner, "none");
+  EXPECT_EQ(ReadTool("tessel-tools.ini"), "runner=none\r\n");
+  // Without a runner file the start gives Wine; a file that cannot be written is told, naming it.
+  fs::remove(toolPath / "tessel-tools.ini");
+  MainFormLoad(next);
+  EXPECT_EQ(next.toolRunner, "wine");
+  user.messages.clear();
+  session.ToolFolder = (root / "no such folder").string();
+  EXPECT_FALSE(SaveToolRunner(session, "wine64"));
+  EXPECT_EQ(session.toolRunner, "wine64");
+  EXPECT_EQ(user.MessageTexts(),
+            std::vector<std::string>{"Path/File access error: " + (root / "no such folder").string() + "/tessel-tools.ini"});
 }
 
 class DialogMemory : public JobFixture {

@@ -79,6 +79,37 @@ TEST(ToolLog, AToolThatDoesNotStartIsNoticedOncePerProgram) {
   EXPECT_EQ(log.NoticeFor(Entry(LaunchOutcome::Ended)), "");
 }
 
+TEST(ToolLog, AWindowsProgramShowsItsRunnerAndAMissingRunnerIsNoticedOnce) {
+  ToolLogEntry through = Entry(LaunchOutcome::Ended);
+  through.runner = "/usr/bin/wine";
+  through.exitCode = 0;
+  EXPECT_EQ(ToolLogLine(through),
+            "10:02:11  run  /opt/tessel/fitmain.exe \"T1 N.def\" -q  through /usr/bin/wine  in /jobs/T1  exit code 0");
+
+  ToolLog log;
+  ToolLogEntry noWine = Entry(LaunchOutcome::NoRunner);
+  noWine.runner = "wine";
+  noWine.reason = "fitmain.exe is a Windows program; install Wine to run it";
+  EXPECT_TRUE(LaunchFailed(noWine) && LaunchNotStarted(noWine));
+  EXPECT_EQ(ToolLogLine(noWine), "10:02:11  run  /opt/tessel/fitmain.exe \"T1 N.def\" -q  in /jobs/T1  "
+                                 "fitmain.exe is a Windows program; install Wine to run it");
+  EXPECT_EQ(ToolLogNote(noWine), "fitmain.exe is a Windows program; install Wine to run it");
+  EXPECT_EQ(log.NoticeFor(noWine), "fitmain.exe is a Windows program; install Wine to run it. The Tool Log (View > "
+                                   "Tool Log) lists every start of this session.");
+  // Another Windows program without Wine: said already. Another runner set meanwhile and also
+  // missing is said again; a program missing for its own part still has its notice.
+  ToolLogEntry other = noWine;
+  other.launch.program = "/opt/tessel/ringform.exe";
+  other.reason = "ringform.exe is a Windows program; install Wine to run it";
+  EXPECT_EQ(log.NoticeFor(other), "");
+  other.runner = "/opt/box/wine";
+  other.reason = "ringform.exe is a Windows program; its runner /opt/box/wine (Configuration Options) was not found";
+  EXPECT_EQ(log.NoticeFor(other), other.reason + ". The Tool Log (View > Tool Log) lists every start of this session.");
+  ToolLogEntry missing = Entry(LaunchOutcome::NotFound);
+  missing.reason = "not found in ToolFolder";
+  EXPECT_NE(log.NoticeFor(missing), "");
+}
+
 TEST(ToolLog, MissingProgramsNameToolFolderOnlyWhenLookedForThere) {
   EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel"), "not found in ToolFolder");
   EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel/"), "not found in ToolFolder");

@@ -1,6 +1,8 @@
 // The menu commands that start the suite's tools: the command lines and folders of the launches,
-// the rereading after a run, and the scripted run of recpad with its batch file.
+// the rereading after a run, the scripted run of recpad with its batch file, and which tools are
+// Windows programs and what starts them.
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -13,6 +15,7 @@
 #include "model/paths.h"
 #include "model/text.h"
 #include "tools/launching.h"
+#include "tools/tool_runner.h"
 #include "test_support.h"
 
 namespace fs = std::filesystem;
@@ -298,6 +301,99 @@ TEST_F(Launching, RecpadScriptWithoutAJobTellsAndWritesNothing) {
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"You must first Open or Create a job."});
   EXPECT_TRUE(processes.launches.empty());
   EXPECT_TRUE(fs::is_empty(jobPath));
+}
+
+
+// The first bytes of a Windows executable: "MZ", the offset of the PE signature at 0x3C, the
+// signature there; `signature` varies the last.
+std::string WindowsHeader(std::uint32_t offset = 0x80, const std::string& signature = std::string("PE\0\0", 4)) {
+  std::string bytes(offset + 4 + 20, '\0');
+  bytes[0] = 'M';
+  bytes[1] = 'Z';
+  for (int k = 0; k < 4; ++k) bytes[0x3C + k] = static_cast<char>((offset >> (8 * k)) & 0xFF);
+  bytes.replace(offset, signature.size(), signature);
+  return bytes;
+}
+
+class WindowsPrograms : public JobFixture {
+ protected:
+  std::string ToolBytes(const std::string& name, const std::string& bytes) const {
+    WriteJobBytes(name, bytes);
+    return (jobPath / name).string();
+  }
+};
+
+TEST_F(WindowsPrograms, TheHeaderTellsAWindowsProgramNotItsName) {
+  EXPECT_TRUE(IsWindowsProgram(ToolBytes("fitmain", WindowsHeader())));
+  // The signature may stand far into the file, past the 16 bits of a DOS offset.
+  EXPECT_TRUE(IsWindowsProgram(ToolBytes("far.bin", WindowsHeader(0x10040))));
+  // A program of this system under a Windows name, a DOS program, a header cut short, the
+  // signature past the end or misspelt, an empty file and no file at all are not.
+  EXPECT_FALSE(IsWindowsProgram(ToolBytes("FITMAIN.EXE", "\x7F" "ELF\x02\x01\x01" + std::string(100, '\0'))));
+  EXPECT_FALSE(IsWindowsProgram(ToolBytes("dos.exe", "MZ" + std::string(100, '\0'))));
+  EXPECT_FALSE(IsWindowsProgram(ToolBytes("short.exe", WindowsHeader().substr(0, 0x3E))));
+  EXPECT_FALSE(IsWindowsProgram(ToolBytes("past.exe", WindowsHeader().substr(0, 0x82))));
+  EXPECT_FALSE(IsWindowsProgram(ToolBytes("ne.exe", WindowsHeader(0x80, "NE"))));
+  EXPECT_FALSE(IsWindowsProgram(ToolBytes("pe1.exe", WindowsHeader(0x80, std::string("PE\0\1", 4)))));
+  EXPECT_FALSE(IsWindowsProgram(ToolBytes("zm.exe", "ZM" + WindowsHeader().substr(2))));
+  EXPECT_FALSE(IsWindowsProgram(ToolBytes("empty.exe", "")));
+  EXPECT_FALSE(IsWindowsProgram((jobPath / "none.exe").string()));
+  EXPECT_FALSE(IsWindowsProgram(jobPath.string()));
+}
+
+TEST_F(WindowsPrograms, WineRunsThemUnlessTheSettingSaysOtherwiseAndItsAbsenceIsSaid) {
+  Strings asked;
+  const auto finder = [&asked](const std::map<std::string, std::string>& there) {
+    return [&asked, there](const std::string& runner) {
+      asked.push_back(runner);
+      const auto found = there.find(runner);
+      return found == there.end() ? std::string() : found->second;
+    };
+  };
+  const auto withWine = finder({{"wine", "/usr/bin/wine"}, {"/opt/wine-9/bin/wine", "/opt/wine-9/bin/wine"}});
+  const auto without = finder({});
+  const std::string tool = "/opt/suite/FITMAIN.EXE";
+  const auto choice = [](const RunnerChoice& c) { return c.runner + "|" + c.refusal; };
+
+  // A program of this system, or any program where Windows programs run by themselves, or with
+  // no runner set, starts itself; no runner is even looked for.
+  EXPECT_EQ(choice(ChooseRunner(tool, false, false, "", without)), "|");
+  EXPECT_EQ(choice(ChooseRunner(tool, true, true, "", without)), "|");
+  EXPECT_EQ(choice(ChooseRunner(tool, true, false, "none", without)), "|");
+  EXPECT_EQ(choice(ChooseRunner(tool, true, false, " None ", without)), "|");
+  EXPECT_TRUE(asked.empty());
+  // Wine by default, an empty setting being the default; another runner when set.
+  EXPECT_EQ(choice(ChooseRunner(tool, true, false, "", withWine)), "/usr/bin/wine|");
+  EXPECT_EQ(choice(ChooseRunner(tool, true, false, "  wine ", withWine)), "/usr/bin/wine|");
+  EXPECT_EQ(choice(ChooseRunner(tool, true, false, "/opt/wine-9/bin/wine", withWine)), "/opt/wine-9/bin/wine|");
+  EXPECT_EQ(asked, (Strings{"wine", "wine", "/opt/wine-9/bin/wine"}));
+  // Missing, the runner is named, and the program as it was asked for.
+  EXPECT_EQ(choice(ChooseRunner(tool, true, false, "", without)),
+            "|FITMAIN.EXE is a Windows program; install Wine to run it");
+  EXPECT_EQ(choice(ChooseRunner("C:\\Suite\\recpad.exe", true, false, "/opt/box/wine", without)),
+            "|recpad.exe is a Windows program; its runner /opt/box/wine (Configuration Options) was not found");
+}
+
+TEST_F(WindowsPrograms, TheRunnerSettingIsAFileOfItsOwnBesideTesselCfg) {
+  const std::string ini = (toolPath / "tessel-tools.ini").string();
+  EXPECT_EQ(ReadToolRunner(ini), "wine");
+  // Written where there is none; its other lines kept when there is one, the last runner line
+  // read and the first replaced, blanks trimmed.
+  WriteToolRunner(ini, " /opt/wine-9/bin/wine ");
+  EXPECT_EQ(ReadTool("tessel-tools.ini"), "runner=/opt/wine-9/bin/wine\r\n");
+  WriteTool("tessel-tools.ini", {"# Tessel's own settings", "Runner = none", "other=1", "runner=wine64"}, Eol::Lf);
+  EXPECT_EQ(ReadToolRunner(ini), "wine64");
+  WriteToolRunner(ini, "");
+  EXPECT_EQ(ReadTool("tessel-tools.ini"), "# Tessel's own settings\r\nrunner=wine\r\nother=1\r\n");
+  WriteTool("tessel-tools.ini", {"runner="});
+  EXPECT_EQ(ReadToolRunner(ini), "wine");
+  // Into a folder that is not there: a fault naming the file.
+  try {
+    WriteToolRunner((root / "no such folder" / "tessel-tools.ini").string(), "none");
+    ADD_FAILURE() << "written into a missing folder";
+  } catch (const RuntimeFault& fault) {
+    EXPECT_NE(std::string(fault.what()).find("no such folder"), std::string::npos) << fault.what();
+  }
 }
 
 }  // namespace

@@ -22,12 +22,14 @@
 #include "paint/qt_text.h"
 #include "job/config_actions.h"
 #include "model/text.h"
+#include "tools/tool_runner.h"
 
 namespace tessel {
 
 namespace {
 
 constexpr int kEditorEntry = 13;
+constexpr int kRunnerEntry = 14;
 
 const char* const kZoomHint =
     "Hint: Large Zoom Increments work well for mouse zooming, Smaller Values work well for \"GoTo\" functions.  "
@@ -140,10 +142,12 @@ ConfigDialog::ConfigDialog(Session& session, QWidget* parent) : QDialog(parent),
 
   connect(ok, &QPushButton::clicked, this, [this] {
     ApplyConfig(session_, Collect());
+    ApplyToolRunner(session_, CollectToolRunner());
     accept();
   });
   connect(save, &QPushButton::clicked, this, [this] {
     SaveConfig(session_, Collect());
+    SaveToolRunner(session_, CollectToolRunner());
     accept();
   });
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -162,6 +166,7 @@ ConfigDialog::ConfigDialog(Session& session, QWidget* parent) : QDialog(parent),
   };
 
   Fill(session_.config);
+  toolRunner_->setText(FromBytes(NormalToolRunner(session_.toolRunner)));
 }
 
 QWidget* ConfigDialog::BuildPointsAndLines() {
@@ -276,6 +281,17 @@ QWidget* ConfigDialog::BuildViewing() {
   editorLayout->addWidget(editorPath_, 1);
   editorLayout->addWidget(browse);
 
+  auto* runner = Named(new QGroupBox(QStringLiteral("Windows Programs")), "fraToolRunner");
+  toolRunner_ = Named(new QLineEdit, "txtToolRunner");
+  auto* browseRunner = Named(new QPushButton(QStringLiteral("Browse...")), "cmdBrowseRunner");
+  connect(browseRunner, &QPushButton::clicked, this, [this] { Browse(kRunnerEntry); });
+  auto* runnerHint = Named(new QLabel(QString::fromLatin1(kToolRunnerHint)), "lblToolRunnerHint");
+  runnerHint->setWordWrap(true);
+  auto* runnerLayout = new QGridLayout(runner);
+  runnerLayout->addWidget(toolRunner_, 0, 0);
+  runnerLayout->addWidget(browseRunner, 0, 1);
+  runnerLayout->addWidget(runnerHint, 1, 0, 1, 2);
+
   auto* right = new QVBoxLayout;
   right->addWidget(background);
   right->addStretch(1);
@@ -287,16 +303,19 @@ QWidget* ConfigDialog::BuildViewing() {
   auto* layout = new QVBoxLayout(page);
   layout->addLayout(top);
   layout->addWidget(editor);
+  layout->addWidget(runner);
   return page;
 }
 
 void ConfigDialog::showEvent(QShowEvent* event) {
   Fill(session_.config);
+  toolRunner_->setText(FromBytes(NormalToolRunner(session_.toolRunner)));
   QDialog::showEvent(event);
 }
 
 QLineEdit* ConfigDialog::BrowseTarget(int entry) const {
   if (entry == kEditorEntry) return editorPath_;
+  if (entry == kRunnerEntry) return toolRunner_;
   if (entry < 1 || entry > static_cast<int>(paths_.size())) return nullptr;
   return paths_[static_cast<std::size_t>(entry - 1)];
 }
@@ -371,5 +390,7 @@ Config ConfigDialog::Collect() const {
   c.EditorPath = ToBytes(editorPath_->text());
   return c;
 }
+
+std::string ConfigDialog::CollectToolRunner() const { return NormalToolRunner(ToBytes(toolRunner_->text())); }
 
 }  // namespace tessel

@@ -1,8 +1,8 @@
 #pragma once
 // frmConfig, "Configuration Options": the display preferences, the twelve user tool entries, the
-// layers shown at start, the background and the text editor. The fields are filled from the
-// session's settings each time the dialog is shown; OK, Save and Restore Defaults hand them to
-// the core's configuration actions.
+// layers shown at start, the background, the text editor and the runner of the suite's Windows
+// programs. The fields are filled from the session's settings each time the dialog is shown; OK,
+// Save and Restore Defaults hand them to the core's configuration actions.
 
 #include <QDialog>
 #include <array>
@@ -28,7 +28,8 @@ class ConfigDialog : public QDialog {
   Q_OBJECT
 
  public:
-  // Asks for a program for entry `entry` (1 to 12 the tool entries, 13 the text editor), starting
+  // Asks for a program for entry `entry` (1 to 12 the tool entries, 13 the text editor, 14 the
+  // runner of Windows programs), starting
   // from the path the field holds now; an empty answer leaves the field as it is.
   using ProgramChooser = std::function<QString(int entry, const QString& current)>;
 
@@ -38,6 +39,8 @@ class ConfigDialog : public QDialog {
   // cannot show (a colour number outside the list, say) are kept as they were filled.
   void Fill(const Config& config);
   Config Collect() const;
+  // The runner of Windows programs as the field holds it.
+  std::string CollectToolRunner() const;
 
   void SetProgramChooser(ProgramChooser chooser) { chooser_ = std::move(chooser); }
 
@@ -79,6 +82,7 @@ class ConfigDialog : public QDialog {
   QRadioButton* darkOnLight_ = nullptr;
   QRadioButton* lightOnDark_ = nullptr;
   QLineEdit* editorPath_ = nullptr;
+  QLineEdit* toolRunner_ = nullptr;
 };
 
 }  // namespace tessel
