@@ -128,7 +128,8 @@ class CamaFormsTest : public QObject {
           shown = bar != nullptr && bar->isVisible();
           menusOff = !w.menuBar()->isEnabled();
           if (cancel) w.statusBar()->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->click();
-          chooser->selectFile(QString::fromStdString(database));
+          // Typed, as selectFile leaves a focused name field alone.
+          chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QString::fromStdString(database));
           QMetaObject::invokeMethod(chooser, "accept");
         }
       });

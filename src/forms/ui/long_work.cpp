@@ -15,6 +15,7 @@
 #include <QThread>
 #include <QTimer>
 #include <QToolBar>
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <exception>
@@ -155,6 +156,15 @@ bool RunLongWork(QWidget& from, const std::function<void(Progress&)>& work, Canc
     switchedOff.emplace_back(widget);
   };
   if (auto* main = qobject_cast<QMainWindow*>(from.window())) {
+    // No taller than the panels, so that the canvas above keeps its size.
+    int tallest = 0;
+    for (QWidget* panel : main->statusBar()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+      if (panel->isVisible()) tallest = std::max(tallest, panel->height());
+    }
+    if (tallest > 0) {
+      bar->setMaximumHeight(tallest);
+      stop->setMaximumHeight(tallest);
+    }
     main->statusBar()->addPermanentWidget(strip);
     switchOff(main->menuBar());
     for (QToolBar* toolbar : main->findChildren<QToolBar*>()) switchOff(toolbar);
