@@ -12,12 +12,17 @@
 #include <QFile>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QStatusBar>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 #include <functional>
 #include <iostream>
 
+#include "app/legend_dock.h"
 #include "app/view_window.h"
+#include "cama/cama_import.h"
+#include "forms/ui/long_work.h"
 #include "help/ui/help_forms.h"
 #include "job/load_sequence.h"
 
@@ -97,6 +102,20 @@ int main(int argc, char** argv) {
   tessel::OpenJob(window.session(), QDir::toNativeSeparators(def).toStdString(), "T12NR04E.def");
   Settle(400);
   Save(window, QStringLiteral("main-window.png"));
+
+  // The legend beside the canvas, and long work's progress with its Cancel in the status bar.
+  window.legend().show();
+  Settle(300);
+  QTimer::singleShot(900, &window, [&window] {
+    Save(window, QStringLiteral("legend-and-progress.png"));
+    if (auto* cancel = window.statusBar()->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))) cancel->click();
+  });
+  tessel::RunLongWork(window, [](tessel::Progress& progress) {
+    progress.Report(tessel::kCamaReadingStep, 0.42);
+    while (!progress.CancelAsked()) QThread::msleep(10);
+  });
+  window.legend().hide();
+  Settle(300);
 
   Shoot(window, "mnuFileConfig", QStringLiteral("frmConfig"), QStringLiteral("configuration.png"));
   Shoot(window, "mnuRegionBuild", QStringLiteral("frmRegion"), QStringLiteral("region-console.png"),

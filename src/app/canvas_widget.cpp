@@ -171,6 +171,12 @@ void CanvasWidget::resizeEvent(QResizeEvent*) {
   canvas_.Flush();
   QImage fresh(size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
   fresh.fill(ColourOf(canvas_.back()));
+  // The last picture stays in view until the refresh that follows (or, while long work has the
+  // session, until the work has ended).
+  {
+    QPainter keep(&fresh);
+    keep.drawImage(0, 0, image_);
+  }
   image_ = fresh;
   canvas_.SetDevice(&image_);
   emit resized();

@@ -1,6 +1,7 @@
 #pragma once
 // The user port on Qt Widgets: message boxes, input boxes, file dialogs, the four status panels,
 // the labels field, the window title and the states of menu entries found by their object names.
+// Called from work on a worker thread, each call runs on the interface thread (the work waits).
 
 #include <QLabel>
 #include <QMainWindow>
@@ -41,6 +42,7 @@ class QtUserPort : public UserPort {
   void SetPopupHandler(PopupHandler handler) { popup_ = std::move(handler); }
 
  private:
+  Answer MessageHere(const std::string& text, Icon icon, Buttons buttons, const std::string& title);
   PopupHandler popup_;
   // A widget by its object name, or by "form/child" for a control of a tool form.
   QObject* Find(const std::string& name) const;

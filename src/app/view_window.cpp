@@ -23,6 +23,8 @@
 #include "app/subsystem_forms.h"
 #include "app/tool_log_dock.h"
 #include "app/toolbar_icons.h"
+#include "forms/ui/interface_thread.h"
+#include "forms/ui/long_work.h"
 #include "model/layers.h"
 #include "job/ui/config_dialog.h"
 #include "viewer/ui/reset_view_form.h"
@@ -39,6 +41,30 @@
 #include "viewer/view_transform.h"
 
 namespace tessel {
+
+namespace {
+
+// The viewer for the session: a refresh asked from long work on a worker thread is painted on
+// the interface thread, which alone paints the canvas, while the work waits.
+class InterfaceDisplay : public Display {
+ public:
+  InterfaceDisplay(QObject& window, Display& viewer) : window_(window), viewer_(viewer) {}
+  void RefreshViewAfterExtents() override {
+    OnInterfaceThread(window_, [this] { viewer_.RefreshViewAfterExtents(); });
+  }
+  void RefreshView() override {
+    OnInterfaceThread(window_, [this] { viewer_.RefreshView(); });
+  }
+  void ClearCanvas() override {
+    OnInterfaceThread(window_, [this] { viewer_.ClearCanvas(); });
+  }
+
+ private:
+  QObject& window_;
+  Display& viewer_;
+};
+
+}  // namespace
 
 ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow(parent) {
   setObjectName(QStringLiteral("View"));
@@ -75,10 +101,12 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
   });
   legend_ = new LegendDock(*session_, this);
   addDockWidget(Qt::RightDockWidgetArea, legend_);
-  // Shown from the View menu: the window keeps the canvas in the view's shape, docks or not.
+  // Hidden until the window is placed (PlaceOnScreen shows it as it was left, and the first time);
+  // the window keeps the canvas in the view's shape, docks or not.
   legend_->hide();
   viewer_ = std::make_unique<Viewer>(*session_);
-  session_->display = viewer_.get();
+  display_ = std::make_unique<InterfaceDisplay>(*this, *viewer_);
+  session_->display = display_.get();
   session_->ToolFolder = QDir::toNativeSeparators(toolFolder).toLocal8Bit().toStdString();
   session_->CurrentFolder = session_->ToolFolder;
 
@@ -126,11 +154,7 @@ ViewWindow::ViewWindow(const QString& toolFolder, QWidget* parent) : QMainWindow
                   float(w.y()));
   });
   connect(canvas_, &CanvasWidget::doubleClicked, this, [&s](QPointF) { CanvasDoubleClick(s); });
-  connect(canvas_, &CanvasWidget::resized, this, [&s] {
-    // A canvas of a new shape keeps one job unit as long across as up.
-    if (!s.JobBase.empty()) FitScaleToCanvas(s);
-    Redraw(s);
-  });
+  connect(canvas_, &CanvasWidget::resized, this, &ViewWindow::CanvasResized);
   // The wheel zooms at once on the last picture; the layers are painted once it has settled.
   connect(canvas_, &CanvasWidget::wheeled, this, [this, &s](int steps, QPointF w) {
     if (s.JobBase.empty() || s.ToolMode == ToolMode::Locked) return;
@@ -156,6 +180,8 @@ QString ViewWindow::PlaceFile() const { return QString::fromStdString(session_->
 
 void ViewWindow::PlaceOnScreen() {
   QSettings place(PlaceFile(), QSettings::IniFormat);
+  // The legend shows the first time, so that a new user finds it; then as it was left.
+  legend_->setVisible(place.value(QStringLiteral("main/legend"), true).toBool());
   if (restoreGeometry(place.value(QStringLiteral("main/geometry")).toByteArray())) return;
   const QScreen* screen = this->screen();
   if (screen == nullptr) return;
@@ -217,12 +243,18 @@ void ViewWindow::resizeEvent(QResizeEvent* event) {
     if (width() >= wanted + 40) toolbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     if (width() < wanted) toolbar_->setToolButtonStyle(Qt::ToolButtonIconOnly);
   }
+  KeepCanvasShape();
+}
+
+void ViewWindow::KeepCanvasShape() {
   // The window keeps the shape of the view: the canvas is 1.33333 times as wide as high, so that
   // the view's own values hold on it. A maximised window takes the screen's shape; the view then
-  // follows the canvas.
+  // follows the canvas. Run for the window's own resize and for the canvas's, which a dock
+  // opened or closed beside it changes alone.
   if (shaping_ || isMaximized() || isFullScreen()) return;
   // The centre's size, which the window's layout has set by now (the canvas follows it later):
   // the canvas is the centre less the notice bar when that shows.
+
   const QWidget* centre = centralWidget();
   const int canvasHeight = centre->height() - (notices_->isHidden() ? 0 : notices_->height());
   const int extra = width() - centre->width();
@@ -232,6 +264,31 @@ void ViewWindow::resizeEvent(QResizeEvent* event) {
     resize(wanted, height());
     shaping_ = false;
   }
+}
+
+void ViewWindow::CanvasResized() {
+  Session& s = *session_;
+  if (LongWorkRunning(*this)) {
+    redrawAfterWork_ = true;
+    return;
+  }
+  // The window's shape once its layout has settled: a canvas resized by the window's own resize
+  // sees the window's new size before the centre has it.
+  QMetaObject::invokeMethod(this, &ViewWindow::KeepCanvasShape, Qt::QueuedConnection);
+  // A canvas of a new shape keeps one job unit as long across as up.
+  if (!s.JobBase.empty()) FitScaleToCanvas(s);
+  Redraw(s);
+}
+
+bool ViewWindow::event(QEvent* event) {
+  const bool handled = QMainWindow::event(event);
+  if (event->type() == QEvent::DynamicPropertyChange &&
+      static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == kLongWorkProperty &&
+      !property(kLongWorkProperty).toBool() && redrawAfterWork_) {
+    redrawAfterWork_ = false;
+    CanvasResized();
+  }
+  return handled;
 }
 
 void ViewWindow::keyPressEvent(QKeyEvent* event) {
@@ -261,6 +318,7 @@ void ViewWindow::closeEvent(QCloseEvent* event) {
   }
   QSettings place(PlaceFile(), QSettings::IniFormat);
   place.setValue(QStringLiteral("main/geometry"), saveGeometry());
+  place.setValue(QStringLiteral("main/legend"), legend_->isVisible());
   event->accept();
 }
 

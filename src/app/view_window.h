@@ -51,6 +51,7 @@ class ViewWindow : public QMainWindow {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
@@ -66,6 +67,11 @@ class ViewWindow : public QMainWindow {
                  const std::vector<std::string>& hidden);
   void AddCommandRows(QMenu* menu);
   void ShowCursorPosition(QPointF world);
+  // The window keeps the shape of the view: the canvas 1.33333 times as wide as high.
+  void KeepCanvasShape();
+  // The canvas took a new size: the view fitted to it and the layers painted, or, while long
+  // work has the session, once it has ended.
+  void CanvasResized();
   // Whether the drag under way is a drag pan of the zoom tool.
   bool PanDragging() const;
 
@@ -77,6 +83,10 @@ class ViewWindow : public QMainWindow {
   std::unique_ptr<QtProcessPort> processes_;
   std::unique_ptr<Session> session_;
   std::unique_ptr<Viewer> viewer_;
+  // The viewer as the session sees it: long work on a worker thread paints through it on the
+  // interface thread.
+  std::unique_ptr<Display> display_;
+  bool redrawAfterWork_ = false;
   DragState drag_;
   std::unique_ptr<QPrinter> printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
   class ToolLogDock* toolLog_ = nullptr;

@@ -1,8 +1,11 @@
 #include "cama/cama_import.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 
 #include "model/fault.h"
 #include "model/paths.h"
@@ -36,11 +39,19 @@ std::string QueryCode(const TownshipQuery& fields) {
   return code;
 }
 
-CamaFilterResult FilterCamaDatabase(const std::string& databasePath, const std::string& code) {
+std::string CamaImportCancelledText(const std::string& camaPath) {
+  return "CAMA import cancelled: " + camaPath + " is as it was.";
+}
+
+CamaFilterResult FilterCamaDatabase(const std::string& databasePath, const std::string& code, Progress* progress) {
   CamaFilterResult result;
   std::unique_ptr<std::FILE, FileCloser> file(std::fopen(databasePath.c_str(), "rb"));
   if (!file) return result;
   result.opened = true;
+  std::error_code sizeUnknown;
+  const auto size = std::filesystem::file_size(databasePath, sizeUnknown);
+  const double whole = sizeUnknown || size == 0 ? 0.0 : static_cast<double>(size);
+  double read = 0.0;
   // The database streams through a fixed buffer; only the part line at its end is carried over.
   constexpr std::size_t kChunk = 1 << 20;
   std::vector<char> buffer(kChunk);
@@ -54,8 +65,15 @@ CamaFilterResult FilterCamaDatabase(const std::string& databasePath, const std::
     result.rows += "\r\n";
   };
   while (true) {
+    // Nothing is written while the database is read, so the pass may stop between any two parts.
+    if (CancelAsked(progress)) {
+      result.cancelled = true;
+      return result;
+    }
     const std::size_t got = std::fread(buffer.data(), 1, kChunk, file.get());
     if (got == 0) break;
+    read += static_cast<double>(got);
+    Report(progress, kCamaReadingStep, whole > 0.0 ? std::min(1.0, read / whole) : -1.0);
     const char* data = buffer.data();
     std::size_t start = 0;
     while (start < got) {
@@ -90,7 +108,8 @@ bool CamaImportBegin(Session& s) {
   return true;
 }
 
-bool CamaImportFrom(Session& s, const std::string& code, const std::string& databasePath, long long* appended) {
+bool CamaImportFrom(Session& s, const std::string& code, const std::string& databasePath, long long* appended,
+                    Progress* progress) {
   const std::string cama = s.DatasetPath(".cama");
   std::string before;
   if (FileExistsAnyCase(cama) && !ReadFileBytes(cama, before)) {
@@ -98,8 +117,13 @@ bool CamaImportFrom(Session& s, const std::string& code, const std::string& data
     return false;
   }
   s.user.SetPointer(Pointer::Hourglass);
-  const CamaFilterResult found = FilterCamaDatabase(databasePath, code);
+  const CamaFilterResult found = FilterCamaDatabase(databasePath, code, progress);
   s.user.SetPointer(Pointer::Default);
+  if (found.cancelled) {
+    s.user.Status(1, s.JobBase);
+    s.user.Note(CamaImportCancelledText(cama));
+    return false;
+  }
   if (!found.opened) {
     s.user.Message("The CAMA database " + databasePath + " could not be read; nothing was imported.",
                    Icon::Exclamation);
@@ -112,7 +136,7 @@ bool CamaImportFrom(Session& s, const std::string& code, const std::string& data
   return written;
 }
 
-bool CamaImportQuery(Session& s, const TownshipQuery& fields) {
+bool CamaImportQuery(Session& s, const TownshipQuery& fields, Progress* progress) {
   const std::string code = QueryCode(fields);
   s.user.Status(1, kStatusBuildingCama);
   FileRequest request;
@@ -125,7 +149,7 @@ bool CamaImportQuery(Session& s, const TownshipQuery& fields) {
     s.user.Status(1, s.JobBase);
     return false;
   }
-  return CamaImportFrom(s, code, choice->fileName);
+  return CamaImportFrom(s, code, choice->fileName, nullptr, progress);
 }
 
 }  // namespace tessel

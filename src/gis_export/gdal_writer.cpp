@@ -97,7 +97,7 @@ std::optional<std::string> PrjTextOf(const GisCrs&, std::string& error) {
 }
 std::vector<CrsEntry> StatePlaneZones() { return {}; }
 GisWriteResult WriteGisLayers(const std::vector<GisLayer>&, const std::string&, GisFormat,
-                              const std::optional<GisCrs>&) {
+                              const std::optional<GisCrs>&, Progress*) {
   GisWriteResult result;
   result.error = kNoGdalText;
   return result;
@@ -200,9 +200,33 @@ class Dataset {
   GDALDatasetH h_ = nullptr;
 };
 
+// The features written of all, told now and then; a cancel asked is heard at the same moments.
+// The files are all in the scratch folder then, so stopping leaves the output as it was.
+class WriteSteps {
+ public:
+  WriteSteps(Progress* progress, const std::vector<GisLayer>& layers) : progress_(progress) {
+    for (const GisLayer& layer : layers) total_ += layer.features.size();
+  }
+  // False once the user has asked to stop.
+  bool Next(const std::string& layer) {
+    if ((++done_ % 1024) != 0) return true;
+    Report(progress_, "Writing " + layer,
+           total_ == 0 ? -1.0 : static_cast<double>(done_) / static_cast<double>(total_));
+    cancelled_ = CancelAsked(progress_);
+    return !cancelled_;
+  }
+  bool cancelled() const { return cancelled_; }
+
+ private:
+  Progress* progress_;
+  std::size_t total_ = 0;
+  std::size_t done_ = 0;
+  bool cancelled_ = false;
+};
+
 // One layer into an open dataset, in one transaction where the format has them.
 bool WriteLayer(GDALDatasetH ds, const GisLayer& layer, GisFormat format, OGRSpatialReferenceH srs,
-                GdalMessages& messages, std::string& error) {
+                GdalMessages& messages, WriteSteps& steps, std::string& error) {
   const char* shpOptions[] = {"ENCODING=UTF-8", nullptr};
   // A GeoPackage's spatial index is made in one pass after the features (GpkgBulkIndex).
   const char* gpkgOptions[] = {"SPATIAL_INDEX=NO", nullptr};
@@ -252,6 +276,10 @@ bool WriteLayer(GDALDatasetH ds, const GisLayer& layer, GisFormat format, OGRSpa
       error = "A feature of " + layer.name + " cannot be written: " + messages.LastFailure();
       return false;
     }
+    if (!steps.Next(layer.name)) {
+      if (transaction) OGR_L_RollbackTransaction(out);
+      return false;
+    }
   }
   if (indexed && !index.Finish(messages, error)) {
     if (transaction) OGR_L_RollbackTransaction(out);
@@ -267,7 +295,8 @@ bool WriteLayer(GDALDatasetH ds, const GisLayer& layer, GisFormat format, OGRSpa
 
 // Every layer into the one CAD layer table of a DXF: each feature on the CAD layer of its
 // layer's name, and each label as a text on "<layer>_labels".
-bool WriteDxf(GDALDatasetH ds, const std::vector<GisLayer>& layers, GdalMessages& messages, std::string& error) {
+bool WriteDxf(GDALDatasetH ds, const std::vector<GisLayer>& layers, GdalMessages& messages, WriteSteps& steps,
+              std::string& error) {
   OGRLayerH out = GDALDatasetCreateLayer(ds, "entities", nullptr, wkbUnknown, nullptr);
   if (out == nullptr) {
     error = "The drawing cannot be created: " + messages.LastFailure();
@@ -310,6 +339,7 @@ bool WriteDxf(GDALDatasetH ds, const std::vector<GisLayer>& layers, GdalMessages
         error = "A feature of " + layer.name + " cannot be written: " + messages.LastFailure();
         return false;
       }
+      if (!steps.Next(layer.name)) return false;
     }
   }
   return true;
@@ -432,8 +462,9 @@ std::vector<CrsEntry> StatePlaneZones() {
 }
 
 GisWriteResult WriteGisLayers(const std::vector<GisLayer>& layers, const std::string& out, GisFormat format,
-                              const std::optional<GisCrs>& crs) {
+                              const std::optional<GisCrs>& crs, Progress* progress) {
   GisWriteResult result;
+  WriteSteps steps(progress, layers);
   GDALAllRegister();
   GdalMessages messages;
 
@@ -483,13 +514,13 @@ GisWriteResult WriteGisLayers(const std::vector<GisLayer>& layers, const std::st
     if (format == GisFormat::Dxf) {
       std::vector<GisLayer> copies;
       for (const GisLayer* layer : held) copies.push_back(*layer);
-      ok = WriteDxf(ds.get(), copies, messages, error);
+      ok = WriteDxf(ds.get(), copies, messages, steps, error);
     } else {
       for (const GisLayer* layer : held) {
         // A layer of a Shapefile is named by its file.
         GisLayer named = *layer;
         if (format == GisFormat::Shapefile) named.name = fs::path(file).stem().string();
-        ok = WriteLayer(ds.get(), named, format, srsHandle, messages, error);
+        ok = WriteLayer(ds.get(), named, format, srsHandle, messages, steps, error);
         if (!ok) break;
       }
     }
@@ -497,10 +528,19 @@ GisWriteResult WriteGisLayers(const std::vector<GisLayer>& layers, const std::st
       ok = false;
       error = messages.LastFailure();
     }
+    if (steps.cancelled()) {
+      result.cancelled = true;
+      return result;
+    }
     if (!ok) {
       result.error = file + " cannot be written: " + error;
       return result;
     }
+  }
+  // The last moment a stop leaves everything as it was.
+  if (CancelAsked(progress)) {
+    result.cancelled = true;
+    return result;
   }
 
   // Every file is whole: move them to their names, replacing older ones.

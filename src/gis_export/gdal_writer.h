@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "gis_export/gis_layers.h"
+#include "model/progress.h"
 
 namespace tessel {
 
@@ -52,6 +53,7 @@ struct GisWriteResult {
   std::string error;                  // why nothing was written, naming the file
   std::vector<std::string> files;     // the files written, in order
   std::vector<std::string> warnings;  // what GDAL said along the way
+  bool cancelled = false;             // stopped on the user's word: nothing was written
 };
 
 // The files the layers go to: the output itself for a GeoPackage or a DXF, and for GeoJSON and
@@ -59,8 +61,10 @@ struct GisWriteResult {
 std::vector<std::string> GisOutputFiles(const std::string& out, GisFormat format,
                                         const std::vector<std::string>& layerNames);
 
-// Writes the layers, replacing files of the same names. `crs` is nullopt for none.
+// Writes the layers, replacing files of the same names. `crs` is nullopt for none. `progress`
+// hears of the features written and may stop the export until the first file is moved into
+// place; a stopped export leaves every file as it was.
 GisWriteResult WriteGisLayers(const std::vector<GisLayer>& layers, const std::string& out, GisFormat format,
-                              const std::optional<GisCrs>& crs);
+                              const std::optional<GisCrs>& crs, Progress* progress = nullptr);
 
 }  // namespace tessel

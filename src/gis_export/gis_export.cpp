@@ -112,7 +112,11 @@ void FinishGisExport(const GisExportPlan& plan, const GisWriteResult& written, G
   report.ok = true;
 }
 
-GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request) {
+std::string GisExportCancelledText(const std::string& out) {
+  return "GIS export cancelled: " + out + " was left as it was.";
+}
+
+GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request, Progress* progress) {
   GisExportReport report;
   const std::optional<GisFormat> format = GisFormatOf(request.out);
   if (!format) {
@@ -123,10 +127,14 @@ GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& r
   if (!PrepareGisExport(session, request, plan, report)) return report;
   GisWriteResult written;
   try {
-    written = WriteGisLayers(plan.layers, request.out, *format, plan.crs);
+    written = WriteGisLayers(plan.layers, request.out, *format, plan.crs, progress);
   } catch (const std::exception& fault) {
     written.ok = false;
     written.error = request.out + " cannot be written: " + fault.what();
+  }
+  if (written.cancelled) {
+    report.cancelled = true;
+    return report;
   }
   FinishGisExport(plan, written, report);
   return report;
@@ -166,7 +174,7 @@ bool WriteExportPrj(Session& session, const std::string& crs) {
   return true;
 }
 
-bool RunGisExport(Session& session, const GisExportRequest& request, bool writePrj) {
+bool RunGisExport(Session& session, const GisExportRequest& request, bool writePrj, Progress* progress) {
   if (session.JobBase.empty()) {
     session.user.Message("You must first Open or Create a job.", Icon::Exclamation, Buttons::Ok, kGisExportTitle);
     return false;
@@ -177,8 +185,12 @@ bool RunGisExport(Session& session, const GisExportRequest& request, bool writeP
   }
   if (writePrj && !WriteExportPrj(session, request.crs)) return false;
   session.user.SetPointer(Pointer::Hourglass);
-  const GisExportReport report = ExportJobToGis(session, request);
+  const GisExportReport report = ExportJobToGis(session, request, progress);
   session.user.SetPointer(Pointer::Default);
+  if (report.cancelled) {
+    session.user.Note(GisExportCancelledText(request.out));
+    return false;
+  }
   std::string text;
   for (const std::string& line : GisExportSummary(report)) text += (text.empty() ? "" : "\r\n") + line;
   session.user.Message(text, report.ok ? Icon::Information : Icon::Exclamation, Buttons::Ok, kGisExportTitle);

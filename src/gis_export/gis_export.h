@@ -36,7 +36,11 @@ struct GisExportReport {
   std::vector<std::string> warnings;  // what the user should know of what was written
   std::string crsName;                // the system the files carry, empty for none
   std::vector<std::pair<std::string, std::size_t>> counts;  // features of each layer written
+  bool cancelled = false;             // stopped on the user's word before anything was written
 };
+
+// The status bar's word for an export the user stopped.
+std::string GisExportCancelledText(const std::string& out);
 
 // The .prj beside the job: JobBase and ".prj", in whatever case it exists.
 std::string JobPrjPath(const Session& session);
@@ -65,8 +69,8 @@ bool PrepareGisExport(const Session& session, const GisExportRequest& request, G
 void FinishGisExport(const GisExportPlan& plan, const GisWriteResult& written, GisExportReport& report);
 
 // Exports the open job's stores; the cama_links layer from the request's link records, else from
-// the job's .mtc.
-GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request);
+// the job's .mtc. `progress` follows the writing and may stop it (see WriteGisLayers).
+GisExportReport ExportJobToGis(const Session& session, const GisExportRequest& request, Progress* progress = nullptr);
 
 // Writes the job's .prj for the EPSG code, replacing one that is there. False, with `error`
 // naming the file, when it cannot be written.
@@ -78,7 +82,9 @@ bool WriteExportPrj(Session& session, const std::string& crs);
 
 // The dialog's Export: with `writePrj` the code given is first written to the job's .prj; then
 // the export runs and a box tells its result, or why it could not run. True when it was written.
-bool RunGisExport(Session& session, const GisExportRequest& request, bool writePrj);
+// An export stopped through `progress` shows no box: the status bar says that nothing was
+// written (the .prj, asked for, was written before the export began and stays).
+bool RunGisExport(Session& session, const GisExportRequest& request, bool writePrj, Progress* progress = nullptr);
 inline constexpr const char* kGisExportTitle = "GIS Export";
 
 // The report as the lines a user reads: the files, the counts, the system, the warnings.

@@ -3,6 +3,12 @@
 // frmCama, and frmUnusedCama.
 
 #include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QStatusBar>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -78,6 +84,73 @@ class CamaFormsTest : public QObject {
     QCOMPARE(QueryCode(dialog.Fields()), std::string("125N040E"));
     QVERIFY(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")));
     QVERIFY(dialog.findChild<QPushButton*>(QStringLiteral("cmdCancel")));
+  }
+
+  // Import CAMA file through its entry: the database is read off the interface thread with its
+  // progress and a Cancel in the status bar and the menus off; a cancel leaves .cama byte for byte
+  // as it was and says so, a run to the end appends the township's rows.
+  void importShowsProgressAndACancelLeavesCamaAsItWas() {
+    ViewWindow& w = *window_;
+    Session& s = w.session();
+    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
+    s.JobFolder = dir;
+    s.JobBase = dir + "T12NR04E";
+    s.JobName = "T12NR04E";
+    s.CurrentFolder = dir;
+    const std::string cama = dir + "T12NR04E.cama";
+    WriteFileBytes(cama, JoinCrLf({CamaRow("00000000000000000", "EARLIER", "NE")}));
+    // A database of several reading parts, every other row of the township.
+    std::vector<std::string> rows, ours;
+    for (int k = 0; k < 12000; ++k) {
+      std::string row = CamaRow(std::to_string(100000 + k), "OWNER", "NE");
+      if (k % 2) row.replace(201, 8, "130N040E");
+      else ours.push_back(row);
+      rows.push_back(row);
+    }
+    const std::string database = dir + "county.txt";
+    WriteFileBytes(database, JoinCrLf(rows));
+
+    for (const bool cancel : {true, false}) {
+      std::string before;
+      QVERIFY(ReadFileBytes(cama, before));
+      bool shown = false, menusOff = false;
+      QTimer answer;
+      answer.setInterval(20);
+      connect(&answer, &QTimer::timeout, this, [&] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+          box->button(QMessageBox::Yes)->click();  // append
+        } else if (modal && modal->objectName() == QStringLiteral("frmQueryTwp")) {
+          modal->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+        } else if (auto* chooser = qobject_cast<QFileDialog*>(modal)) {
+          // The chooser is asked for from the worker: the strip stands already.
+          auto* bar = w.statusBar()->findChild<QProgressBar*>(QStringLiteral("prgLongWork"));
+          shown = bar != nullptr && bar->isVisible();
+          menusOff = !w.menuBar()->isEnabled();
+          if (cancel) w.statusBar()->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->click();
+          // Typed, as selectFile leaves a focused name field alone.
+          chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QString::fromStdString(database));
+          QMetaObject::invokeMethod(chooser, "accept");
+        }
+      });
+      answer.start();
+      w.findChild<QAction*>(QStringLiteral("mnuAttributesCama"))->trigger();
+      answer.stop();
+      QVERIFY(shown);
+      QVERIFY(menusOff);
+      QVERIFY(w.menuBar()->isEnabled());
+      QVERIFY(!w.statusBar()->findChild<QProgressBar*>(QStringLiteral("prgLongWork")));
+      QCOMPARE(w.findChild<QLabel*>(QStringLiteral("Panel1"))->text(), QString::fromStdString(s.JobBase));
+      std::string after;
+      QVERIFY(ReadFileBytes(cama, after));
+      if (cancel) {
+        QVERIFY(after == before);
+        QCOMPARE(w.statusBar()->currentMessage(),
+                 QStringLiteral("CAMA import cancelled: %1 is as it was.").arg(QString::fromStdString(cama)));
+      } else {
+        QVERIFY(after == before + JoinCrLf(ours));
+      }
+    }
   }
 
   void handLinkThroughTheForms() {

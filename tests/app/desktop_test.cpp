@@ -13,6 +13,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QPrinter>
+#include <QProgressBar>
+#include <QSignalSpy>
+#include <QThread>
+#include <QToolBar>
 #include <QRegularExpression>
 #include <QStatusBar>
 #include <QTreeWidget>
@@ -27,6 +31,7 @@
 #include "app/notice_bar.h"
 #include "app/tool_log_dock.h"
 #include "app/view_window.h"
+#include "forms/ui/long_work.h"
 #include "job/load_sequence.h"
 #include "viewer/drawing.h"
 #include "form_test_support.h"
@@ -113,6 +118,10 @@ class DesktopTest : public QObject {
              qPrintable(QStringLiteral("%1 of %2").arg(first.frameGeometry().height()).arg(room.height())));
     QVERIFY(room.contains(first.frameGeometry().center()));
     // Moved and made smaller, then closed: the next start opens it there.
+    // The legend shows the first time, so that a new user finds it; hidden, it stays hidden.
+    QVERIFY(first.legend().isVisible());
+    first.findChild<QAction*>(QStringLiteral("mnuViewLegend"))->trigger();
+    QVERIFY(first.legend().isHidden());
     first.setGeometry(QRect(room.topLeft() + QPoint(30, 40), QSize(640, 520)));
     QCoreApplication::processEvents();
     const QRect left = first.geometry();
@@ -122,6 +131,7 @@ class DesktopTest : public QObject {
     next.PlaceOnScreen();
     QCOMPARE(next.geometry().size(), left.size());
     QCOMPARE(next.geometry().topLeft(), left.topLeft());
+    QVERIFY(next.legend().isHidden());
   }
 
   void theMapIsSquareInAnyWindowAndWhenMaximised() {
@@ -399,6 +409,73 @@ class DesktopTest : public QObject {
     QVERIFY(legend.Rows().filter(surveys).isEmpty());
     Action("mnuViewLegend")->trigger();
     QVERIFY(legend.isHidden());
+  }
+
+  // Opening or closing the legend changes the canvas alone, not the window: the window takes the
+  // view's shape again and the picture is painted anew for the canvas as it now is.
+  void theLegendKeepsTheMapInTheViewsShape() {
+    Open();
+    const auto shaped = [this] {
+      return std::abs(W().canvas().width() - std::lround(W().canvas().height() * 1.33333)) <= 1;
+    };
+    QVERIFY(shaped());
+    for (int k = 0; k < 2; ++k) {
+      Action("mnuViewLegend")->trigger();
+      QTRY_VERIFY2(shaped(), qPrintable(QStringLiteral("%1x%2").arg(W().canvas().width()).arg(W().canvas().height())));
+      QVERIFY(std::fabs(UnitRatio() - 1.0) < 0.01);
+      QCOMPARE(Shown(), Direct());
+    }
+  }
+
+  // Long work runs off the interface thread: the status bar shows its progress and a Cancel, the
+  // window runs on (a timer fires, the work's own box is answered), menus, toolbar and canvas
+  // wait, and Cancel stops the work at its next look; afterwards everything is as before.
+  void longWorkShowsProgressKeepsTheWindowRunningAndStops() {
+    Open();
+    int ticks = 0;
+    QTimer tick;
+    tick.setInterval(5);
+    connect(&tick, &QTimer::timeout, this, [&ticks] { ++ticks; });
+    tick.start();
+    QSignalSpy pressed(&W().canvas(), &CanvasWidget::mousePressed);
+    QString said;
+    bool seen = false, waiting = false;
+    QTimer watch;
+    watch.setInterval(10);
+    connect(&watch, &QTimer::timeout, this, [&] {
+      if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        said = box->text();
+        box->accept();
+        return;
+      }
+      auto* bar = W().statusBar()->findChild<QProgressBar*>(QStringLiteral("prgLongWork"));
+      if (bar == nullptr || !bar->isVisible() || bar->maximum() == 0 || ticks < 10) return;
+      seen = bar->format().startsWith(QStringLiteral("Counting"));
+      waiting = !W().menuBar()->isEnabled() && !W().findChild<QToolBar*>(QStringLiteral("Toolbar1"))->isEnabled();
+      Mouse(QEvent::MouseButtonPress, QPointF(50, 50), Qt::LeftButton, Qt::LeftButton);
+      W().statusBar()->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->click();
+    });
+    watch.start();
+    int steps = 0;
+    const bool ended = RunLongWork(W(), [&](Progress& progress) {
+      W().session().user.Message("Counting begins", Icon::Information);
+      while (!progress.CancelAsked()) {
+        progress.Report("Counting", double(++steps % 100) / 100.0);
+        QThread::msleep(2);
+      }
+    });
+    watch.stop();
+    QVERIFY(!ended);
+    QCOMPARE(said, QStringLiteral("Counting begins"));
+    QVERIFY(seen);
+    QVERIFY(waiting);
+    QVERIFY(ticks >= 10);
+    QCOMPARE(pressed.count(), 0);
+    QVERIFY(W().menuBar()->isEnabled() && W().findChild<QToolBar*>(QStringLiteral("Toolbar1"))->isEnabled());
+    QVERIFY(!W().statusBar()->findChild<QProgressBar*>(QStringLiteral("prgLongWork")));
+    QVERIFY(!LongWorkRunning(W()));
+    // Work that ends by itself says so.
+    QVERIFY(RunLongWork(W(), [](Progress& progress) { progress.Report("Done", 1.0); }));
   }
 
   void everyToolbarKeyHasAnIconAndTheBarFitsAt1024() {

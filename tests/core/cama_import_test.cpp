@@ -7,6 +7,7 @@
 
 #include "cama/cama_import.h"
 #include "cama_test_support.h"
+#include "model/progress.h"
 #include "model/text_file.h"
 #include "test_support.h"
 
@@ -131,6 +132,55 @@ TEST_F(CamaImportTest, AFailingDiskLeavesCamaAsItWas) {
   int files = 0;
   for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(jobPath)) ++files;
   EXPECT_EQ(files, 1);  // no temporary left behind
+}
+
+// A watcher of the import that asks it to stop once it has heard of `stopAfter` parts read.
+struct StopAfter : Progress {
+  explicit StopAfter(int parts) : stopAfter(parts) {}
+  void Report(const std::string& what, double fraction) override {
+    steps.push_back(what);
+    fractions.push_back(fraction);
+  }
+  bool CancelAsked() const override { return static_cast<int>(fractions.size()) >= stopAfter; }
+  int stopAfter;
+  std::vector<std::string> steps;
+  std::vector<double> fractions;
+};
+
+TEST_F(CamaImportTest, ProgressFollowsTheDatabaseAndACancelLeavesCamaAsItWas) {
+  // A database of three and a half reading parts, the township's rows in each.
+  std::vector<std::string> big;
+  while (big.size() * 372 < (7u << 20) / 2) {
+    big.push_back(CamaLine(std::to_string(big.size()), "", big.size() % 2 ? "120N040E" : "130N040E", "NE"));
+  }
+  std::ofstream(database, std::ios::binary) << Text(big);
+  WriteJob("T12NR04E.cama", {"earlier row"});
+  const std::string before = ReadJob("T12NR04E.cama");
+
+  // Watched to its end: every part told, the share read rising to the whole.
+  StopAfter never(1000);
+  long long appended = 0;
+  ASSERT_TRUE(CamaImportFrom(session, "120N040E", database, &appended, &never));
+  EXPECT_EQ(appended, static_cast<long long>(big.size() / 2));
+  ASSERT_EQ(never.fractions.size(), 4u);
+  EXPECT_NEAR(never.fractions[0], 2.0 / 7.0, 1e-3);
+  EXPECT_EQ(never.fractions.back(), 1.0);
+  EXPECT_EQ(never.steps[0], kCamaReadingStep);
+  EXPECT_TRUE(user.notes.empty());
+
+  // Stopped after the second part, mid-way through the database: .cama is as it was, byte for
+  // byte, and the status bar says so after the first panel is back on the job.
+  WriteJob("T12NR04E.cama", {"earlier row"});
+  user.status.clear();
+  StopAfter two(2);
+  EXPECT_FALSE(CamaImportFrom(session, "120N040E", database, nullptr, &two));
+  EXPECT_EQ(two.fractions.size(), 2u);
+  EXPECT_EQ(ReadJob("T12NR04E.cama"), before);
+  EXPECT_EQ(user.notes, std::vector<std::string>{CamaImportCancelledText(session.DatasetPath(".cama"))});
+  EXPECT_EQ(user.notes[0], "CAMA import cancelled: " + (jobPath / "T12NR04E.cama").string() + " is as it was.");
+  ASSERT_FALSE(user.status[1].empty());
+  EXPECT_EQ(user.status[1].back(), session.JobBase);
+  EXPECT_TRUE(user.messages.empty());
 }
 
 }  // namespace

@@ -17,6 +17,8 @@
 #include "gis_export/gis_export.h"
 #include "gis_export/gpkg_rtree.h"
 #include "job/load_sequence.h"
+#include "model/progress.h"
+#include "model/text_file.h"
 #include "test_support.h"
 
 #if __has_include(<ogr_api.h>)
@@ -478,6 +480,33 @@ TEST_F(SampleExport, DialogExportTellsTheResultInOneBox) {
   EXPECT_FALSE(RunGisExport(session, request, true));
   EXPECT_EQ(user.messages.back().icon, Icon::Exclamation);
   EXPECT_NE(user.messages.back().text.find(".prj"), std::string::npos);
+}
+
+// Stopped on the user's word, an export writes and replaces nothing: the file that stood there
+// stays, no scratch folder is left, and instead of the box the status bar says so.
+TEST_F(SampleExport, ACancelledExportLeavesEveryFileAsItWas) {
+  struct Stop : Progress {
+    void Report(const std::string&, double) override {}
+    bool CancelAsked() const override { return true; }
+  } stop;
+  for (const char* name : {"desk.gpkg", "desk.dxf"}) {
+    const std::string out = Out(name);
+    WriteFileBytes(out, "earlier");
+    GisExportRequest request;
+    request.out = out;
+    request.crs = "EPSG:3435";
+    user.messages.clear();
+    user.notes.clear();
+    EXPECT_FALSE(RunGisExport(session, request, false, &stop));
+    EXPECT_TRUE(user.messages.empty()) << user.messages.front().text;
+    EXPECT_EQ(user.notes, std::vector<std::string>{"GIS export cancelled: " + out + " was left as it was."});
+    std::string bytes;
+    ASSERT_TRUE(ReadFileBytes(out, bytes));
+    EXPECT_EQ(bytes, "earlier") << name;
+  }
+  for (const auto& entry : fs::directory_iterator(fs::path(Out("desk.gpkg")).parent_path())) {
+    EXPECT_NE(entry.path().filename().string().rfind(".tessel-export", 0), 0u) << entry.path();
+  }
 }
 
 TEST(GisExportCrs, StatePlaneZonesAreListedWithoutOtherGrids) {

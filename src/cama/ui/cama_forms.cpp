@@ -18,6 +18,7 @@
 #include "cama/manual_link.h"
 #include "datasets/identity.h"
 #include "paint/qt_text.h"
+#include "forms/ui/long_work.h"
 #include "forms/ui/named_widgets.h"
 
 namespace tessel {
@@ -226,7 +227,11 @@ void InstallCamaForms(QMainWindow& window, Session& session) {
                      &window, guarded([s, &window] {
                        if (!CamaImportBegin(*s)) return;
                        QueryTwpForm dialog(DefaultTownshipQuery(s->JobName), &window);
-                       if (dialog.exec() == QDialog::Accepted) CamaImportQuery(*s, dialog.Fields());
+                       if (dialog.exec() != QDialog::Accepted) return;
+                       // A county's database runs to gigabytes: it is read off the interface
+                       // thread, with its progress and a Cancel in the status bar.
+                       const TownshipQuery fields = dialog.Fields();
+                       RunLongWork(window, [s, &fields](Progress& progress) { CamaImportQuery(*s, fields, &progress); });
                      }));
     QObject::connect(Entry(attributes, "mnuAttributesCamaLink", QStringLiteral("Link Parcels with CAMA")),
                      &QAction::triggered, &window, guarded([s] { LinkParcelsWithCama(*s); }));

@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "forms/ui/interface_thread.h"
+
 namespace tessel {
 
 SessionView::SessionView(QWidget& window, Session& session, Changes topics, std::function<void()> refill,
@@ -12,6 +14,19 @@ SessionView::SessionView(QWidget& window, Session& session, Changes topics, std:
   QPointer<QWidget> guarded(&window);
   subscription_ = session.changes.Observe(interest, [guarded, topics, closes, refill = std::move(refill)](Changes what) {
     if (!guarded) return;
+    // Long work on a worker thread tells its changes there; the window follows on its own
+    // thread, and the work waits until it has.
+    if (!OnThreadOf(*guarded)) {
+      QWidget* owner = guarded.data();
+      OnInterfaceThread(*owner, [&] {
+        if (guarded && closes && (what & Change::Job)) {
+          if (guarded->isVisible()) guarded->close();
+        } else if (guarded && (what & topics)) {
+          refill();
+        }
+      });
+      return;
+    }
     if (closes && (what & Change::Job)) {
       if (guarded->isVisible()) guarded->close();
       return;

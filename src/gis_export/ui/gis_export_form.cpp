@@ -18,6 +18,7 @@
 #include "db_export/db_settings.h"
 #include "gis_export/gis_export.h"
 #include "paint/qt_text.h"
+#include "forms/ui/long_work.h"
 #include "forms/ui/named_widgets.h"
 
 namespace tessel {
@@ -191,9 +192,20 @@ bool GisExportForm::Export() {
   if (toDatabase_->isChecked()) {
     const DbConnection connection{ToBytes(service_->text()), ToBytes(host_->text()), ToBytes(port_->text()),
                                   ToBytes(database_->text()), ToBytes(user_->text()), ToBytes(schema_->text())};
-    return RunDbExport(session_, connection, ToBytes(password_->text()), request, writePrj_->isChecked());
+    const std::string password = ToBytes(password_->text());
+    const bool writePrj = writePrj_->isChecked();
+    bool written = false;
+    // The database takes its rows in one transaction, which is not stopped halfway: no Cancel.
+    RunLongWork(
+        *this, [&](Progress&) { written = RunDbExport(session_, connection, password, request, writePrj); },
+        CancelOffer::None);
+    return written;
   }
-  return RunGisExport(session_, request, writePrj_->isChecked());
+  // Off the interface thread, with its progress and a Cancel at the dialog's foot.
+  const bool writePrj = writePrj_->isChecked();
+  bool written = false;
+  RunLongWork(*this, [&](Progress& progress) { written = RunGisExport(session_, request, writePrj, &progress); });
+  return written;
 }
 
 void InstallGisExportForms(QMainWindow& window, Session& session) {
