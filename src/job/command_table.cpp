@@ -85,7 +85,8 @@ void Lsa2Cor(Session& session) {
   }
 }
 
-std::string LowerAscii(std::string_view text) {
+// Only the stand-ins for Windows programs elsewhere need it.
+[[maybe_unused]] std::string LowerAscii(std::string_view text) {
   std::string out(text);
   for (char& c : out) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
