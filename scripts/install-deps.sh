@@ -7,12 +7,15 @@ set -euo pipefail
 # postgresql-15 and postgresql-15-postgis-3 run the private database cluster of the PostGIS export
 # test (tests/postgis); the test starts and stops its own cluster, nothing system-wide.
 # jlha-utils is the lha that makes LZH archives (on Java; lhasa only extracts), for the LZH tests.
+# mingw-w64, googletest (its sources) and Wine build the headless code for Windows and run its
+# tests (scripts/test-windows.sh).
 packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev nlohmann-json3-dev libgtest-dev libzip-dev zip unzip libeigen3-dev
           libgdal-dev gdal-bin
           postgresql-15 postgresql-15-postgis-3
           xvfb xauth
           clang-14 libclang-rt-14-dev
-          jlha-utils)
+          jlha-utils
+          g++-mingw-w64-x86-64-posix googletest wine wine64)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
