@@ -85,7 +85,7 @@ void Lsa2Cor(Session& session) {
   }
 }
 
-// Only the stand-ins for Windows programs elsewhere need it.
+// For the stand-ins of Windows programs, which a Windows build does without.
 [[maybe_unused]] std::string LowerAscii(std::string_view text) {
   std::string out(text);
   for (char& c : out) {
