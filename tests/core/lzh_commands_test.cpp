@@ -176,6 +176,22 @@ TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameAndBothNeedAJob) {
   EXPECT_TRUE(probe.launches.empty());
 }
 
+// The patterns of both archivers, built also where the ZIP archive is not (Windows).
+TEST(FilePatterns, WildcardsMatchAsTheFileDialogsDo) {
+  EXPECT_TRUE(WildcardMatch("*.*", "README"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1.def"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "t1.DEF"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1.tar.gz"));
+  EXPECT_FALSE(WildcardMatch("T1.*", "T10.def"));
+  EXPECT_TRUE(WildcardMatch("T?.raw", "T2.raw"));
+  EXPECT_FALSE(WildcardMatch("T?.raw", "T22.raw"));
+  EXPECT_TRUE(WildcardMatch("*a*b*", "xxaYYbzz"));
+  EXPECT_FALSE(WildcardMatch("*a*b", "xxaYYbzz"));
+  EXPECT_TRUE(WildcardMatch("*", ""));
+  EXPECT_FALSE(WildcardMatch("?", ""));
+}
+
 // File names are bytes of the local code page, also above 127: a pattern finds such a file under
 // the bytes the job's files are opened with, and the found path reads it.
 TEST_F(LzhCommands, APatternFindsANameWithBytesAbove127AsTheFileIsOpened) {
