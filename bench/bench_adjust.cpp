@@ -3,7 +3,6 @@
 //
 //   bench-adjust FULLJOB.def FOLDER [STATIONS]
 
-#include <sys/resource.h>
 
 #include <algorithm>
 #include <chrono>
@@ -15,6 +14,7 @@
 
 #include "adjustment/least_squares.h"
 #include "jobgen/survey_network.h"
+#include "model/platform.h"
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
@@ -23,11 +23,7 @@ namespace {
 
 double Seconds(Clock::time_point a, Clock::time_point b) { return std::chrono::duration<double>(b - a).count(); }
 
-double PeakMegabytes() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return static_cast<double>(usage.ru_maxrss) / 1024.0;
-}
+double PeakMegabytes() { return static_cast<double>(tessel::PeakMemoryKiB()) / 1024.0; }
 
 // Adjusts the job and prints its size and time; the time, or a negative number on failure.
 double Time(const std::string& label, const std::string& jobBase) {

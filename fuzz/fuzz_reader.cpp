@@ -10,8 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include <unistd.h>
-
 #include "adjustment/least_squares.h"
 #include "archives/apd_import.h"
 #include "calculations/calculation_files.h"
@@ -26,6 +24,7 @@
 #include "model/config.h"
 #include "model/dialog_memory.h"
 #include "model/fault.h"
+#include "model/platform.h"
 #include "model/recording_ports.h"
 #include "model/session.h"
 #include "model/text_file.h"
@@ -131,7 +130,7 @@ const fs::path& Root() {
   static const fs::path root = [] {
     std::error_code ec;
     fs::path base = fs::is_directory("/dev/shm", ec) ? fs::path("/dev/shm") : fs::temp_directory_path();
-    fs::path dir = base / ("tessel-fuzz-" + std::to_string(static_cast<long long>(::getpid())));
+    fs::path dir = base / ("tessel-fuzz-" + std::to_string(tessel::ProcessId()));
     fs::create_directories(dir / "job");
     fs::create_directories(dir / "tool");
     std::atexit([] {

@@ -9,7 +9,8 @@ set -euo pipefail
 # dpkg-dev (dpkg-shlibdeps), lintian and desktop-file-utils make and check the Debian package.
 # jlha-utils is the lha that makes LZH archives (on Java; lhasa only extracts), for the LZH tests.
 # wine and g++-mingw-w64-x86-64-posix run the launch tests with the stand-in tool built as a
-# Windows program (tests/standin).
+# Windows program (tests/standin); with googletest's sources they also build the headless code
+# for Windows and run its tests (scripts/test-windows.sh).
 packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev nlohmann-json3-dev libgtest-dev libzip-dev zip unzip libeigen3-dev
           libgdal-dev gdal-bin
           postgresql-15 postgresql-15-postgis-3
@@ -17,7 +18,7 @@ packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev nlohmann-json
           clang-14 libclang-rt-14-dev
           jlha-utils
           dpkg-dev lintian desktop-file-utils
-          wine g++-mingw-w64-x86-64-posix)
+          g++-mingw-w64-x86-64-posix googletest wine wine64)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

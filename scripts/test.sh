@@ -2,7 +2,8 @@
 # Installs what is missing, builds, and runs every test; then builds the headless libraries, their
 # tests and the fuzz targets with AddressSanitizer and UndefinedBehaviorSanitizer into build-san/
 # and runs them there, replaying the fuzz corpus and every past crash. Any sanitizer report fails
-# the run.
+# the run. Last, the headless code is built for Windows and its tests run under Wine
+# (scripts/test-windows.sh).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -21,3 +22,5 @@ cmake --build build-san
 export ASAN_OPTIONS=halt_on_error=1:detect_leaks=1:detect_stack_use_after_return=1
 export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
 ctest --test-dir build-san --output-on-failure -j2
+
+scripts/test-windows.sh

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "adjustment/adjustment_report.h"
+#include "model/platform.h"
 
 namespace tessel::adjustment {
 
@@ -23,7 +24,7 @@ std::string Fixed(double value, int decimals) {
 }
 
 std::string FileName(const std::string& jobBase, const char* extension) {
-  return std::filesystem::path(jobBase + extension).filename().string();
+  return PathBytes(NativePath(jobBase + extension).filename());
 }
 
 // Where every station of the result stands: the adjusted ones and the fixed control.

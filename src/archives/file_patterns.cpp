@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "model/paths.h"
+#include "model/platform.h"
 
 namespace fs = std::filesystem;
 
@@ -44,7 +45,7 @@ bool HasWildcard(std::string_view text) { return text.find_first_of("*?") != std
 
 std::string PatternFiles::Path(const std::string& name) const {
   if (location.empty()) return name;
-  return (fs::path(location) / name).string();
+  return PathBytes(NativePath(location) / NativePath(name));
 }
 
 PatternFiles ExpandPattern(const std::string& pattern, const std::string& base) {
@@ -54,17 +55,17 @@ PatternFiles ExpandPattern(const std::string& pattern, const std::string& base) 
   if (cut != std::string::npos) found.folder = pattern.substr(0, cut + 1);
   if (found.folder.empty()) {
     found.location = base;
-  } else if (base.empty() || fs::path(found.folder).is_absolute()) {
+  } else if (base.empty() || NativePath(found.folder).is_absolute()) {
     found.location = found.folder;
   } else {
-    found.location = (fs::path(base) / found.folder).string();
+    found.location = PathBytes(NativePath(base) / NativePath(found.folder));
   }
   std::error_code error;
-  const fs::path dir = found.location.empty() ? fs::path(".") : fs::path(found.location);
+  const fs::path dir = found.location.empty() ? fs::path(".") : NativePath(found.location);
   for (fs::directory_iterator it(dir, error), stop; !error && it != stop; it.increment(error)) {
     std::error_code kind;
     if (!it->is_regular_file(kind)) continue;
-    const std::string name = it->path().filename().string();
+    const std::string name = PathBytes(it->path().filename());
     if (WildcardMatch(last, name)) found.names.push_back(name);
   }
   std::sort(found.names.begin(), found.names.end());

@@ -7,6 +7,7 @@
 #include "datasets/identity.h"
 #include "model/fault.h"
 #include "model/paths.h"
+#include "model/platform.h"
 
 namespace fs = std::filesystem;
 
@@ -33,12 +34,12 @@ bool StartArchiver(Session& session, const Launch& launch, const std::string& fo
 // never holds itself.
 PatternFiles ArchiverFiles(const std::string& pattern, const std::string& base, const std::string& archive) {
   PatternFiles found = ExpandPattern(pattern, base);
-  const fs::path written = fs::path(archive).is_absolute() || found.location.empty()
-                               ? fs::path(archive)
-                               : fs::path(found.location) / archive;
+  const fs::path written = NativePath(archive).is_absolute() || found.location.empty()
+                               ? NativePath(archive)
+                               : NativePath(found.location) / NativePath(archive);
   std::erase_if(found.names, [&](const std::string& name) {
     std::error_code error;
-    return fs::equivalent(found.Path(name), written, error);
+    return fs::equivalent(NativePath(found.Path(name)), written, error);
   });
   return found;
 }

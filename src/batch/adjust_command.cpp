@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "adjustment/adjustment_report.h"
+#include "model/platform.h"
 #include "model/text.h"
 
 namespace tessel {
@@ -69,7 +70,7 @@ int RunAdjust(const std::string& def, const std::optional<std::string>& controlS
     }
     options.controlSigma = sigma;
   }
-  const std::string jobBase = JobBaseOf(std::filesystem::absolute(def).string());
+  const std::string jobBase = JobBaseOf(PathBytes(std::filesystem::absolute(NativePath(def))));
   try {
     const Outcome outcome = AdjustJob(jobBase, options);
     if (!outcome.adjustment) return Fail(outcome.error);

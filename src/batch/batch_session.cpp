@@ -1,6 +1,7 @@
 #include "batch/batch_session.h"
 
 #include "job/load_sequence.h"
+#include "model/platform.h"
 
 namespace tessel {
 
@@ -10,16 +11,16 @@ BatchSession::BatchSession(CanvasPort& canvas, const std::string& toolFolder)
   session_.display = &viewer_;
   session_.ToolFolder = toolFolder;
   std::error_code ec;
-  session_.CurrentFolder = std::filesystem::current_path(ec).string();
+  session_.CurrentFolder = PathBytes(std::filesystem::current_path(ec));
 }
 
 void BatchSession::Start() { MainFormLoad(session_); }
 
-void BatchSession::Open(const std::filesystem::path& def) {
+void BatchSession::Open(const std::string& def) {
   firstStatus_ = user_.status[1].size();
   firstMessage_ = user_.messages.size();
-  const std::filesystem::path absolute = std::filesystem::absolute(def);
-  OpenJob(session_, absolute.string(), absolute.filename().string());
+  const std::filesystem::path absolute = std::filesystem::absolute(NativePath(def));
+  OpenJob(session_, PathBytes(absolute), PathBytes(absolute.filename()));
 }
 
 void BatchSession::Close() { FileClose(session_); }

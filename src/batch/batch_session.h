@@ -2,7 +2,6 @@
 // A session of tessel-batch: recording ports instead of windows, the viewer painting on the
 // canvas it is given, and File Open and Close as the desktop runs them.
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -19,7 +18,7 @@ class BatchSession {
   // The main form's load: Tessel.cfg from the tool folder and the start-up settings.
   void Start();
   // File Open from the chosen .def on; the messages and status texts from here on are the load's.
-  void Open(const std::filesystem::path& def);
+  void Open(const std::string& def);
   // Close, with its file effects.
   void Close();
 

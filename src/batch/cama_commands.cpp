@@ -8,6 +8,7 @@
 #include "cama/link_chain.h"
 #include "cama/manual_link.h"
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/recording_ports.h"
 #include "model/text.h"
 
@@ -19,10 +20,10 @@ namespace {
 
 // The job's identity from its .def, without the file effects of File Open.
 void UseIdentity(Session& s, const std::string& def) {
-  const fs::path path = fs::absolute(fs::path(def));
-  const std::string title = path.filename().string();
+  const fs::path path = fs::absolute(NativePath(def));
+  const std::string title = PathBytes(path.filename());
   const std::string stem = title.substr(0, title.find('.'));
-  s.JobFolder = path.parent_path().string() + PathSeparator();
+  s.JobFolder = PathBytes(path.parent_path()) + PathSeparator();
   s.JobBase = s.JobFolder + stem;
   s.JobName = Upper(stem);
   s.CurrentFolder = s.JobFolder;

@@ -7,6 +7,7 @@
 #include "db_export/db_export.h"
 #include "db_export/db_target.h"
 #include "db_export/region_export.h"
+#include "model/platform.h"
 
 namespace fs = std::filesystem;
 
@@ -20,7 +21,7 @@ namespace {
 PreparedTownship PrepareOne(const std::string& def, const DbExportOptions& options) {
   PreparedTownship prepared;
   std::error_code ec;
-  if (!fs::is_regular_file(fs::path(def), ec)) {
+  if (!fs::is_regular_file(NativePath(def), ec)) {
     prepared.report.error = "no such job definition: " + def;
     return prepared;
   }

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/section_definitions.h"
 #include "model/text_file.h"
 #include "subdivision/irr_file.h"
@@ -72,10 +73,10 @@ nlohmann::json DumpIrrSections(std::string_view irrText) {
 
 int RunIrrCommand(const std::string& def) {
   namespace fs = std::filesystem;
-  const fs::path path(def);
-  const std::string name = path.filename().string();
-  const fs::path base = path.parent_path() / name.substr(0, name.find('.'));
-  const std::string irr = ResolveCase(base.string() + ".irr");
+  const fs::path path = NativePath(def);
+  const std::string name = PathBytes(path.filename());
+  const fs::path base = path.parent_path() / NativePath(name.substr(0, name.find('.')));
+  const std::string irr = ResolveCase(PathBytes(base) + ".irr");
   std::string text;
   if (!FileExistsAnyCase(irr) || !ReadFileBytes(irr, text)) {
     std::cerr << "tessel-batch: cannot read " << irr << "\n";

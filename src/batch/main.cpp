@@ -51,6 +51,7 @@
 #include "db_export/db_target.h"
 #include "gis_export/gis_export.h"
 #include "model/paths.h"
+#include "model/platform.h"
 #ifdef TESSEL_WITH_RENDER
 #include "batch/job_render.h"
 #endif
@@ -134,8 +135,8 @@ int ApdImport(const Arguments& a) {
   tessel::RecordingProcessPort processes;
   tessel::Session session(user, canvas, processes);
   session.ToolFolder = a.toolFolder;
-  const fs::path def = fs::absolute(fs::path(a.positional[0]));
-  const tessel::ApdFiles files = tessel::ApdUseProject(session, def.string(), def.filename().string());
+  const fs::path def = fs::absolute(tessel::NativePath(a.positional[0]));
+  const tessel::ApdFiles files = tessel::ApdUseProject(session, tessel::PathBytes(def), tessel::PathBytes(def.filename()));
   for (const auto& line : files.lines) std::cout << line << "\n";
   if (!files.finishEnabled) return Fail("the project lacks a file the import needs");
   std::size_t printed = 0;
@@ -268,7 +269,7 @@ int main(int argc, char** argv) {
   }
   if (!a->positional.empty()) {
     std::error_code ec;
-    if (!fs::is_regular_file(fs::path(a->positional[0]), ec)) return Fail("no such job definition: " + a->positional[0]);
+    if (!fs::is_regular_file(tessel::NativePath(a->positional[0]), ec)) return Fail("no such job definition: " + a->positional[0]);
   }
   if (a->command == "dump") return Dump(*a);
   if (a->command == "apd-import") return ApdImport(*a);

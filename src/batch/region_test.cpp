@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "model/platform.h"
 #include "model/recording_ports.h"
 #include "model/session.h"
 #include "model/text.h"
@@ -37,10 +38,10 @@ nlohmann::json RegionTest(const RegionTestOptions& options, std::string& error) 
   Session session(user, canvas, processes);
   session.ToolFolder = options.toolFolder;
 
-  const fs::path def = fs::absolute(fs::path(options.def));
-  const std::string title = def.filename().string();
+  const fs::path def = fs::absolute(NativePath(options.def));
+  const std::string title = PathBytes(def.filename());
   const std::string name = title.substr(0, title.find('.'));
-  std::string folder = def.parent_path().string();
+  std::string folder = PathBytes(def.parent_path());
   if (folder.empty() || folder.back() != fs::path::preferred_separator) folder += fs::path::preferred_separator;
   session.JobFolder = folder;
   session.JobName = Upper(name);

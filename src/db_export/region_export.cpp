@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/text.h"
 #include "regions/how_file.h"
 
@@ -19,10 +20,10 @@ namespace tessel {
 
 bool RegionTownships(const std::string& regionDef, std::vector<RegionTownship>& townships, std::string& error) {
   townships.clear();
-  const fs::path def = fs::absolute(fs::path(regionDef));
-  const std::string title = def.filename().string();
+  const fs::path def = fs::absolute(NativePath(regionDef));
+  const std::string title = PathBytes(def.filename());
   const std::string name = title.substr(0, title.find('.'));
-  std::string folder = def.parent_path().string();
+  std::string folder = PathBytes(def.parent_path());
   if (folder.empty() || folder.back() != fs::path::preferred_separator) folder += fs::path::preferred_separator;
   const std::string how = ResolveCase(folder + name + ".how");
   std::vector<std::string> rows;
@@ -44,8 +45,8 @@ bool RegionTownships(const std::string& regionDef, std::vector<RegionTownship>& 
 }
 
 bool JobFilesReadable(const std::string& def, std::string& error) {
-  const fs::path path(def);
-  const std::string stem = Upper(path.stem().string());
+  const fs::path path = NativePath(def);
+  const std::string stem = Upper(PathBytes(path.stem()));
   std::error_code ec;
   fs::directory_iterator it(path.parent_path().empty() ? fs::path(".") : path.parent_path(), ec);
   if (ec) {
@@ -54,10 +55,10 @@ bool JobFilesReadable(const std::string& def, std::string& error) {
   }
   for (const fs::directory_entry& entry : it) {
     const fs::path& file = entry.path();
-    if (Upper(file.stem().string()) != stem || file.extension().empty()) continue;
+    if (Upper(PathBytes(file.stem())) != stem || file.extension().empty()) continue;
     std::ifstream in(file, std::ios::binary);
     if (!entry.is_regular_file(ec) || !in) {
-      error = file.string() + " cannot be read";
+      error = PathBytes(file) + " cannot be read";
       return false;
     }
   }

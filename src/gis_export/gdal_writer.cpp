@@ -7,6 +7,7 @@
 #include <system_error>
 #include <tuple>
 
+#include "model/paths.h"
 #include "model/text.h"
 
 #ifdef TESSEL_WITH_GDAL
@@ -72,11 +73,16 @@ std::vector<std::string> GisOutputFiles(const std::string& out, GisFormat format
                                         const std::vector<std::string>& layerNames) {
   const bool oneFile = format == GisFormat::GeoPackage || format == GisFormat::Dxf || layerNames.size() == 1;
   if (oneFile) return {out};
-  const fs::path path(out);
+  // Cut by text, so that the folder stays as it was written, with its own separators.
+  const std::size_t cut = out.find_last_of(std::string("/") + PathSeparator());
+  const std::string folder = cut == std::string::npos ? std::string() : out.substr(0, cut + 1);
+  const std::string name = out.substr(folder.size());
+  const std::size_t dot = name.rfind('.');
+  const bool hasExtension = dot != std::string::npos && dot != 0 && name != "..";
+  const std::string stem = hasExtension ? name.substr(0, dot) : name;
+  const std::string extension = hasExtension ? name.substr(dot) : std::string();
   std::vector<std::string> files;
-  for (const std::string& layer : layerNames) {
-    files.push_back((path.parent_path() / (path.stem().string() + "_" + layer + path.extension().string())).string());
-  }
+  for (const std::string& layer : layerNames) files.push_back(folder + stem + "_" + layer + extension);
   return files;
 }
 

@@ -85,7 +85,8 @@ void Lsa2Cor(Session& session) {
   }
 }
 
-std::string LowerAscii(std::string_view text) {
+// For the stand-ins of Windows programs, which a Windows build does without.
+[[maybe_unused]] std::string LowerAscii(std::string_view text) {
   std::string out(text);
   for (char& c : out) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');

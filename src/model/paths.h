@@ -28,4 +28,12 @@ void CopyFileReplacing(const std::string& from, const std::string& to);
 // The folder holding the running program, without a separator at its end.
 std::string ProgramFolder(const char* argv0);
 
+// True when the path does not depend on the current folder alone: it starts at a root ("/",
+// "\\") or names a drive ("C:").
+bool IsRootedPath(const std::string& path);
+
+// True when the two texts name one file or folder: the same bytes, and where the file system
+// ignores case (Windows) also in another case of letters or with "/" for "\\".
+bool SamePathText(const std::string& a, const std::string& b);
+
 }  // namespace tessel

@@ -1,7 +1,5 @@
 #include "model/session.h"
 
-#include <filesystem>
-
 #include "model/paths.h"
 
 namespace tessel {
@@ -9,7 +7,7 @@ namespace tessel {
 namespace {
 // A relative name is taken in the current folder, as the file system would.
 std::string InFolder(const std::string& folder, const std::string& name) {
-  if (std::filesystem::path(name).is_absolute() || folder.empty()) return name;
+  if (IsRootedPath(name) || folder.empty()) return name;
   std::string joined = folder;
   if (joined.back() != '/' && joined.back() != PathSeparator()) joined += PathSeparator();
   return joined + name;
@@ -32,6 +30,8 @@ std::string Session::ToolFile(std::string_view name) const {
   return ResolveCase(ToolFolder + PathSeparator() + std::string(name));
 }
 
-bool Session::JobInToolFolder() const { return JobFolder == ToolFolder + PathSeparator(); }
+// On Windows also in another case: the tool folder's master copies must never be taken for a
+// job's copies and deleted.
+bool Session::JobInToolFolder() const { return SamePathText(JobFolder, ToolFolder + PathSeparator()); }
 
 }  // namespace tessel

@@ -5,11 +5,8 @@
 #include <iterator>
 
 #include "model/fault.h"
+#include "model/platform.h"
 #include "model/ports.h"
-
-#ifndef _WIN32
-#include <unistd.h>
-#endif
 
 namespace tessel {
 
@@ -90,11 +87,11 @@ bool Fails(WriteStep step, const std::string& path) {
 
 // The temporary beside the file, so that the rename stays on one file system.
 std::string TemporaryBeside(const std::string& path) {
-  const std::filesystem::path target(path);
+  const std::filesystem::path target = NativePath(path);
   std::string name = "~";
-  name += target.filename().string();
+  name += PathBytes(target.filename());
   name += ".tmp";
-  return (target.parent_path() / name).string();
+  return PathBytes(target.parent_path() / NativePath(name));
 }
 
 }  // namespace
@@ -109,16 +106,18 @@ void WriteFileBytes(const std::string& path, std::string_view bytes) {
   const std::size_t wanted = diskFull ? bytes.size() / 2 : bytes.size();
   bool written = std::fwrite(bytes.data(), 1, wanted, f) == wanted && !diskFull;
   written = std::fflush(f) == 0 && !Fails(WriteStep::Flush, path) && written;
-#ifndef _WIN32
-  written = written && ::fsync(::fileno(f)) == 0;
-#endif
+  written = written && FlushToDisk(f);
   // A full disk may only show at the close.
   written = std::fclose(f) == 0 && !Fails(WriteStep::Close, path) && written;
-  std::error_code error;
-  if (written && Fails(WriteStep::Rename, path)) error = std::make_error_code(std::errc::permission_denied);
-  if (written && !error) std::filesystem::rename(temporary, path, error);
-  if (!written || error) {
-    std::filesystem::remove(temporary, error);
+  ReplaceResult replaced = ReplaceResult::Failed;
+  if (written) replaced = Fails(WriteStep::Rename, path) ? ReplaceResult::Failed : ReplaceByRename(temporary, path);
+  if (replaced != ReplaceResult::Replaced) {
+    std::error_code ignored;
+    std::filesystem::remove(NativePath(temporary), ignored);
+    if (replaced == ReplaceResult::HeldOpen) {
+      throw RuntimeFault(FaultKind::FileAccess, "Path/File access error: " + path +
+                                                     " is held open by another program; close it there and try again");
+    }
     WriteFailed(path);
   }
 }

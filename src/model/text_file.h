@@ -48,8 +48,9 @@ class LineReader {
 // Whole-file helpers. ReadFileBytes returns false when the file cannot be read.
 bool ReadFileBytes(const std::string& path, std::string& out);
 // Replaces the file whole or not at all: the bytes go to a temporary file in the same folder,
-// which is flushed, closed and checked at every step before it is renamed over the file. Any
-// failure leaves the file as it was and is a file-access fault naming it.
+// which is flushed to the disk, closed and checked at every step before it is renamed over the
+// file. Any failure leaves the file as it was and is a file-access fault naming it; one that
+// another program holds open (Windows) is told as such.
 void WriteFileBytes(const std::string& path, std::string_view bytes);
 // Writes as WriteFileBytes does; a failure is told to the user in a box naming the file, and
 // gives false.

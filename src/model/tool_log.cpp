@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "model/paths.h"
 
 namespace tessel {
 
@@ -42,7 +43,7 @@ std::string Unslashed(std::string path) {
 
 std::string NotFoundReason(const std::string& program, const std::string& toolFolder) {
   const std::string folder = Folder(program);
-  if (!toolFolder.empty() && !folder.empty() && Unslashed(folder) == Unslashed(toolFolder)) {
+  if (!toolFolder.empty() && !folder.empty() && SamePathText(Unslashed(folder), Unslashed(toolFolder))) {
     return "not found in ToolFolder";
   }
   return "not found";

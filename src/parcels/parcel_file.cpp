@@ -9,6 +9,7 @@
 
 #include "model/fault.h"
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/selection_checks.h"
 #include "model/text.h"
 #include "model/text_file.h"
@@ -191,7 +192,7 @@ bool WriteParcels(Session& session) {
     WriteAttributeLines(session, {ParcelWriteRule::Kind::Save, nullptr});
     session.parcels.ParcelDirty = 0;
     saved = true;
-    const std::string iid = std::filesystem::path(ResolveCase(session.DatasetPath(".IID"))).filename().string();
+    const std::string iid = PathBytes(NativePath(ResolveCase(session.DatasetPath(".IID"))).filename());
     session.user.Note("Parcel attributes saved to " + iid + " (the file as it was is kept in " + session.JobName +
                       ".iib)");
   } catch (const RuntimeFault& fault) {

@@ -7,6 +7,7 @@
 #include "job/command_table.h"
 #include "model/fault.h"
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/text.h"
 #include "model/text_file.h"
 #include "regions/how_file.h"
@@ -41,7 +42,7 @@ void RunScripted(Session& session, const UpdateStep& step, const std::string& an
 
 bool IsFolder(const std::string& folder) {
   std::error_code error;
-  return std::filesystem::is_directory(std::filesystem::path(folder), error);
+  return std::filesystem::is_directory(NativePath(folder), error);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "datasets/coordinate_files.h"
 #include "model/fault.h"
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/text.h"
 #include "model/text_file.h"
 #include "regions/how_file.h"
@@ -98,7 +99,7 @@ void ReadPreviewLines(Session& session, const std::string& path, const std::stri
 
 bool FolderExists(const std::string& path) {
   std::error_code error;
-  const std::filesystem::path parent = std::filesystem::path(path).parent_path();
+  const std::filesystem::path parent = NativePath(path).parent_path();
   return parent.empty() || std::filesystem::is_directory(parent, error);
 }
 

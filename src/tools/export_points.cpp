@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/text.h"
 #include "model/text_file.h"
 
@@ -81,7 +82,7 @@ void ExportSelectedPoints(Session& session) {
     if (FileExistsAnyCase(def)) {
       std::error_code ec;
       // The job's own .def, named in another case, is already what the copy would make.
-      if (std::filesystem::equivalent(ResolveCase(def), ResolveCase(source), ec)) return;
+      if (std::filesystem::equivalent(NativePath(ResolveCase(def)), NativePath(ResolveCase(source)), ec)) return;
       if (session.user.Message(ReplaceDefQuestion(ResolveCase(def)), Icon::Question, Buttons::YesNo) != Answer::Yes) {
         return;
       }

@@ -1,7 +1,6 @@
 #include "tools/user_tools.h"
 
 #include <exception>
-#include <filesystem>
 
 #include "model/paths.h"
 #include "model/tool_log.h"
@@ -12,7 +11,7 @@ namespace {
 
 // The configured program as the file system finds it: a relative path in the current folder.
 std::string ProgramPath(const Session& session, const std::string& path) {
-  if (path.empty() || std::filesystem::path(path).is_absolute() || session.CurrentFolder.empty()) return path;
+  if (path.empty() || IsRootedPath(path) || session.CurrentFolder.empty()) return path;
   const char last = session.CurrentFolder.back();
   const bool ended = last == '/' || last == PathSeparator();
   return session.CurrentFolder + (ended ? "" : std::string(1, PathSeparator())) + path;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "model/platform.h"
 #include "model/session.h"
 
 namespace tessel::test {
@@ -34,8 +35,8 @@ inline void AddParcel(Session& s, const std::string& line, double x, double y, c
 // The linking files print 1/2/2024 while this lives.
 class FixedDate {
  public:
-  FixedDate() { setenv("SOURCE_DATE_EPOCH", "1704153600", 1); }
-  ~FixedDate() { unsetenv("SOURCE_DATE_EPOCH"); }
+  FixedDate() { SetEnvironment("SOURCE_DATE_EPOCH", "1704153600"); }
+  ~FixedDate() { UnsetEnvironment("SOURCE_DATE_EPOCH"); }
 };
 
 // Text padded with blanks to `width` columns.

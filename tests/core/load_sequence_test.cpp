@@ -56,7 +56,7 @@ class LoadSequence : public JobFixture {
   void Open(const std::string& folder) { OpenJob(session, folder + "T1N2E.def", "T1N2E.def"); }
   void Open() { Open(JobDir()); }
 
-  static long SupportFilesIn(const fs::path& folder) {
+  static std::ptrdiff_t SupportFilesIn(const fs::path& folder) {
     return std::count_if(kSupportFiles.begin(), kSupportFiles.end(), [&](const char* f) { return fs::exists(folder / f); });
   }
   // Points, control stations, .LSA lines, .LXN segments, surveys, record lines, raw polygons,

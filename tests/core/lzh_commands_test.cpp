@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "archives/file_patterns.h"
 #include "archives/lzh_commands.h"
 #include "model/paths.h"
+#include "model/text_file.h"
 #include "process_probe.h"
 #include "test_support.h"
 
@@ -172,6 +174,34 @@ TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameAndBothNeedAJob) {
   EXPECT_FALSE(LzhSaveAs(s));
   LzhSave(s);
   EXPECT_TRUE(probe.launches.empty());
+}
+
+// The patterns of both archivers, built also where the ZIP archive is not (Windows).
+TEST(FilePatterns, WildcardsMatchAsTheFileDialogsDo) {
+  EXPECT_TRUE(WildcardMatch("*.*", "README"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1.def"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "t1.DEF"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1"));
+  EXPECT_TRUE(WildcardMatch("T1.*", "T1.tar.gz"));
+  EXPECT_FALSE(WildcardMatch("T1.*", "T10.def"));
+  EXPECT_TRUE(WildcardMatch("T?.raw", "T2.raw"));
+  EXPECT_FALSE(WildcardMatch("T?.raw", "T22.raw"));
+  EXPECT_TRUE(WildcardMatch("*a*b*", "xxaYYbzz"));
+  EXPECT_FALSE(WildcardMatch("*a*b", "xxaYYbzz"));
+  EXPECT_TRUE(WildcardMatch("*", ""));
+  EXPECT_FALSE(WildcardMatch("?", ""));
+}
+
+// File names are bytes of the local code page, also above 127: a pattern finds such a file under
+// the bytes the job's files are opened with, and the found path reads it.
+TEST_F(LzhCommands, APatternFindsANameWithBytesAbove127AsTheFileIsOpened) {
+  const std::string name = "Comt\xE9.COR";
+  WriteFileBytes(JobDir() + name, "x\r\n");
+  const PatternFiles found = ExpandPattern("*.cor", jobPath.string());
+  ASSERT_EQ(found.names, std::vector<std::string>{name});
+  std::string bytes;
+  EXPECT_TRUE(ReadFileBytes(found.Path(name), bytes));
+  EXPECT_EQ(bytes, "x\r\n");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "model/paths.h"
 #include "model/text.h"
 #include "process_probe.h"
 #include "regions/post_region_update.h"
@@ -23,7 +24,7 @@ class RegionWorkflow : public JobFixture {
     console.rows = {"T1", "FIXED", "T2"};
   }
   std::string Launched(std::size_t k) const { return processes.launches.at(k).commandLine; }
-  std::string Tool(const std::string& name) const { return ToolDir() + "/" + name + ".exe"; }
+  std::string Tool(const std::string& name) const { return ToolDir() + PathSeparator() + name + ".exe"; }
   void WriteSet(const std::string& how) {
     WriteJobBytes("REG.how", how);
     for (const char* ext : {".lsa", ".sd", ".mat", ".cor", ".pgc"}) WriteJobBytes(std::string("REG") + ext, std::string("region") + ext + "\r\n");
@@ -243,12 +244,13 @@ TEST_F(PostRegion, EachProjectRunsInItsFolderUpToTheFirstKeyword) {
   ASSERT_TRUE(RunPostRegionUpdate(s, options, "REG"));
 
   ASSERT_EQ(probe.launches.size(), 10u);  // five steps in each of two projects
-  EXPECT_EQ(probe.launches[0].folder, JobDir() + "/");
+  const std::string sep(1, PathSeparator());
+  EXPECT_EQ(probe.launches[0].folder, JobDir() + sep);
   EXPECT_EQ(probe.launches[5].folder, other);
-  const std::string program = ToolDir() + "/splitplan.exe";
-  EXPECT_EQ(seen[0], "temp.bat|T1\r\n|\"" + program + "\"  <\"" + JobDir() + "/t1$.001\"\r\nexit\r\n|6\r\n3\r\n|zone");
-  EXPECT_EQ(seen[1], ToolDir() + "/mercgrid.exe|T1\r\n|zone");
-  EXPECT_EQ(seen[8], "temp.bat|T2\r\n|\"" + ToolDir() + "/ringcheck.exe\" <\"" + other +
+  const std::string program = ToolDir() + sep + "splitplan.exe";
+  EXPECT_EQ(seen[0], "temp.bat|T1\r\n|\"" + program + "\"  <\"" + JobDir() + sep + "t1$.001\"\r\nexit\r\n|6\r\n3\r\n|zone");
+  EXPECT_EQ(seen[1], ToolDir() + sep + "mercgrid.exe|T1\r\n|zone");
+  EXPECT_EQ(seen[8], "temp.bat|T2\r\n|\"" + ToolDir() + sep + "ringcheck.exe\" <\"" + other +
                          "t1$.001\"\r\nexit\r\n| 25.5 \r\n\r\n|zone");
   for (const auto mode : probe.modes) EXPECT_EQ(mode, ShowMode::Hidden);
   // Nothing of the run stays behind, and the job strings are the region's again.

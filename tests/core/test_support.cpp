@@ -6,7 +6,15 @@
 #include <tuple>
 
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/text.h"
+
+#ifdef _WIN32
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+#endif
 
 namespace fs = std::filesystem;
 
@@ -159,5 +167,20 @@ void JobFixture::SetPoints(const std::vector<std::tuple<std::string, double, dou
   for (const auto& [id, x, y] : points) session.points.Set(++i, id, x, y);
   session.points.SetCount(static_cast<std::int16_t>(i));
 }
+
+#ifdef _WIN32
+FileHeldOpen::FileHeldOpen(const std::string& path) {
+  const HANDLE handle = CreateFileW(NativePath(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle != INVALID_HANDLE_VALUE) handle_ = handle;
+}
+
+FileHeldOpen::~FileHeldOpen() {
+  if (handle_) CloseHandle(static_cast<HANDLE>(handle_));
+}
+#else
+FileHeldOpen::FileHeldOpen(const std::string&) {}
+FileHeldOpen::~FileHeldOpen() = default;
+#endif
 
 }  // namespace tessel::test

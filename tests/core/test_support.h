@@ -64,6 +64,21 @@ void ExpectFault(FaultKind kind, F&& statement) {
   }
 }
 
+// Holds a file open the way an editor or a spreadsheet on Windows does, sharing it with no one,
+// for as long as it lives. Elsewhere nothing stops another program from replacing such a file,
+// and `holds()` is false.
+class FileHeldOpen {
+ public:
+  explicit FileHeldOpen(const std::string& path);
+  ~FileHeldOpen();
+  FileHeldOpen(const FileHeldOpen&) = delete;
+  FileHeldOpen& operator=(const FileHeldOpen&) = delete;
+  bool holds() const { return handle_ != nullptr; }
+
+ private:
+  void* handle_ = nullptr;
+};
+
 // Records what the load asks of the viewer.
 class RecordingDisplay : public Display {
  public:

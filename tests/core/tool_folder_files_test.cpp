@@ -18,6 +18,7 @@
 #include "model/config.h"
 #include "model/dialog_memory.h"
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/text.h"
 #include "test_support.h"
 
@@ -133,7 +134,7 @@ TEST_F(ConfigActions, SaveReplacesTheFileOrStillAppliesWhenItCannotWriteAndResto
   EXPECT_FALSE(SaveConfig(session, Config{}));
   EXPECT_EQ(session.config, Config{});
   EXPECT_EQ(user.MessageTexts(),
-            std::vector<std::string>{"Path/File access error: " + (root / "no such folder").string() + "/Tessel.cfg"});
+            std::vector<std::string>{"Path/File access error: " + (root / "no such folder").string() + PathSeparator() + "Tessel.cfg"});
   user.messages.clear();
   EXPECT_TRUE(user.checked.at("Lsa"));
 
@@ -315,6 +316,33 @@ TEST_F(InstalledToolFolder, AUsersFolderThatCannotBeMadeIsToldAndNothingIsWritte
   EXPECT_EQ(choice.folder, (root / "data" / "tessel").string());
   EXPECT_EQ(choice.problem, "Cannot create the folder " + choice.folder + " for Tessel's settings and tools");
   EXPECT_TRUE(std::filesystem::is_empty(bin));
+
+// A job base that starts at a root or names a drive is taken as it stands, never in the current
+// folder; a bare one is.
+TEST_F(Identity, ADatasetPathFromTheRootOrOnADriveIsNotTakenInTheCurrentFolder) {
+  session.CurrentFolder = root.string();
+  std::vector<std::string> rooted = {"/jobs/T1"};
+#ifdef _WIN32
+  rooted.insert(rooted.end(), {"\\jobs\\T1", "D:\\jobs\\T1", "D:T1"});
+#endif
+  for (const std::string& base : rooted) {
+    session.JobBase = base;
+    EXPECT_EQ(session.DatasetPath(".def"), base + ".def");
+  }
+  session.JobBase = "T1";
+  EXPECT_EQ(session.DatasetPath(".def"), root.string() + PathSeparator() + "T1.def");
+}
+
+// Where file names ignore case (Windows), a job opened from the tool folder spelt in another case
+// is in the tool folder: Close leaves the master support files there.
+TEST_F(Identity, TheToolFolderSpeltInAnotherCaseKeepsItsMasterSupportFiles) {
+  WriteTool("NAD27.CON", {"master"});
+  session.JobFolder = Upper(ToolDir()) + PathSeparator();
+  EXPECT_EQ(session.JobInToolFolder(), FileNamesIgnoreCase());
+  RemoveSupportFiles(session);
+  EXPECT_EQ(ReadTool("NAD27.CON"), "master\r\n");
+  session.JobFolder = JobDir();
+  EXPECT_FALSE(session.JobInToolFolder());
 }
 
 }  // namespace

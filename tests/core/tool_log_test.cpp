@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "model/platform.h"
 #include "model/tool_log.h"
 
 namespace tessel::test {
@@ -115,6 +116,9 @@ TEST(ToolLog, MissingProgramsNameToolFolderOnlyWhenLookedForThere) {
   EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel/"), "not found in ToolFolder");
   EXPECT_EQ(NotFoundReason("C:\\Tessel\\seedxy.exe", "C:\\Tessel"), "not found in ToolFolder");
   EXPECT_EQ(NotFoundReason("/usr/bin/notepad", "/opt/tessel"), "not found");
+  // The tool folder in another case is the tool folder where names ignore case (Windows).
+  EXPECT_EQ(NotFoundReason("C:\\TESSEL\\seedxy.exe", "c:\\tessel"),
+            FileNamesIgnoreCase() ? "not found in ToolFolder" : "not found");
   EXPECT_EQ(NotFoundReason("notepad", "/opt/tessel"), "not found");
   EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", ""), "not found");
 }

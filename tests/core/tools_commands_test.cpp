@@ -278,6 +278,9 @@ TEST_F(Launching, RecpadScriptWritesAnswersAndBatchRunsHiddenAndCleansUpWhatever
 TEST_F(Launching, QuotesInAFolderAreDoubledAndReadBack) {
   // A double quote may stand in a folder's name here (Windows allows none): doubled inside the
   // quotes, it comes back whole, and the command keeps its shape.
+#ifdef _WIN32
+  GTEST_SKIP() << "Windows allows no double quote in a folder's name";
+#endif
   std::filesystem::create_directories(root / "a \"b\" c");
   session.JobFolder = (root / "a \"b\" c").string() + PathSeparator();
   session.ToolFolder = (root / "a \"b\" c").string();

@@ -132,6 +132,30 @@ TEST_F(WriteFaultsTest, WriteFileBytesReplacesWholeOrLeavesTheFileAsItWas) {
   EXPECT_EQ(ReadBytes(path), "new\r\n");
 }
 
+// Where a file that another program holds open cannot be replaced (Windows), the write says so
+// and names the file; the file and the folder stay as they were, and a write after the other
+// program let go goes through.
+TEST_F(WriteFaultsTest, AFileHeldOpenByAnotherProgramIsNamedAndLeftAsItWas) {
+  const std::string path = (jobPath / "T1N2E.COR").string();
+  WriteFileBytes(path, "old\r\n");
+  {
+    FileHeldOpen other(path);
+    if (!other.holds()) GTEST_SKIP() << "this system lets a file held open be replaced";
+    try {
+      WriteFileBytes(path, "new\r\n");
+      ADD_FAILURE() << "no fault";
+    } catch (const RuntimeFault& fault) {
+      EXPECT_EQ(fault.kind(), FaultKind::FileAccess);
+      EXPECT_EQ(std::string(fault.what()), "Path/File access error: " + path +
+                                               " is held open by another program; close it there and try again");
+    }
+    EXPECT_FALSE(HasTemporary(root));
+  }
+  EXPECT_EQ(ReadBytes(path), "old\r\n");
+  WriteFileBytes(path, "new\r\n");
+  EXPECT_EQ(ReadBytes(path), "new\r\n");
+}
+
 // One writer: what it starts from, what it does, and the file the user must be told of.
 struct Writer {
   const char* name;

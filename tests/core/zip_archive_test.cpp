@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "archives/file_patterns.h"
 #include "archives/zip_archive.h"
 #include "archives/zip_commands.h"
 #include "model/paths.h"
@@ -295,21 +294,6 @@ TEST(ZipNames, SafeNamesStayInsideTheTarget) {
   for (const char* name : {"", "/", "/a", "\\a", "..", "../a", "a/../../b", "a/..", "C:a", "c:\\a", "./.."}) {
     EXPECT_FALSE(ZipNameIsSafe(name)) << name;
   }
-}
-
-TEST(ZipNames, WildcardsMatchAsTheFileDialogsDo) {
-  EXPECT_TRUE(WildcardMatch("*.*", "README"));
-  EXPECT_TRUE(WildcardMatch("T1.*", "T1.def"));
-  EXPECT_TRUE(WildcardMatch("T1.*", "t1.DEF"));
-  EXPECT_TRUE(WildcardMatch("T1.*", "T1"));
-  EXPECT_TRUE(WildcardMatch("T1.*", "T1.tar.gz"));
-  EXPECT_FALSE(WildcardMatch("T1.*", "T10.def"));
-  EXPECT_TRUE(WildcardMatch("T?.raw", "T2.raw"));
-  EXPECT_FALSE(WildcardMatch("T?.raw", "T22.raw"));
-  EXPECT_TRUE(WildcardMatch("*a*b*", "xxaYYbzz"));
-  EXPECT_FALSE(WildcardMatch("*a*b", "xxaYYbzz"));
-  EXPECT_TRUE(WildcardMatch("*", ""));
-  EXPECT_FALSE(WildcardMatch("?", ""));
 }
 
 TEST(ZipNames, LineEndsConvertOnlyLoneLineFeeds) {
