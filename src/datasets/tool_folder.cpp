@@ -7,6 +7,7 @@
 
 #include "datasets/support_files.h"
 #include "model/paths.h"
+#include "model/platform.h"
 #include "model/text_file.h"
 
 namespace fs = std::filesystem;
@@ -18,7 +19,7 @@ namespace {
 // The value of a variable that names an absolute folder; empty otherwise.
 std::string AbsoluteValue(const EnvironmentLookup& environment, const char* name) {
   const char* value = environment(name);
-  if (value == nullptr || *value == '\0' || !fs::path(value).is_absolute()) return {};
+  if (value == nullptr || *value == '\0' || !NativePath(value).is_absolute()) return {};
   return value;
 }
 
@@ -54,7 +55,7 @@ std::string UserToolFolder(const EnvironmentLookup& environment) {
 
 bool InstalledProgramFolder(const std::string& programFolder) {
   std::error_code ec;
-  const fs::path folder = fs::absolute(fs::path(programFolder), ec).lexically_normal();
+  const fs::path folder = fs::absolute(NativePath(programFolder), ec).lexically_normal();
   const fs::path name = folder.has_filename() ? folder.filename() : folder.parent_path().filename();
   const fs::path prefix = folder.has_filename() ? folder.parent_path() : folder.parent_path().parent_path();
   if (name == "bin" && fs::is_directory(prefix / "share" / "tessel", ec)) return true;
@@ -68,8 +69,8 @@ ToolFolderChoice ChooseToolFolder(const std::string& programFolder, const Enviro
     return {programFolder, "No folder of your own for Tessel's settings: HOME is not set. Using " + programFolder};
   }
   std::error_code ec;
-  fs::create_directories(fs::path(choice.folder), ec);
-  if (ec || !fs::is_directory(fs::path(choice.folder), ec)) {
+  fs::create_directories(NativePath(choice.folder), ec);
+  if (ec || !fs::is_directory(NativePath(choice.folder), ec)) {
     choice.problem = "Cannot create the folder " + choice.folder + " for Tessel's settings and tools";
     return choice;
   }

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <vector>
 
+#include "model/platform.h"
 #include "model/text.h"
 #include "model/text_file.h"
 
@@ -47,7 +48,7 @@ bool RunnerValue(const std::string& line, std::string& value) {
 }  // namespace
 
 bool IsWindowsProgram(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(NativePath(path), std::ios::binary);
   std::array<unsigned char, 4> bytes{};
   const auto read = [&in, &bytes](std::streamoff at, std::streamsize count) {
     in.seekg(at);

@@ -316,6 +316,7 @@ TEST_F(InstalledToolFolder, AUsersFolderThatCannotBeMadeIsToldAndNothingIsWritte
   EXPECT_EQ(choice.folder, (root / "data" / "tessel").string());
   EXPECT_EQ(choice.problem, "Cannot create the folder " + choice.folder + " for Tessel's settings and tools");
   EXPECT_TRUE(std::filesystem::is_empty(bin));
+}
 
 // A job base that starts at a root or names a drive is taken as it stands, never in the current
 // folder; a bare one is.
