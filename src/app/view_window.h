@@ -57,6 +57,9 @@ class ViewWindow : public QMainWindow {
  private:
   QString PlaceFile() const;
   void BuildMenus();
+  // File Open after its job dialog: the job read beside the window, which keeps its last picture
+  // until the job is drawn. A half-read job is no job, so the load has no Cancel.
+  void OpenChosenJob();
   void BuildPopup();
   void BuildToolBar();
   void BuildStatusBar();

@@ -18,6 +18,7 @@
 #include "app/subsystem_forms.h"
 #include "app/tool_log_dock.h"
 #include "app/toolbar_icons.h"
+#include "forms/ui/long_work.h"
 #include "model/layers.h"
 #include "job/ui/config_dialog.h"
 #include "viewer/ui/reset_view_form.h"
@@ -82,11 +83,21 @@ QAction* ViewWindow::AddCheck(QMenu* menu, const char* name, const QString& capt
   return action;
 }
 
+void ViewWindow::OpenChosenJob() {
+  Session& s = *session_;
+  const auto choice = ChooseJob(s);
+  if (!choice) return;
+  RunLongWork(
+      *this, [&](Progress& progress) { OpenJob(s, choice->fileName, choice->fileTitle, &progress); },
+      CancelOffer::None);
+}
+
 void ViewWindow::BuildMenus() {
   Session& s = *session_;
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
   file->setObjectName(QStringLiteral("mnuFile"));
-  connect(AddEntry(file, "mnuFileOpen", QStringLiteral("&Open...")), &QAction::triggered, this, [&s] { FileOpen(s); });
+  connect(AddEntry(file, "mnuFileOpen", QStringLiteral("&Open...")), &QAction::triggered, this,
+          [this] { OpenChosenJob(); });
   connect(AddEntry(file, "mnuFileNew", QStringLiteral("&New Job Wizard")), &QAction::triggered, this, [this, &s] {
     StartupWizardForm wizard(s, this);
     wizard.exec();
@@ -304,7 +315,9 @@ void ViewWindow::BuildToolBar() {
   toolbar_->setIconSize(QSize(24, 24));
   toolbar_->setToolButtonStyle(Qt::ToolButtonIconOnly);
   connect(AddKey("Open", QStringLiteral("Open"), QStringLiteral("Open a job")), &QAction::triggered, this,
-          [&s] { ToolbarOpen(s); });
+          [this, &s] {
+            if (CloseBeforeOpen(s)) OpenChosenJob();
+          });
   connect(AddKey("Reload", QStringLiteral("Reload"), QStringLiteral("Reload the current job")), &QAction::triggered,
           this, [&s] {
             ReloadJob(s);

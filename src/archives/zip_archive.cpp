@@ -83,11 +83,23 @@ struct Member {
   bool hasTime = false;
 };
 
-// Checks the opened archive; the members in their order.
+// Where a watched piece of work stands: its text, and the share of the whole from `from` to `to`
+// that this step covers.
+struct Watch {
+  Progress* progress = nullptr;
+  std::string what;
+  double from = 0.0;
+  double to = 1.0;
+  void At(double share) const { Report(progress, what, from + (to - from) * std::clamp(share, 0.0, 1.0)); }
+};
+
+// Checks the opened archive; the members in their order. A cancel is heeded between members.
 std::int16_t CheckMembers(const std::string& zipFile, Archive& archive, std::vector<Member>& members,
-                          std::string* problem) {
+                          std::string* problem, const Watch& watch = {}) {
   const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
   for (zip_int64_t i = 0; i < count; ++i) {
+    watch.At(static_cast<double>(i) / static_cast<double>(count));
+    if (CancelAsked(watch.progress)) return kZipCancelled;
     const auto index = static_cast<zip_uint64_t>(i);
     zip_stat_t stat;
     zip_stat_init(&stat);
@@ -121,15 +133,20 @@ std::int16_t CheckMembers(const std::string& zipFile, Archive& archive, std::vec
 }
 
 // Opens and checks the archive file.
-std::int16_t Check(const std::string& zipFile, Archive& archive, std::vector<Member>& members, std::string* problem) {
+std::int16_t Check(const std::string& zipFile, Archive& archive, std::vector<Member>& members, std::string* problem,
+                   const Watch& watch = {}) {
   int error = 0;
   archive.reset(zip_open(zipFile.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error));
   if (!archive) {
     Tell(problem, "\"" + zipFile + "\" cannot be opened as a ZIP file; it is missing or damaged.");
     return kZipCannotOpen;
   }
-  return CheckMembers(zipFile, archive, members, problem);
+  return CheckMembers(zipFile, archive, members, problem, watch);
 }
+
+// libzip's calls while it compresses: how far it has come, and whether to stop.
+void CompressProgress(zip_t*, double share, void* watch) { static_cast<const Watch*>(watch)->At(share); }
+int CompressCancel(zip_t*, void* watch) { return CancelAsked(static_cast<const Watch*>(watch)->progress) ? 1 : 0; }
 
 void SetModified(const fs::path& path, std::time_t when) {
   std::error_code error;
@@ -251,14 +268,20 @@ std::int16_t TestZipBytes(std::string_view bytes, std::string* problem) {
 }
 
 std::int16_t UnzipArchive(const std::string& zipFile, const std::string& destination, const std::string& items,
-                          bool convertLf, std::string* problem) {
+                          bool convertLf, std::string* problem, Progress* progress) {
   Archive archive;
   std::vector<Member> members;
-  const std::int16_t checked = Check(zipFile, archive, members, problem);
+  const std::int16_t checked = Check(zipFile, archive, members, problem, {progress, "Testing " + zipFile, 0.0, 0.5});
+  if (checked == kZipCancelled) Tell(problem, "Nothing was extracted from \"" + zipFile + "\".");
   if (checked != kZipOk) return checked;
   const std::string pattern = items.empty() ? std::string("*.*") : items;
   const fs::path target(destination);
-  for (const Member& member : members) {
+  // From the first file written on, the extraction runs to its end: a cancel would leave the
+  // folder half old, half new.
+  const Watch extracting{progress, "Extracting " + zipFile, 0.5, 1.0};
+  for (std::size_t at = 0; at < members.size(); ++at) {
+    const Member& member = members[at];
+    extracting.At(static_cast<double>(at) / static_cast<double>(members.size()));
     const auto parts = Components(member.name);
     fs::path path = target;
     for (const auto& part : parts) path /= part;
@@ -292,16 +315,17 @@ std::int16_t UnzipArchive(const std::string& zipFile, const std::string& destina
 }
 
 std::int16_t ZipArchive(const std::string& zipFile, const std::string& items, const std::string& folder,
-                        std::string* problem) {
+                        std::string* problem, Progress* progress) {
   const std::vector<ZipItem> files = ExpandZipItems(items, folder);
   if (files.empty()) {
     Tell(problem, "No file matches \"" + items + "\".");
     return kZipNothingToDo;
   }
-  return ZipFiles(zipFile, files, problem);
+  return ZipFiles(zipFile, files, problem, progress);
 }
 
-std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& files, std::string* problem) {
+std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& files, std::string* problem,
+                      Progress* progress) {
   if (files.empty()) {
     Tell(problem, "No file to add to \"" + zipFile + "\".");
     return kZipNothingToDo;
@@ -333,7 +357,16 @@ std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& fi
     return kZipCannotOpen;
   }
   Archive guard(archive);
-  for (const ZipItem& item : files) {
+  const std::string cancelled = "\"" + zipFile + "\" " + (exists ? "was left as it was." : "was not made.");
+  // Reading the files is the first fifth of the work, compressing them the rest.
+  const Watch reading{progress, "Reading the files for " + zipFile, 0.0, 0.2};
+  for (std::size_t at = 0; at < files.size(); ++at) {
+    const ZipItem& item = files[at];
+    reading.At(static_cast<double>(at) / static_cast<double>(files.size()));
+    if (CancelAsked(progress)) {
+      Tell(problem, cancelled);
+      return kZipCancelled;
+    }
     std::string bytes;
     if (!ReadFileBytes(item.path, bytes)) {
       Tell(problem, "\"" + item.path + "\" cannot be read.");
@@ -360,7 +393,17 @@ std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& fi
     }
     zip_file_set_mtime(archive, static_cast<zip_uint64_t>(index), Modified(item.path), 0);
   }
+  Watch compressing{progress, "Compressing into " + zipFile, 0.2, 1.0};
+  if (progress) {
+    zip_register_progress_callback_with_state(archive, 0.01, CompressProgress, nullptr,
+                                              &compressing);
+    zip_register_cancel_callback_with_state(archive, CompressCancel, nullptr, &compressing);
+  }
   if (zip_close(archive) != 0) {
+    if (zip_error_code_zip(zip_get_error(archive)) == ZIP_ER_CANCELLED) {
+      Tell(problem, cancelled);
+      return kZipCancelled;
+    }
     Tell(problem, std::string("\"") + zipFile + "\" cannot be written: " + zip_strerror(archive));
     return kZipWriteFailed;
   }
@@ -379,6 +422,11 @@ std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& fi
   if (written.empty()) {
     Tell(problem, "\"" + zipFile + "\" cannot be written.");
     return kZipWriteFailed;
+  }
+  // The last point to stop: the file itself is replaced in one rename.
+  if (CancelAsked(progress)) {
+    Tell(problem, cancelled);
+    return kZipCancelled;
   }
   try {
     WriteFileBytes(zipFile, written);

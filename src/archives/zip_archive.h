@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/progress.h"
+
 namespace tessel {
 
 // The result codes of the archive operations; anything but Ok is a failure.
@@ -18,6 +20,7 @@ enum ZipCode : std::int16_t {
   kZipWriteFailed = 4,   // a file could not be written
   kZipNothingToDo = 5,   // no file matched the item list
   kZipTooLarge = 6,      // a member larger than this program unpacks
+  kZipCancelled = 7,     // the user stopped it before anything was written
 };
 
 // The largest member extracted; larger ones refuse the archive.
@@ -60,15 +63,19 @@ std::int16_t TestZipBytes(std::string_view bytes, std::string* problem = nullptr
 // Tests the archive first; only when the test passes are the members matching `items` (a
 // pattern on the member's last component, "*.*" for all) extracted into `destination`, keeping
 // their folders and replacing files of the same name. Text members (without a NUL byte) are
-// converted LF to CR LF when asked. Each file is written whole or not at all.
+// converted LF to CR LF when asked. Each file is written whole or not at all. A cancel is
+// heeded while the archive is tested, before the first file is written, and never after.
 std::int16_t UnzipArchive(const std::string& zipFile, const std::string& destination, const std::string& items,
-                          bool convertLf = false, std::string* problem = nullptr);
+                          bool convertLf = false, std::string* problem = nullptr, Progress* progress = nullptr);
 
 // Adds the files to the archive, replacing members of the same name and keeping the others;
-// creates the archive when it does not exist. The archive is rewritten whole or not at all.
-std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& files, std::string* problem = nullptr);
+// creates the archive when it does not exist. The archive is rewritten whole or not at all. It is
+// built in memory, so a cancel, heeded until the new bytes are complete, leaves the file as it
+// was (or not there) and nothing beside it.
+std::int16_t ZipFiles(const std::string& zipFile, const std::vector<ZipItem>& files, std::string* problem = nullptr,
+                      Progress* progress = nullptr);
 // The same for the files of an item list (ExpandZipItems); relative items are taken in `folder`.
 std::int16_t ZipArchive(const std::string& zipFile, const std::string& items, const std::string& folder = {},
-                        std::string* problem = nullptr);
+                        std::string* problem = nullptr, Progress* progress = nullptr);
 
 }  // namespace tessel

@@ -27,15 +27,41 @@ void TellAddFailed(Session& session, const std::string& zipFile, const std::stri
                        title);
 }
 
+// Writes the files into the archive and tells how it went: a failure in a box, the rest in the
+// status bar.
+std::int16_t WriteArchive(Session& session, const std::string& zipFile, const std::vector<ZipItem>& files,
+                          const char* title, Progress* progress) {
+  std::error_code error;
+  const bool existed = fs::exists(zipFile, error);
+  std::string problem;
+  const std::int16_t code = ZipFiles(zipFile, files, &problem, progress);
+  if (code == kZipCancelled) session.user.Note(ZipCancelledNote(zipFile, existed));
+  else if (code != kZipOk) TellAddFailed(session, zipFile, problem, title);
+  else session.user.Note(ZipWrittenNote(files.size(), zipFile));
+  return code;
+}
+
 }  // namespace
 
+std::string ZipCancelledNote(const std::string& zipFile, bool existed) {
+  return "ZIP archive cancelled: " + zipFile + (existed ? " was left as it was." : " was not made.");
+}
+
+std::string UnzipCancelledNote(const std::string& zipFile) {
+  return "Extraction cancelled: nothing was extracted from " + zipFile + ".";
+}
+
 int UnzipCommand(Session& session, const std::string& zipFile, const std::string& target, bool setAsJobFolder,
-                 bool convertLf) {
+                 bool convertLf, Progress* progress) {
   const Answer answer =
       session.user.Message("Unzip " + zipFile + "\nto folder " + target + "?", Icon::Question, Buttons::YesNo);
   if (answer != Answer::Yes) return -1;
   std::string problem;
-  const std::int16_t code = UnzipArchive(zipFile, target, kZipAllItems, convertLf, &problem);
+  const std::int16_t code = UnzipArchive(zipFile, target, kZipAllItems, convertLf, &problem, progress);
+  if (code == kZipCancelled) {
+    session.user.Note(UnzipCancelledNote(zipFile));
+    return code;
+  }
   if (code != kZipOk) session.user.Message(problem, Icon::Stop, Buttons::Ok, kUnzipTitle);
   else session.user.Note(zipFile + " unzipped into " + target);
   if (setAsJobFolder) {
@@ -80,18 +106,18 @@ std::string ZipWrittenNote(std::size_t files, const std::string& zipFile) {
   return std::to_string(files) + (files == 1 ? " file" : " files") + " zipped into " + zipFile;
 }
 
-std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile) {
+std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile, Progress* progress) {
   // The job's files under their names in the job's folder: the archive unpacks into any folder
   // as a job that opens there.
   const std::string pattern = session.JobBase + ".*";
   const PatternFiles job = ExpandPattern(pattern, session.CurrentFolder);
   std::vector<ZipItem> files;
   for (const auto& name : job.names) files.push_back({name, job.Path(name)});
-  std::string problem = "No file matches " + pattern + ".";
-  const std::int16_t code = files.empty() ? std::int16_t{kZipNothingToDo} : ZipFiles(zipFile, files, &problem);
-  if (code != kZipOk) TellAddFailed(session, zipFile, problem, kZipCurrentTitle);
-  else session.user.Note(ZipWrittenNote(files.size(), zipFile));
-  return code;
+  if (files.empty()) {
+    TellAddFailed(session, zipFile, "No file matches " + pattern + ".", kZipCurrentTitle);
+    return kZipNothingToDo;
+  }
+  return WriteArchive(session, zipFile, files, kZipCurrentTitle, progress);
 }
 
 std::string ZipWildcardItem(const std::string& folder, const std::string& pattern) {
@@ -100,7 +126,7 @@ std::string ZipWildcardItem(const std::string& folder, const std::string& patter
 
 std::string ZipNewFile(const std::string& folder, const std::string& name) { return Joined(folder, name) + ".zip"; }
 
-bool ZipManualFinish(Session& session, const std::string& zipFile, const std::string& items) {
+bool ZipManualFinish(Session& session, const std::string& zipFile, const std::string& items, Progress* progress) {
   if (Trim(zipFile).empty()) {
     session.user.Message(kZipManualNoName);
     return false;
@@ -109,12 +135,12 @@ bool ZipManualFinish(Session& session, const std::string& zipFile, const std::st
     session.user.Message(kZipManualNoItems);
     return false;
   }
-  std::string problem;
-  if (ZipArchive(Trim(zipFile), items, session.CurrentFolder, &problem) != kZipOk) {
-    TellAddFailed(session, Trim(zipFile), problem, kZipWizardTitle);
-  } else {
-    session.user.Note(ZipWrittenNote(ExpandZipItems(items, session.CurrentFolder).size(), Trim(zipFile)));
+  const std::vector<ZipItem> files = ExpandZipItems(items, session.CurrentFolder);
+  if (files.empty()) {
+    TellAddFailed(session, Trim(zipFile), "No file matches \"" + items + "\".", kZipWizardTitle);
+    return true;
   }
+  WriteArchive(session, Trim(zipFile), files, kZipWizardTitle, progress);
   return true;
 }
 

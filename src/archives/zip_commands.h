@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 
+#include "model/progress.h"
 #include "model/session.h"
 
 namespace tessel {
@@ -37,9 +38,10 @@ inline constexpr const char* kZipNewTitle = "New Zip File";
 // and extracted with "*.*". A refused archive is named in a box with what was wrong. Then, with
 // `setAsJobFolder`, "Choose File, Open to view this job" and JobFolder becomes the target
 // (whether or not the extraction worked), so that the next Open starts there. Returns the
-// archive's result code, or -1 when the user said No.
+// archive's result code, or -1 when the user said No. A cancel while the archive is tested
+// extracts nothing and says so in the status bar, and leaves JobFolder as it was.
 int UnzipCommand(Session& session, const std::string& zipFile, const std::string& target, bool setAsJobFolder,
-                 bool convertLf);
+                 bool convertLf, Progress* progress = nullptr);
 
 // The folder made by "New folder" inside the chosen target; empty when the input was cancelled
 // or empty, or the folder could not be made (which is said in a box).
@@ -55,12 +57,17 @@ std::string ZipCurrentDefault(const Session& session);
 std::string ZipCurrentInFolder(const Session& session, const std::string& folder);
 // "Finish": the job's files, JobBase and ".*", into the archive, each under its name in the
 // job's folder (so that the archive unpacks into any folder as a job that opens there). An add
-// that fails is told in a box naming the archive, one that went well in the status bar. Returns
-// the result code.
-std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile);
+// that fails is told in a box naming the archive, one that went well or was cancelled in the
+// status bar. Returns the result code.
+std::int16_t ZipCurrentJob(Session& session, const std::string& zipFile, Progress* progress = nullptr);
 
 // The status bar's word for an archive written with `files` files.
 std::string ZipWrittenNote(std::size_t files, const std::string& zipFile);
+// The status bar's word for an archive whose writing was cancelled: an archive that was there is
+// as it was, one that was not is not made.
+std::string ZipCancelledNote(const std::string& zipFile, bool existed);
+// The status bar's word for an extraction cancelled while the archive was tested.
+std::string UnzipCancelledNote(const std::string& zipFile);
 
 // frmZipWiz3: "Use wildcards" adds folder, separator and pattern, in double quotes when the
 // folder has a blank (see ZipListItem); frmZipNew gives folder, separator, name and ".zip".
@@ -68,7 +75,8 @@ std::string ZipWildcardItem(const std::string& folder, const std::string& patter
 std::string ZipNewFile(const std::string& folder, const std::string& name);
 // The finish button: both a ZIP name and items, or the matching box and false. Runs the add
 // when both are there, the names stored as given; an add that fails is told in a box naming the
-// archive, and the page closes all the same.
-bool ZipManualFinish(Session& session, const std::string& zipFile, const std::string& items);
+// archive, and the page closes all the same; a cancel is told in the status bar.
+bool ZipManualFinish(Session& session, const std::string& zipFile, const std::string& items,
+                     Progress* progress = nullptr);
 
 }  // namespace tessel

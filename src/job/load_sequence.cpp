@@ -1,5 +1,10 @@
 #include "job/load_sequence.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <set>
+
 #include "calculations/note_file.h"
 #include "job/config_actions.h"
 #include "datasets/coordinate_files.h"
@@ -35,6 +40,37 @@ void Step(Session& session, F&& step) {
   }
 }
 
+// How far a load has come: the share of its files' bytes read, each file counted once, after
+// its last reader.
+class LoadWatch {
+ public:
+  LoadWatch(const Session& session, Progress* progress, std::initializer_list<const char*> extensions)
+      : session_(session), progress_(progress) {
+    if (!progress_) return;
+    for (const char* extension : extensions) total_ += Size(extension);
+  }
+  void Reading(const char* extension) const {
+    Report(progress_, "Reading " + session_.JobName + extension,
+           total_ == 0 ? -1.0 : static_cast<double>(done_) / static_cast<double>(total_));
+  }
+  void Read(const char* extension) {
+    if (progress_ && counted_.insert(extension).second) done_ = std::min(total_, done_ + Size(extension));
+  }
+
+ private:
+  std::uintmax_t Size(const char* extension) const {
+    if (!session_.DatasetExists(extension)) return 0;
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(session_.DatasetPath(extension), error);
+    return error ? 0 : size;
+  }
+  const Session& session_;
+  Progress* progress_;
+  std::uintmax_t total_ = 0;
+  std::uintmax_t done_ = 0;
+  std::set<std::string> counted_;
+};
+
 void FirstDrawing(Session& session) {
   if (session.display) session.display->RefreshViewAfterExtents();
 }
@@ -57,21 +93,24 @@ void MainFormLoad(Session& session) {
   InitialMenus(session);
 }
 
-bool FileOpen(Session& session) {
+std::optional<FileChoice> ChooseJob(Session& session) {
   FileRequest request;
   request.title = kJobDialogTitle;
   request.filter = kJobFilter;
   request.initialFolder = session.JobFolder.empty() ? RecallFolder(session) : session.JobFolder;
-  const auto choice = session.user.ChooseFile(request);
-  if (!choice) {
-    session.user.SetPointer(Pointer::Default);
-    return false;
-  }
+  auto choice = session.user.ChooseFile(request);
+  if (!choice) session.user.SetPointer(Pointer::Default);
+  return choice;
+}
+
+bool FileOpen(Session& session) {
+  const auto choice = ChooseJob(session);
+  if (!choice) return false;
   OpenJob(session, choice->fileName, choice->fileTitle);
   return true;
 }
 
-void OpenJob(Session& session, const std::string& fileName, const std::string& fileTitle) {
+void OpenJob(Session& session, const std::string& fileName, const std::string& fileTitle, Progress* progress) {
   session.user.SetPointer(Pointer::Hourglass);
   // Whatever route led here, the job starts from nothing.
   ResetJobState(session);
@@ -82,7 +121,7 @@ void OpenJob(Session& session, const std::string& fileName, const std::string& f
   session.CurrentFolder = session.JobFolder;
   EnableJobMenus(session);
   Step(session, [&] { WriteSupportFiles(session); });
-  LoadDatasets(session);
+  LoadDatasets(session, true, progress);
   if (!session.DatasetExists(".COR") && !session.DatasetExists(".lsa")) {
     session.user.Message("graphics are not yet available", Icon::Information);
   }
@@ -92,17 +131,18 @@ void OpenJob(Session& session, const std::string& fileName, const std::string& f
   session.user.Status(1, session.JobName);
 }
 
-void ToolbarOpen(Session& session) {
-  if (JobGuard(session)) {
-    const Answer answer =
-        session.user.Message("Close current job and open new one?", Icon::Question, Buttons::OkCancel, "Open Project");
-    if (answer != Answer::Ok) return;
-    if (!FileClose(session)) return;
-  }
-  FileOpen(session);
+bool CloseBeforeOpen(Session& session) {
+  if (!JobGuard(session)) return true;
+  const Answer answer =
+      session.user.Message("Close current job and open new one?", Icon::Question, Buttons::OkCancel, "Open Project");
+  return answer == Answer::Ok && FileClose(session);
 }
 
-LoadCase LoadDatasets(Session& session, bool readParcels) {
+void ToolbarOpen(Session& session) {
+  if (CloseBeforeOpen(session)) FileOpen(session);
+}
+
+LoadCase LoadDatasets(Session& session, bool readParcels, Progress* progress) {
   session.reloadJob = &ReloadJob;
   session.reloadJobLines = &ReloadLines;
   // Each job's unit code starts from nothing: one whose code is neither metres nor feet keeps no
@@ -110,28 +150,35 @@ LoadCase LoadDatasets(Session& session, bool readParcels) {
   session.UnitsPerChain = 0.0f;
   const bool hasCor = session.DatasetExists(".COR");
   const bool hasLsa = session.DatasetExists(".LSA");
+  LoadWatch watch(session, progress, {".COR", ".LSA", ".not", ".LXN", ".sid", ".raw", ".RPO", ".iid"});
+  // One reader of the file with `extension`, told before it runs and counted after.
+  const auto read = [&](const char* extension, auto&& reader) {
+    watch.Reading(extension);
+    Step(session, reader);
+    watch.Read(extension);
+  };
   if (hasLsa && !hasCor) {
-    Step(session, [&] { ReadLsaPoints(session); });
+    read(".LSA", [&] { ReadLsaPoints(session); });
     if (session.points.PointCount() > 0) session.user.Message("Viewing LSA coordinates", Icon::Information);
-    Step(session, [&] { ReadControl(session); });
-    Step(session, [&] { ReadLsaLines(session); });
-    if (session.DatasetExists(".sid")) Step(session, [&] { ReadSurveys(session); });
-    if (session.DatasetExists(".raw")) Step(session, [&] { ReadRaw(session); });
+    read(".LSA", [&] { ReadControl(session); });
+    read(".LSA", [&] { ReadLsaLines(session); });
+    if (session.DatasetExists(".sid")) read(".sid", [&] { ReadSurveys(session); });
+    if (session.DatasetExists(".raw")) read(".raw", [&] { ReadRaw(session); });
     return LoadCase::LsaOnly;
   }
-  Step(session, [&] { ReadCor(session); });
+  read(".COR", [&] { ReadCor(session); });
   if (hasLsa) {
-    Step(session, [&] { ReadControl(session); });
-    Step(session, [&] { ReadLsaLines(session); });
-    Step(session, [&] { ReadNotes(session); });
+    read(".LSA", [&] { ReadControl(session); });
+    read(".LSA", [&] { ReadLsaLines(session); });
+    read(".not", [&] { ReadNotes(session); });
   } else {
     session.user.Message("LSA file not found", Icon::Information);
   }
-  if (session.config.chkLXN == 1) Step(session, [&] { ReadLxn(session); });
-  if (session.DatasetExists(".sid")) Step(session, [&] { ReadSurveys(session); });
-  if (session.DatasetExists(".raw")) Step(session, [&] { ReadRaw(session); });
-  if (session.DatasetExists(".crp")) Step(session, [&] { ReadRawPolygons(session); });
-  if (readParcels && session.DatasetExists(".iid")) Step(session, [&] { ReadParcels(session); });
+  if (session.config.chkLXN == 1) read(".LXN", [&] { ReadLxn(session); });
+  if (session.DatasetExists(".sid")) read(".sid", [&] { ReadSurveys(session); });
+  if (session.DatasetExists(".raw")) read(".raw", [&] { ReadRaw(session); });
+  if (session.DatasetExists(".crp")) read(".RPO", [&] { ReadRawPolygons(session); });
+  if (readParcels && session.DatasetExists(".iid")) read(".iid", [&] { ReadParcels(session); });
   return LoadCase::Full;
 }
 

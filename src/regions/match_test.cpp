@@ -35,6 +35,9 @@ bool InWindow(double xi, double yi, double xj, double yj, double t) {
 
 constexpr double kCellLimit = 4.0e18;
 
+// How often the walk tells how far it has come and looks for a cancel.
+constexpr int kPointsPerReport = 2048;
+
 // The cell of a coordinate: floor(v / size), held inside the range of a 64-bit integer. Division
 // by a positive size and floor are both monotone, so a window's bounds fall in cells that bracket
 // the cells of everything inside it.
@@ -66,7 +69,7 @@ std::vector<int> FindMatchPointsByScan(const PointStore& points, double t) {
   return found;
 }
 
-std::vector<int> FindMatchPoints(const PointStore& points, double t) {
+std::vector<int> FindMatchPoints(const PointStore& points, double t, Progress* progress) {
   std::vector<int> found;
   const int n = points.PointCount();
   // A negative or undefined tolerance leaves every window empty.
@@ -91,6 +94,10 @@ std::vector<int> FindMatchPoints(const PointStore& points, double t) {
   std::vector<char> taken(static_cast<std::size_t>(n) + 1, 0);
   std::vector<int> partners;
   for (int i = 1; i <= n; ++i) {
+    if (i % kPointsPerReport == 0) {
+      Report(progress, "Comparing coordinates", static_cast<double>(i) / static_cast<double>(n));
+      if (CancelAsked(progress)) break;
+    }
     const double xi = points.PointX(i), yi = points.PointY(i);
     if (xi == 0.0 || yi == 0.0) continue;
     const int tag = tags[static_cast<std::size_t>(i)];
@@ -132,13 +139,20 @@ std::vector<std::pair<int, int>> FindMatchLines(const LsaLineStore& lines, const
   return found;
 }
 
-void CompareCoordinates(Session& session, double tolerance,
-                        const std::function<void(int, const std::string&)>& dialogStatus) {
+bool CompareCoordinates(Session& session, double tolerance,
+                        const std::function<void(int, const std::string&)>& dialogStatus, Progress* progress) {
   RegionMatchStore& m = session.region.match;
   std::string panel;
   try {
     session.user.Status(1, "Comparing coordinates.");
-    for (int j : FindMatchPoints(session.points, tolerance)) {
+    const std::vector<int> found = FindMatchPoints(session.points, tolerance, progress);
+    // The last point to stop: from here on the tables are filled.
+    if (CancelAsked(progress)) {
+      session.user.Status(1, "Ready");
+      dialogStatus(2, kMatchTestCancelled);
+      return false;
+    }
+    for (int j : found) {
       const std::int16_t next = Add16(m.MatchPointCount, 1);
       m.MatchPoints.at(next) = j;
       m.MatchPointCount = next;
@@ -158,6 +172,7 @@ void CompareCoordinates(Session& session, double tolerance,
   } catch (const RuntimeFault&) {
     // A table past its bound ends the comparison with what it holds.
   }
+  return true;
 }
 
 void DrawRowHighlight(Session& session, const std::string& tag) {

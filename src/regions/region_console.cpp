@@ -257,7 +257,7 @@ void RegionConsole::Preview() {
   enabled.cmdTest = true;
 }
 
-void RegionConsole::Test() {
+bool RegionConsole::CompareForTest(Progress* progress) {
   Session& s = session_;
   RegionMatchStore& m = s.region.match;
   m.Clear();
@@ -266,12 +266,20 @@ void RegionConsole::Test() {
   s.user.SetPointer(Pointer::Hourglass);
   s.region.MatchTolerance = ReadTolerance(txtTolerance);
   DialogStatusText(1, "Testing merge at " + ShortestText(s.region.MatchTolerance) + " (ft.).");
-  CompareCoordinates(s, s.region.MatchTolerance,
-                     [this](int panel, const std::string& text) { DialogStatusText(panel, text); });
-  m.Drawn = true;
-  enabled.cmdDetails = true;
-  chkLines = true;
-  m.ShowMatchLines = -1;
+  return CompareCoordinates(
+      s, s.region.MatchTolerance, [this](int panel, const std::string& text) { DialogStatusText(panel, text); },
+      progress);
+}
+
+void RegionConsole::ShowTest(bool compared) {
+  Session& s = session_;
+  if (compared) {
+    RegionMatchStore& m = s.region.match;
+    m.Drawn = true;
+    enabled.cmdDetails = true;
+    chkLines = true;
+    m.ShowMatchLines = -1;
+  }
   Refresh(s);
   s.user.SetPointer(Pointer::Default);
 }

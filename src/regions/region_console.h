@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "model/progress.h"
 #include "model/session.h"
 #include "regions/region_preview.h"
 
@@ -92,7 +93,11 @@ class RegionConsole {
 
   // The boundary match test.
   void Preview();
-  void Test();
+  // The test in its two halves: the comparison, which may run off the interface thread and
+  // returns false when cancelled, then the drawing of what it found (of nothing, when cancelled).
+  void Test(Progress* progress = nullptr) { ShowTest(CompareForTest(progress)); }
+  bool CompareForTest(Progress* progress);
+  void ShowTest(bool compared);
   std::vector<std::string> DetailsLines() const;
   void SetShowLines(bool on);
   void SetShowEnds(bool on);

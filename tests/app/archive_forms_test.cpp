@@ -12,10 +12,12 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QProcess>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 #include <memory>
@@ -157,6 +159,47 @@ class ArchiveFormsTest : public QObject {
     QTest::mouseClick(page.findChild<QPushButton*>(QStringLiteral("cmdFinish")), Qt::LeftButton);
     QCOMPARE(page.result(), int(QDialog::Accepted));
     QVERIFY(QFile::exists(dir.filePath("J1.zip")));
+
+    // A large job is zipped beside the page, which keeps running: its timers fire, and the
+    // progress strip at its foot tells how far the work has come. A cancel leaves the archive
+    // byte for byte as it was and nothing beside it, and says so in the status bar.
+    QByteArray points;
+    for (quint32 k = 1; points.size() < (12 << 20); k = k * 1664525u + 1013904223u) {
+      points += QByteArray::number(k % 1000003u) + ' ' + QByteArray::number(k >> 12) + "\r\n";
+    }
+    QVERIFY(WriteText(dir.filePath("J1.pts"), points));
+    const QString zip = dir.filePath("J1.zip");
+    for (const bool cancel : {false, true}) {
+      const QByteArray before = Contents(zip);
+      const QStringList beside = dir.entryList(QDir::Files);
+      int ticks = 0;
+      QString told;
+      QTimer tick;
+      tick.setInterval(5);
+      connect(&tick, &QTimer::timeout, this, [&] {
+        ++ticks;
+        auto* bar = page.findChild<QProgressBar*>(QStringLiteral("prgLongWork"));
+        if (bar == nullptr || !told.isEmpty() || !bar->format().contains(zip)) return;
+        told = bar->format();
+        if (cancel) page.findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->click();
+      });
+      tick.start();
+      user.notes.clear();
+      page.findChild<QPushButton*>(QStringLiteral("cmdFinish"))->click();
+      tick.stop();
+      QVERIFY(ticks > 1);
+      QVERIFY2(!told.isEmpty(), "no progress shown");
+      QVERIFY(!page.findChild<QProgressBar*>(QStringLiteral("prgLongWork")));
+      QCOMPARE(dir.entryList(QDir::Files), beside);
+      if (cancel) {
+        QVERIFY(Contents(zip) == before);
+        QCOMPARE(user.notes, std::vector<std::string>{"ZIP archive cancelled: " + zip.toStdString() + " was left as it was."});
+      } else {
+        QVERIFY(Contents(zip) != before);
+        // J1.* takes in the archive there before.
+        QCOMPARE(user.notes, std::vector<std::string>{"4 files zipped into " + zip.toStdString()});
+      }
+    }
   }
 
   void lhaStartsWithItsArgumentsAsBuiltAndNoShell() {

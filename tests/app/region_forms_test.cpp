@@ -7,10 +7,15 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
+
+#include <cstdio>
 
 #include "app/view_window.h"
 #include "message_boxes.h"
@@ -99,6 +104,65 @@ class RegionFormsTest : public QObject {
     QVERIFY(report->isVisible());
     QCOMPARE(report->windowTitle(), QStringLiteral("Matching Line Details"));
     QVERIFY(report->findChild<QPlainTextEdit*>()->toPlainText().contains(QStringLiteral(" Matching Lines: ")));
+  }
+
+  // A large region is compared beside the form: the form's timers fire meanwhile, the strip at
+  // its foot tells the comparing, and a cancel keeps no match and says so; the lines are drawn
+  // once a test has run to its end.
+  void aLargeRegionIsComparedBesideTheFormWithACancel() {
+    ViewWindow& w = *window_;
+    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
+    for (const char* project : {"T1", "T2"}) {
+      std::vector<std::string> rows;
+      for (int k = 0; k < 8000; ++k) {
+        char row[64];
+        std::snprintf(row, sizeof row, " %06d            %12.3f %13.3f", 100000 + k, 1000.0 + k, 2000.0 + k % 7);
+        rows.push_back(row);
+      }
+      WriteFileBytes(dir + project + ".COR", JoinCrLf(rows));
+    }
+    WriteFileBytes(dir + "REG.how", "T1\r\nT2\r\n");
+    UseRegion(dir);
+    const Session& s = w.session();
+    w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
+    auto* form = w.findChild<QWidget*>(QStringLiteral("frmRegion"));
+    form->findChild<QPushButton*>(QStringLiteral("cmdPreview"))->click();
+    QCOMPARE(s.points.PointCount(), std::int16_t(16000));
+    // Every point lies within the tolerance of every other.
+    form->findChild<QLineEdit*>(QStringLiteral("txtTolerance"))->setText(QStringLiteral("100000"));
+
+    for (const bool cancel : {true, false}) {
+      int ticks = 0;
+      bool told = false;
+      QTimer tick;
+      tick.setInterval(5);
+      connect(&tick, &QTimer::timeout, this, [&] {
+        ++ticks;
+        auto* bar = form->findChild<QProgressBar*>(QStringLiteral("prgLongWork"));
+        if (told || bar == nullptr || !bar->format().startsWith(QStringLiteral("Comparing coordinates"))) return;
+        told = true;
+        if (cancel) form->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->click();
+      });
+      tick.start();
+      form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->click();
+      tick.stop();
+      QVERIFY(ticks > 1);
+      QVERIFY2(told, "no progress shown");
+      QVERIFY(!form->findChild<QProgressBar*>(QStringLiteral("prgLongWork")));
+      QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->isEnabled());
+      QVERIFY(w.menuBar()->isEnabled());
+      if (cancel) {
+        QCOMPARE(s.region.match.MatchPointCount, std::int16_t(0));
+        QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblStatus2"))->text(), QStringLiteral("Test cancelled: no match was kept."));
+        QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->isEnabled());
+        QVERIFY(!form->findChild<QCheckBox*>(QStringLiteral("chkLines"))->isChecked());
+      } else {
+        QCOMPARE(s.region.match.MatchPointCount, std::int16_t(16000));
+        QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblStatus2"))->text(), QStringLiteral("Points matching: 16000. Lines: 0"));
+        QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->isEnabled());
+        QVERIFY(form->findChild<QCheckBox*>(QStringLiteral("chkLines"))->isChecked());
+      }
+    }
   }
 
   // With the suite's tools missing, Merge and Adjust say in a box that nothing was run, and the

@@ -10,6 +10,9 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QStatusBar>
 #include <QToolBar>
 #include <functional>
 #include <QPushButton>
@@ -132,6 +135,56 @@ class WindowTest : public QObject {
     };
     QVERIFY(yellowAt(-5, -1) && yellowAt(1, 5));
     QCOMPARE(picture.pixelColor(picture.width() - 2, picture.height() - 2), QColor(Qt::white));
+  }
+
+  // File Open reads the job beside the window: the window's timers fire meanwhile, the status
+  // bar tells which file is read, with no Cancel, and the canvas keeps its last picture until the
+  // job is drawn at the end. The load's boxes still come in their place and are answered.
+  void openReadsTheJobBesideTheWindowWithoutACancel() {
+    QVERIFY(QFile::remove(Job("T12NR04E.LSA")));
+    QTest::qWait(100);  // the window's shape settled
+    const QImage before = W().canvas().Picture();
+    int ticks = 0, boxTicks = 0;
+    bool boxSeen = false, cancelHidden = false, keptPicture = false;
+    QString told;
+    QTimer tick;
+    tick.setInterval(5);
+    connect(&tick, &QTimer::timeout, this, [&] {
+      ++ticks;
+      QWidget* modal = QApplication::activeModalWidget();
+      if (auto* dialog = qobject_cast<QFileDialog*>(modal)) {
+        dialog->selectFile(Job("T12NR04E.def"));
+        QMetaObject::invokeMethod(dialog, "accept");
+        return;
+      }
+      auto* box = qobject_cast<QMessageBox*>(modal);
+      if (box == nullptr || box->text() != QStringLiteral("LSA file not found")) return;
+      // The box stands after .COR was read; the strip tells it once its next look comes round.
+      // Without a strip the box is answered after a while all the same, for the checks to fail.
+      auto* bar = W().statusBar()->findChild<QProgressBar*>(QStringLiteral("prgLongWork"));
+      if (bar == nullptr || !bar->format().startsWith(QStringLiteral("Reading T12NR04E"))) {
+        if (++boxTicks > 200) box->button(QMessageBox::Ok)->click();
+        return;
+      }
+      boxSeen = true;
+      told = bar->format();
+      cancelHidden = W().statusBar()->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->isHidden();
+      keptPicture = W().canvas().Picture() == before;
+      box->button(QMessageBox::Ok)->click();
+    });
+    tick.start();
+    Action("mnuFileOpen")->trigger();
+    tick.stop();
+    QVERIFY(boxSeen);
+    QVERIFY(ticks > 1);
+    QVERIFY2(told.startsWith(QStringLiteral("Reading T12NR04E.COR")), qPrintable(told));
+    QVERIFY(cancelHidden);
+    QVERIFY(keptPicture);
+    QVERIFY(!W().statusBar()->findChild<QProgressBar*>(QStringLiteral("prgLongWork")));
+    QVERIFY(W().menuBar()->isEnabled());
+    QCOMPARE(Panel(1), QStringLiteral("T12NR04E"));
+    QVERIFY(W().session().points.PointCount() > 0);
+    QVERIFY(W().canvas().Picture() != before);
   }
 
   // With no job open, only what works without one is offered: opening or making a job, the

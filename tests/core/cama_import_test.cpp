@@ -134,19 +134,6 @@ TEST_F(CamaImportTest, AFailingDiskLeavesCamaAsItWas) {
   EXPECT_EQ(files, 1);  // no temporary left behind
 }
 
-// A watcher of the import that asks it to stop once it has heard of `stopAfter` parts read.
-struct StopAfter : Progress {
-  explicit StopAfter(int parts) : stopAfter(parts) {}
-  void Report(const std::string& what, double fraction) override {
-    steps.push_back(what);
-    fractions.push_back(fraction);
-  }
-  bool CancelAsked() const override { return static_cast<int>(fractions.size()) >= stopAfter; }
-  int stopAfter;
-  std::vector<std::string> steps;
-  std::vector<double> fractions;
-};
-
 TEST_F(CamaImportTest, ProgressFollowsTheDatabaseAndACancelLeavesCamaAsItWas) {
   // A database of three and a half reading parts, the township's rows in each.
   std::vector<std::string> big;

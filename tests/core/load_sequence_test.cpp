@@ -103,6 +103,19 @@ TEST_F(LoadSequence, OpenReadsEveryDatasetInOrderAndEndsOnTheJobName) {
             (Strings{"LSAONLY", "CTRL9", "900001"}));
   EXPECT_EQ(session.lsa.LsaLineEnds.get(2).to, 5);
   EXPECT_EQ(session.raw.RawLineEnds.get(1).survey, 1);
+
+  // Watched, and asked to stop from the first: a half-read job is no job, so the load reads to
+  // its end, telling each file as it goes and the share of the job's bytes read before it.
+  StopAfter stop(0);
+  OpenJob(session, JobDir() + "T1N2E.def", "T1N2E.def", &stop);
+  EXPECT_EQ(Counts(session), (Ints{6, 3, 3, 2, 1, 2, 1, 1, 1}));
+  EXPECT_EQ(stop.steps, (Strings{"Reading T1N2E.COR", "Reading T1N2E.LSA", "Reading T1N2E.LSA", "Reading T1N2E.not",
+                                 "Reading T1N2E.LXN", "Reading T1N2E.sid", "Reading T1N2E.raw", "Reading T1N2E.RPO",
+                                 "Reading T1N2E.iid"}));
+  EXPECT_EQ(stop.fractions.front(), 0.0);
+  EXPECT_TRUE(std::is_sorted(stop.fractions.begin(), stop.fractions.end()));
+  EXPECT_GT(stop.fractions.back(), stop.fractions.front());
+  EXPECT_LT(stop.fractions.back(), 1.0);
 }
 
 TEST_F(LoadSequence, EachCaseOfTheLoadTableGivesItsBoxesAndReaders) {

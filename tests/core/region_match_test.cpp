@@ -99,6 +99,46 @@ TEST_F(RegionMatch, ComparisonStopsAtTheTablesBound) {
   EXPECT_TRUE(panels.empty());
 }
 
+TEST_F(RegionMatch, ComparisonTellsItsProgressAndACancelKeepsNoMatch) {
+  // Two projects over the same 3000 spots: every point has a partner.
+  Points points;
+  for (int k = 0; k < 3000; ++k) {
+    points.emplace_back("100100TA", 1000.0 + 10 * k, 500.0);
+    points.emplace_back("100100TB", 1000.0 + 10 * k, 500.0);
+  }
+  SetPoints(points);
+  RegionConsole console(session);
+  console.txtTolerance = "1";
+
+  // Watched to its end: the comparing told as it goes, the tables filled, the lines drawn.
+  StopAfter watched(StopAfter::kNever);
+  ASSERT_TRUE(console.CompareForTest(&watched));
+  console.ShowTest(true);
+  EXPECT_EQ(watched.steps, (std::vector<std::string>{"Comparing coordinates", "Comparing coordinates"}));
+  EXPECT_TRUE(std::is_sorted(watched.fractions.begin(), watched.fractions.end()));
+  EXPECT_EQ(session.region.match.MatchPointCount, 6000);
+  EXPECT_EQ(console.statusPanel[2], "Points matching: 6000. Lines: 0");
+  EXPECT_TRUE(console.enabled.cmdDetails);
+
+  // Stopped at either report: the tables stay empty, the panel says so, the status bar is ready
+  // again and the pointer back, and the test's drawing states are as the test left them.
+  for (std::size_t at : {0u, 1u}) {
+    RegionConsole again(session);
+    again.txtTolerance = "1";
+    user.statusNow.clear();
+    StopAfter stop(at + 1);
+    EXPECT_FALSE(again.CompareForTest(&stop)) << at;
+    again.ShowTest(false);
+    EXPECT_EQ(session.region.match.MatchPointCount, 0) << at;
+    EXPECT_EQ(session.region.match.MatchLineCount, 0) << at;
+    EXPECT_EQ(again.statusPanel[2], "Test cancelled: no match was kept.") << at;
+    EXPECT_FALSE(again.enabled.cmdDetails) << at;
+    EXPECT_FALSE(again.chkLines) << at;
+    EXPECT_EQ(user.statusNow[1], "Ready") << at;
+    EXPECT_EQ(user.pointers.back(), Pointer::Default) << at;
+  }
+}
+
 class RegionPreview : public JobFixture {
  protected:
   void SetUp() override {

@@ -13,6 +13,7 @@
 
 #include "model/display.h"
 #include "model/fault.h"
+#include "model/progress.h"
 #include "model/recording_ports.h"
 #include "model/session.h"
 #include "process_probe.h"
@@ -77,6 +78,21 @@ class FileHeldOpen {
 
  private:
   void* handle_ = nullptr;
+};
+
+// A watcher of long work that records what it is told and asks the work to stop once it has
+// heard `stopAfter` reports.
+struct StopAfter : Progress {
+  static constexpr std::size_t kNever = ~std::size_t{0};
+  explicit StopAfter(std::size_t reports) : stopAfter(reports) {}
+  void Report(const std::string& what, double fraction) override {
+    steps.push_back(what);
+    fractions.push_back(fraction);
+  }
+  bool CancelAsked() const override { return fractions.size() >= stopAfter; }
+  std::size_t stopAfter;
+  std::vector<std::string> steps;
+  std::vector<double> fractions;
 };
 
 // Records what the load asks of the viewer.

@@ -334,6 +334,88 @@ TEST_F(ZipTest, ExtractAsksFirstAndCanMakeTheTargetTheJobFolder) {
   EXPECT_EQ(session.JobFolder, Out().string() + PathSeparator());
 }
 
+TEST_F(ZipTest, ProgressIsToldAndACancelLeavesTheArchiveAsItWasAndNothingBesideIt) {
+  // Large enough for libzip to tell its compressing in several steps.
+  std::string big;
+  for (int k = 0; big.size() < (3u << 20); ++k) big += std::to_string(k * 7919) + " survey line\n";
+  WriteJobBytes("T1.pts", big);
+  const std::string zip = (root / "t1.zip").string();
+  const auto filesBeside = [&] { return FilesUnder(root).size(); };
+  const std::size_t alone = filesBeside();
+
+  // Watched to its end: the reading and the compressing told, the share rising to the whole.
+  StopAfter watched(StopAfter::kNever);
+  ASSERT_EQ(ZipCurrentJob(session, zip, &watched), kZipOk);
+  ASSERT_GT(watched.fractions.size(), 6u);
+  EXPECT_TRUE(std::is_sorted(watched.fractions.begin(), watched.fractions.end()));
+  EXPECT_GE(watched.fractions.back(), 0.99);
+  EXPECT_EQ(watched.steps.front(), "Reading the files for " + zip);
+  EXPECT_EQ(watched.steps.back(), "Compressing into " + zip);
+  EXPECT_EQ(user.notes.back(), ZipWrittenNote(4, zip));
+  const std::string before = ReadBytes(zip);
+
+  // Stopped at each report in turn: the archive byte for byte as it was, nothing left beside it,
+  // and the status bar says so; then the same with no archive there before.
+  for (const bool existed : {true, false}) {
+    if (!existed) fs::remove(zip);
+    for (std::size_t at = 0; at < watched.fractions.size(); ++at) {
+      StopAfter stop(at);
+      user.notes.clear();
+      EXPECT_EQ(ZipCurrentJob(session, zip, &stop), kZipCancelled) << at;
+      if (existed) EXPECT_EQ(ReadBytes(zip), before) << at;
+      else EXPECT_FALSE(fs::exists(zip)) << at;
+      EXPECT_EQ(filesBeside(), alone + (existed ? 1 : 0)) << at;
+      EXPECT_EQ(user.notes, std::vector<std::string>{ZipCancelledNote(zip, existed)}) << at;
+    }
+  }
+  EXPECT_EQ(ZipCancelledNote(zip, true), "ZIP archive cancelled: " + zip + " was left as it was.");
+  EXPECT_EQ(ZipCancelledNote(zip, false), "ZIP archive cancelled: " + zip + " was not made.");
+  EXPECT_TRUE(user.messages.empty());
+
+  // The wizard's manual page: the same.
+  StopAfter stopManual(1);
+  user.notes.clear();
+  EXPECT_TRUE(ZipManualFinish(session, zip, "T1.*", &stopManual));
+  EXPECT_FALSE(fs::exists(zip));
+  EXPECT_EQ(user.notes, std::vector<std::string>{ZipCancelledNote(zip, false)});
+}
+
+TEST_F(ZipTest, ExtractionCancelsOnlyWhileTheArchiveIsTested) {
+  const fs::path zip = root / "t1.zip";
+  ASSERT_EQ(ZipArchive(zip.string(), "T1.*", jobPath.string()), kZipOk);
+  StopAfter watched(StopAfter::kNever);
+  ASSERT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*", false, nullptr, &watched), kZipOk);
+  // Three members tested, then three extracted.
+  ASSERT_EQ(watched.steps.size(), 6u);
+  EXPECT_EQ(watched.steps[0], "Testing " + zip.string());
+  EXPECT_EQ(watched.steps[3], "Extracting " + zip.string());
+  EXPECT_TRUE(std::is_sorted(watched.fractions.begin(), watched.fractions.end()));
+  for (std::size_t at = 0; at < watched.steps.size(); ++at) {
+    fs::remove_all(Out());
+    fs::create_directory(Out());
+    StopAfter stop(at);
+    user.messages.clear();
+    user.notes.clear();
+    user.answers.push_back(Answer::Yes);
+    const int code = UnzipCommand(session, zip.string(), Out().string(), true, false, &stop);
+    if (at <= 3) {
+      // Asked by the time the last member is tested: nothing extracted, no box, JobFolder as it
+      // was.
+      EXPECT_EQ(code, kZipCancelled) << at;
+      EXPECT_TRUE(FilesUnder(Out()).empty()) << at;
+      EXPECT_EQ(user.notes, std::vector<std::string>{UnzipCancelledNote(zip.string())}) << at;
+      EXPECT_EQ(user.messages.size(), 1u) << at;
+      EXPECT_EQ(session.JobFolder, JobDir()) << at;
+    } else {
+      // Once files are written the extraction runs to its end.
+      EXPECT_EQ(code, kZipOk) << at;
+      EXPECT_EQ(FilesUnder(Out()), (std::vector<std::string>{"T1.bin", "T1.def", "T1.raw"})) << at;
+      session.JobFolder = JobDir();
+    }
+  }
+  EXPECT_EQ(UnzipCancelledNote("a.zip"), "Extraction cancelled: nothing was extracted from a.zip.");
+}
+
 TEST_F(ZipTest, NewFolderIsMadeInsideTheTarget) {
   user.inputs.push_back(std::string("fresh"));
   EXPECT_EQ(UnzipNewFolder(session, root.string()), (root / "fresh").string());

@@ -22,8 +22,9 @@
 #include "archives/lzh_commands.h"
 #include "archives/zip_archive.h"
 #include "archives/zip_commands.h"
-#include "paint/qt_text.h"
+#include "forms/ui/long_work.h"
 #include "forms/ui/named_widgets.h"
+#include "paint/qt_text.h"
 
 namespace tessel {
 
@@ -131,9 +132,15 @@ UnzipForm::UnzipForm(Session& session, QWidget* parent) : QDialog(parent), sessi
     const QString zip = CurrentPath(source_);
     const QString target = CurrentPath(target_);
     if (zip.isEmpty() || QFileInfo(zip).isDir() || target.isEmpty()) return;
-    const int code = UnzipCommand(session_, ToBytes(QDir::toNativeSeparators(zip)),
-                                  ToBytes(QDir::toNativeSeparators(FolderOf(target))), setFolder_->isChecked(),
-                                  convert_->isChecked());
+    const std::string zipFile = ToBytes(QDir::toNativeSeparators(zip));
+    const std::string folder = ToBytes(QDir::toNativeSeparators(FolderOf(target)));
+    const bool setFolder = setFolder_->isChecked();
+    const bool convert = convert_->isChecked();
+    // A large archive is tested and extracted beside the form, with its progress at the form's foot.
+    int code = -1;
+    RunLongWork(*this, [&](Progress& progress) {
+      code = UnzipCommand(session_, zipFile, folder, setFolder, convert, &progress);
+    });
     if (code != -1) accept();
   });
   resize(480, 560);
@@ -216,7 +223,8 @@ ZipWizard2Form::ZipWizard2Form(Session& session, QWidget* parent) : QDialog(pare
     }
   });
   connect(finish, &QPushButton::clicked, this, [this] {
-    ZipCurrentJob(session_, ToBytes(zipFile_->text()));
+    const std::string zipFile = ToBytes(zipFile_->text());
+    RunLongWork(*this, [&](Progress& progress) { ZipCurrentJob(session_, zipFile, &progress); });
     accept();
   });
   resize(480, 460);
@@ -282,7 +290,10 @@ ZipWizard3Form::ZipWizard3Form(Session& session, QWidget* parent) : QDialog(pare
   });
   connect(finish, &QPushButton::clicked, this, [this] {
     const std::string items = ToBytes(items_->toPlainText().replace(QLatin1Char('\n'), QLatin1Char(' ')));
-    if (ZipManualFinish(session_, ToBytes(zipFile_->text()), items)) accept();
+    const std::string zipFile = ToBytes(zipFile_->text());
+    bool finished = false;
+    RunLongWork(*this, [&](Progress& progress) { finished = ZipManualFinish(session_, zipFile, items, &progress); });
+    if (finished) accept();
   });
   resize(520, 600);
 }

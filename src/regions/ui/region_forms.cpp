@@ -15,6 +15,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "forms/ui/interface_thread.h"
+#include "forms/ui/long_work.h"
 #include "regions/how_file.h"
 
 namespace tessel {
@@ -113,8 +115,11 @@ RegionForm::RegionForm(Session& session, QMainWindow& window)
   layout->addLayout(status);
 
   console_.onStatus = [this](int panel, const std::string& text) {
-    (panel == 2 ? panel2_ : panel1_)->setText(FromBytes(text));
-    panel1_->repaint();
+    // The test tells its panels from its worker.
+    OnInterfaceThread(*this, [&] {
+      (panel == 2 ? panel2_ : panel1_)->setText(FromBytes(text));
+      panel1_->repaint();
+    });
   };
 
   connect(folder, &QPushButton::clicked, this, [this] { Command([this] { console_.FolderButton(); }); });
@@ -131,7 +136,15 @@ RegionForm::RegionForm(Session& session, QMainWindow& window)
   connect(list_, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
     Command([this, item] { console_.ClickRow(list_->row(item)); });
   });
-  connect(testButton, &QPushButton::clicked, this, [this] { Command([this] { console_.Test(); }); });
+  connect(testButton, &QPushButton::clicked, this, [this] {
+    // A county's region holds points by the hundred thousand: they are compared beside the form,
+    // with progress and a Cancel at its foot, and drawn here once compared.
+    Command([this] {
+      bool compared = false;
+      RunLongWork(*this, [&](Progress& progress) { compared = console_.CompareForTest(&progress); });
+      console_.ShowTest(compared);
+    });
+  });
   connect(details, &QPushButton::clicked, this, [this] { ShowDetails(); });
   connect(lines_, &QCheckBox::toggled, this, [this](bool on) {
     if (!syncing_) Command([this, on] { console_.SetShowLines(on); });
