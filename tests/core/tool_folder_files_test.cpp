@@ -187,7 +187,8 @@ TEST_F(ConfigActions, TheRunnerOfWindowsProgramsIsSavedBesideTesselCfgWhichStays
   EXPECT_FALSE(SaveToolRunner(session, "wine64"));
   EXPECT_EQ(session.toolRunner, "wine64");
   EXPECT_EQ(user.MessageTexts(),
-            std::vector<std::string>{"Path/File access error: " + (root / "no such folder").string() + "/tessel-tools.ini"});
+            std::vector<std::string>{"Path/File access error: " + (root / "no such folder").string() + PathSeparator() +
+                                     "tessel-tools.ini"});
 }
 
 class DialogMemory : public JobFixture {
