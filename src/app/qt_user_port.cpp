@@ -83,13 +83,38 @@ std::optional<FileChoice> QtUserPort::ChooseFile(const FileRequest& request) {
 }
 
 void QtUserPort::Status(int panel, const std::string& text) {
-  OnInterfaceThread(window_, [&] {
-    if (panel < 1 || panel > static_cast<int>(panels_.size())) return;
-    QLabel* label = panels_[static_cast<std::size_t>(panel - 1)];
-    const QString value = FromBytes(text);
-    // A load sets the same text many times over; only a change is worth a repaint.
-    if (label->text() != value) label->setText(value);
-  });
+  if (panel < 1 || panel > static_cast<int>(panels_.size())) return;
+  if (OnThreadOf(window_)) {
+    ShowStatus(panel, text);
+    return;
+  }
+  // From a worker the latest text of each panel is kept and shown once the interface thread gets
+  // to it, without waiting. Whatever the work asks next through the window (a box) is queued
+  // behind it, so the panels still read as they should when the box appears.
+  const std::lock_guard lock(pendingMutex_);
+  pendingStatus_[static_cast<std::size_t>(panel - 1)] = text;
+  if (statusPosted_) return;
+  statusPosted_ = true;
+  QMetaObject::invokeMethod(&window_, [this] { ShowPendingStatus(); }, Qt::QueuedConnection);
+}
+
+void QtUserPort::ShowPendingStatus() {
+  std::array<std::optional<std::string>, 5> texts;
+  {
+    const std::lock_guard lock(pendingMutex_);
+    texts.swap(pendingStatus_);
+    statusPosted_ = false;
+  }
+  for (std::size_t k = 0; k < texts.size(); ++k) {
+    if (texts[k]) ShowStatus(static_cast<int>(k) + 1, *texts[k]);
+  }
+}
+
+void QtUserPort::ShowStatus(int panel, const std::string& text) {
+  QLabel* label = panels_[static_cast<std::size_t>(panel - 1)];
+  const QString value = FromBytes(text);
+  // A load sets the same text many times over; only a change is worth a repaint.
+  if (label->text() != value) label->setText(value);
 }
 
 void QtUserPort::Note(const std::string& text) {

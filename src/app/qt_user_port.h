@@ -7,6 +7,9 @@
 #include <QMainWindow>
 #include <array>
 #include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
 
 #include "model/ports.h"
 #include "paint/qt_text.h"
@@ -43,6 +46,13 @@ class QtUserPort : public UserPort {
 
  private:
   Answer MessageHere(const std::string& text, Icon icon, Buttons buttons, const std::string& title);
+  void ShowStatus(int panel, const std::string& text);
+  // The panels' texts that work on a worker thread set since the interface thread last showed
+  // them: a load sets thousands, and waiting for each to be shown would cost more than the load.
+  void ShowPendingStatus();
+  std::mutex pendingMutex_;
+  std::array<std::optional<std::string>, 5> pendingStatus_;
+  bool statusPosted_ = false;
   PopupHandler popup_;
   // A widget by its object name, or by "form/child" for a control of a tool form.
   QObject* Find(const std::string& name) const;

@@ -444,7 +444,7 @@ class DesktopTest : public QObject {
     watch.setInterval(10);
     connect(&watch, &QTimer::timeout, this, [&] {
       if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-        said = box->text();
+        said = box->text() + QStringLiteral(" / ") + Panel(1);
         box->accept();
         return;
       }
@@ -458,6 +458,9 @@ class DesktopTest : public QObject {
     watch.start();
     int steps = 0;
     const bool ended = RunLongWork(W(), [&](Progress& progress) {
+      // A load's thousands of panel texts: the last stands when the next box shows.
+      for (int k = 0; k < 5000; ++k) W().session().user.Status(1, k % 2 ? "Reading RAW Lines" : "Computing");
+      W().session().user.Status(1, "About to count");
       W().session().user.Message("Counting begins", Icon::Information);
       while (!progress.CancelAsked()) {
         progress.Report("Counting", double(++steps % 100) / 100.0);
@@ -466,7 +469,7 @@ class DesktopTest : public QObject {
     });
     watch.stop();
     QVERIFY(!ended);
-    QCOMPARE(said, QStringLiteral("Counting begins"));
+    QCOMPARE(said, QStringLiteral("Counting begins / About to count"));
     QVERIFY(seen);
     QVERIFY(waiting);
     QVERIFY(ticks >= 10);
@@ -476,6 +479,17 @@ class DesktopTest : public QObject {
     QVERIFY(!LongWorkRunning(W()));
     // Work that ends by itself says so.
     QVERIFY(RunLongWork(W(), [](Progress& progress) { progress.Report("Done", 1.0); }));
+  }
+
+  void aPanelTextFromAWorkerDoesNotWaitForTheWindow() {
+    // The interface thread is busy (here: waiting for the worker) and shows the text afterwards.
+    QThread* worker = QThread::create([this] { W().session().user.Status(2, "From the worker"); });
+    worker->start();
+    const bool returned = worker->wait(5000);
+    QVERIFY(returned);
+    delete worker;
+    QCoreApplication::processEvents();
+    QCOMPARE(Panel(2), QStringLiteral("From the worker"));
   }
 
   void everyToolbarKeyHasAnIconAndTheBarFitsAt1024() {
