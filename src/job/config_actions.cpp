@@ -12,6 +12,23 @@
 
 namespace tessel {
 
+namespace {
+
+// Writes a file of the tool folder; a failure is told, naming the file. The values applied still
+// hold until the program ends, and the file keeps its former ones.
+template <typename Write>
+bool WrittenOrTold(Session& session, Write&& write) {
+  try {
+    write();
+  } catch (const RuntimeFault& fault) {
+    TellFileFault(session.user, fault);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
 void ApplyToolButtons(Session& session) {
   for (int k = 1; k <= static_cast<int>(session.config.ToolButton.size()); ++k) {
     const ToolButtonEntry& entry = session.config.ToolButton[static_cast<std::size_t>(k - 1)];
@@ -28,14 +45,7 @@ void ApplyConfig(Session& session, const Config& config) {
 
 bool SaveConfig(Session& session, const Config& config) {
   ApplyConfig(session, config);
-  try {
-    WriteConfig(session.ToolFile(kConfigFileName), session.config);
-  } catch (const RuntimeFault& fault) {
-    // The values still hold until the program ends; the file keeps its former ones.
-    TellFileFault(session.user, fault);
-    return false;
-  }
-  return true;
+  return WrittenOrTold(session, [&] { WriteConfig(session.ToolFile(kConfigFileName), session.config); });
 }
 
 bool RestoreDefaults(Session& session) {
@@ -49,13 +59,7 @@ void ApplyToolRunner(Session& session, const std::string& runner) { session.tool
 
 bool SaveToolRunner(Session& session, const std::string& runner) {
   ApplyToolRunner(session, runner);
-  try {
-    WriteToolRunner(session.ToolFile(kToolRunnerFile), session.toolRunner);
-  } catch (const RuntimeFault& fault) {
-    TellFileFault(session.user, fault);
-    return false;
-  }
-  return true;
+  return WrittenOrTold(session, [&] { WriteToolRunner(session.ToolFile(kToolRunnerFile), session.toolRunner); });
 }
 
 void SetLoadLxn(Session& session, bool checked) { session.config.chkLXN = checked ? 1 : 0; }

@@ -92,11 +92,7 @@ class CamaFormsTest : public QObject {
   void importShowsProgressAndACancelLeavesCamaAsItWas() {
     ViewWindow& w = *window_;
     Session& s = w.session();
-    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
-    s.JobFolder = dir;
-    s.JobBase = dir + "T12NR04E";
-    s.JobName = "T12NR04E";
-    s.CurrentFolder = dir;
+    const std::string dir = SampleJobIdentity(s);
     const std::string cama = dir + "T12NR04E.cama";
     WriteFileBytes(cama, JoinCrLf({CamaRow("00000000000000000", "EARLIER", "NE")}));
     // A database of several reading parts, every other row of the township.
@@ -156,11 +152,7 @@ class CamaFormsTest : public QObject {
   void handLinkThroughTheForms() {
     ViewWindow& w = *window_;
     Session& s = w.session();
-    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
-    s.JobFolder = dir;
-    s.JobBase = dir + "T12NR04E";
-    s.JobName = "T12NR04E";
-    s.CurrentFolder = dir;
+    const std::string dir = SampleJobIdentity(s);
     WriteFileBytes(dir + "T12NR04E.cama", JoinCrLf({CamaRow("11111107100000001", "BROWN", "NE"),
                                                     CamaRow("22222207400000002", "JONES", "LOT 3")}));
     s.parcels.ParcelCount = 1;
@@ -228,6 +220,16 @@ class CamaFormsTest : public QObject {
   }
 
  private:
+  // The sample job's identity in the jobs folder, as Open would set it; gives the folder.
+  std::string SampleJobIdentity(Session& s) {
+    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
+    s.JobFolder = dir;
+    s.JobBase = dir + "T12NR04E";
+    s.JobName = "T12NR04E";
+    s.CurrentFolder = dir;
+    return dir;
+  }
+
   std::unique_ptr<QTemporaryDir> tools_;
   std::unique_ptr<QTemporaryDir> jobs_;
   std::unique_ptr<ViewWindow> window_;
