@@ -3,8 +3,10 @@
 // record lines of .raw with the temporary points of stations that have no coordinates.
 
 #include <array>
+#include <exception>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/session.h"
 
@@ -12,8 +14,18 @@ namespace tessel {
 
 void ReadLsaLines(Session& session);
 void ReadLxn(Session& session);
-// Faults are not trapped here: they end the read and go to the caller.
-void ReadRaw(Session& session);
+// .raw's record lines as the file gives them, cut into fields and measured: the part of the
+// reading that needs nothing else of the job, so that a load can do it on a second thread.
+struct RawRecords {
+  std::vector<RawFields> fields;  // record line 1 first
+  std::vector<RawMeasure> measures;
+  std::exception_ptr fault;  // what ended the reading early, raised when the records are stored
+};
+RawRecords ReadRawRecords(const std::string& path);
+// Faults are not trapped here: they end the read and go to the caller, once the records read
+// before them are stored. `ahead` holds the file's records read beforehand (they are moved into
+// the store); without it the file is read here.
+void ReadRaw(Session& session, RawRecords* ahead = nullptr);
 // The six fields of a .raw record, 1 to 6 (0 stays empty): fields 3 and 6 are cut from the
 // trimmed line, the others from the line as it stands.
 std::array<std::string_view, 7> RawFieldViews(std::string_view line);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <exception>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -131,28 +132,47 @@ std::array<std::string_view, 7> RawFieldViews(std::string_view line) {
           MidView(line, 27, 1), MidView(line, 31, 8), MidView(trimmed, 40, 18)};
 }
 
-void ReadRaw(Session& session) {
+RawRecords ReadRawRecords(const std::string& path) {
+  RawRecords records;
+  try {
+    LineReader in(path);
+    std::string line;
+    do {
+      in.ReadLine(line);
+    } while (TrimView(line) != "999999");
+    // One line past the table's bound is enough: storing it is the subscript fault.
+    while (records.fields.size() <= static_cast<std::size_t>(RawLineStore::kBound)) {
+      in.ReadLine(line);
+      if (line == "999998") break;
+      RawFields& fields = records.fields.emplace_back();
+      CutRawFields(line, fields);
+      records.measures.push_back(MeasureOf(fields));
+    }
+  } catch (...) {
+    records.fault = std::current_exception();
+  }
+  return records;
+}
+
+void ReadRaw(Session& session, RawRecords* ahead) {
   const std::string path = session.DatasetPath(".raw");
   if (!FileExistsAnyCase(path)) return;
   session.user.Status(1, kReadingRaw);
   RawLineStore& raw = session.raw;
 
-  LineReader in(path);
-  std::string line;
-  do {
-    in.ReadLine(line);
-  } while (TrimView(line) != "999999");
+  RawRecords direct;
+  if (!ahead) {
+    direct = ReadRawRecords(path);
+    ahead = &direct;
+  }
   // The record number; a record past the table's bound is a subscript fault, so it stays far
   // below the 16-bit count's overflow.
   int lineNumber = 1;
-  for (;;) {
-    in.ReadLine(line);
-    if (line == "999998") break;
-    RawFields& fields = raw.RawLineFields.at(lineNumber);
-    CutRawFields(line, fields);
-    raw.RawLineMeasures.at(lineNumber) = MeasureOf(fields);
-    ++lineNumber;
+  for (std::size_t k = 0; k < ahead->fields.size(); ++k, ++lineNumber) {
+    raw.RawLineFields.at(lineNumber) = std::move(ahead->fields[k]);
+    raw.RawLineMeasures.at(lineNumber) = ahead->measures[k];
   }
+  if (ahead->fault) std::rethrow_exception(ahead->fault);
   raw.RawLineCount = Add16(To16(lineNumber), -1);
   for (int i = 1; i <= raw.RawLineCount; ++i) raw.RawLineEnds.at(i) = RawEnds{};
 

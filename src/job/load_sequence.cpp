@@ -12,6 +12,7 @@
 #include "datasets/identity.h"
 #include "job/job_menus.h"
 #include "job/job_state.h"
+#include "job/read_ahead.h"
 #include "datasets/line_files.h"
 #include "model/paths.h"
 #include "datasets/support_files.h"
@@ -151,6 +152,7 @@ LoadCase LoadDatasets(Session& session, bool readParcels, Progress* progress) {
   const bool hasCor = session.DatasetExists(".COR");
   const bool hasLsa = session.DatasetExists(".LSA");
   LoadWatch watch(session, progress, {".COR", ".LSA", ".not", ".LXN", ".sid", ".raw", ".RPO", ".iid"});
+  ReadAhead ahead(session, readParcels);
   // One reader of the file with `extension`, told before it runs and counted after.
   const auto read = [&](const char* extension, auto&& reader) {
     watch.Reading(extension);
@@ -163,7 +165,7 @@ LoadCase LoadDatasets(Session& session, bool readParcels, Progress* progress) {
     read(".LSA", [&] { ReadControl(session); });
     read(".LSA", [&] { ReadLsaLines(session); });
     if (session.DatasetExists(".sid")) read(".sid", [&] { ReadSurveys(session); });
-    if (session.DatasetExists(".raw")) read(".raw", [&] { ReadRaw(session); });
+    if (session.DatasetExists(".raw")) read(".raw", [&] { ReadRaw(session, ahead.Raw(session)); });
     return LoadCase::LsaOnly;
   }
   read(".COR", [&] { ReadCor(session); });
@@ -176,9 +178,9 @@ LoadCase LoadDatasets(Session& session, bool readParcels, Progress* progress) {
   }
   if (session.config.chkLXN == 1) read(".LXN", [&] { ReadLxn(session); });
   if (session.DatasetExists(".sid")) read(".sid", [&] { ReadSurveys(session); });
-  if (session.DatasetExists(".raw")) read(".raw", [&] { ReadRaw(session); });
+  if (session.DatasetExists(".raw")) read(".raw", [&] { ReadRaw(session, ahead.Raw(session)); });
   if (session.DatasetExists(".crp")) read(".RPO", [&] { ReadRawPolygons(session); });
-  if (readParcels && session.DatasetExists(".iid")) read(".iid", [&] { ReadParcels(session); });
+  if (readParcels && session.DatasetExists(".iid")) read(".iid", [&] { ReadParcels(session, ahead.Parcels(session)); });
   return LoadCase::Full;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <tuple>
@@ -61,7 +62,37 @@ bool IsRingLine(const std::string& line) {
          IsDigitAt(line, 13) && IsDigitAt(line, 20);
 }
 
-void ReadParcels(Session& session) {
+ParcelFileRead ReadParcelFile(const std::string& path) {
+  ParcelFileRead read;
+  try {
+    LineReader in(path);
+    int next = 1;
+    int pending = 0;
+    std::string line;
+    while (!in.Eof()) {
+      in.ReadLine(line);
+      // The three kinds of line exclude one another by their first columns.
+      if (IsAttributeLine(line)) {
+        read.writes.push_back({ParcelFileRead::Write::Line, next, next, std::move(line)});
+        ++next;
+        ++pending;
+      } else if (IsRingLine(line)) {
+        // The range runs past the group on purpose: entries above are overwritten by their own lines.
+        read.writes.push_back({ParcelFileRead::Write::Ring, next - pending, next + pending, line});
+      } else if (IsLocationLine(line)) {
+        read.writes.push_back({ParcelFileRead::Write::Place, next - pending, next + pending, {},
+                               Val(MidView(line, 17, 11)), Val(MidView(line, 33, 11))});
+        pending = 0;
+      }
+    }
+    read.next = next;
+  } catch (...) {
+    read.fault = std::current_exception();
+  }
+  return read;
+}
+
+void ReadParcels(Session& session, ParcelFileRead* ahead) {
   session.user.Status(1, "Reading parcels");
   ParcelStore& store = session.parcels;
   for (int i = 1; i <= store.ParcelCount; ++i) {
@@ -83,32 +114,29 @@ void ReadParcels(Session& session) {
     session.Changed(Change::Parcels);
     return;
   }
-  LineReader in(path);
-  int next = 1;
-  int pending = 0;
-  std::string line;
-  while (!in.Eof()) {
-    in.ReadLine(line);
-    if (IsAttributeLine(line)) {
-      store.ParcelLine.at(next) = line;
-      ++next;
-      ++pending;
-    }
-    // The range runs past the group on purpose: entries above are overwritten by their own lines.
-    if (IsRingLine(line)) {
-      for (int i = next - pending; i <= next + pending; ++i) store.ParcelRing.at(i) = line;
-    }
-    if (IsLocationLine(line)) {
-      const double y = Val(MidView(line, 17, 11));
-      const double x = Val(MidView(line, 33, 11));
-      for (int i = next - pending; i <= next + pending; ++i) {
-        store.ParcelY.at(i) = y;
-        store.ParcelX.at(i) = x;
-      }
-      pending = 0;
+  ParcelFileRead direct;
+  if (!ahead) {
+    direct = ReadParcelFile(path);
+    ahead = &direct;
+  }
+  for (ParcelFileRead::Write& write : ahead->writes) {
+    switch (write.kind) {
+      case ParcelFileRead::Write::Line:
+        store.ParcelLine.at(write.from) = std::move(write.text);
+        break;
+      case ParcelFileRead::Write::Ring:
+        for (int i = write.from; i <= write.to; ++i) store.ParcelRing.at(i) = write.text;
+        break;
+      case ParcelFileRead::Write::Place:
+        for (int i = write.from; i <= write.to; ++i) {
+          store.ParcelY.at(i) = write.y;
+          store.ParcelX.at(i) = write.x;
+        }
+        break;
     }
   }
-  store.ParcelCount = Add16(To16(next), -1);
+  if (ahead->fault) std::rethrow_exception(ahead->fault);
+  store.ParcelCount = Add16(To16(ahead->next), -1);
   for (int i = 1; i <= store.ParcelCount; ++i) {
     store.ParcelIdx.at(i) = static_cast<std::int16_t>(i);
     store.FileLines.push_back(store.ParcelLine.get(i));

@@ -2,6 +2,7 @@
 // The parcel file .IID: reading it into the parcel store and saving attribute edits by copying
 // the file line by line, replacing only the attribute lines.
 
+#include <exception>
 #include <functional>
 #include <string>
 #include <vector>
@@ -23,8 +24,24 @@ inline constexpr const char* kMsgParcelFileOutOfStepAfter =
 // A ring line: columns 1, 8 and 15 blank, columns 6, 13 and 20 digits.
 bool IsRingLine(const std::string& line);
 
-// Faults (a parcel index past 9000) are not trapped here: they go to the caller.
-void ReadParcels(Session& session);
+// .IID as the file gives it: every write its reading makes to the parcel store, in order. The
+// part of the reading that needs nothing else of the job, so that a load can do it on a second
+// thread.
+struct ParcelFileRead {
+  struct Write {
+    enum Kind { Line, Ring, Place } kind = Line;
+    int from = 0, to = 0;  // the parcels written, from..to
+    std::string text;      // an attribute line, or a ring line
+    double y = 0.0, x = 0.0;
+  };
+  std::vector<Write> writes;
+  int next = 1;              // one past the last attribute line's parcel
+  std::exception_ptr fault;  // what ended the reading early, raised once the writes before it are made
+};
+ParcelFileRead ReadParcelFile(const std::string& path);
+// Faults (a parcel index past 9000) are not trapped here: they go to the caller. `ahead` holds
+// the file read beforehand (its texts are moved into the store); without it the file is read here.
+void ReadParcels(Session& session, ParcelFileRead* ahead = nullptr);
 // The attribute lines of .IID's bytes as the writers count them: after the title, each line that
 // begins with "Sec_".
 std::vector<std::string> CountedAttributeLines(const std::string& bytes);
