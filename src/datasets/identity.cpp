@@ -21,7 +21,7 @@ void Finish(Session& session) {
   session.RegionJobName = session.JobName;
   // A folder that cannot be written still opens; the user learns that the tools will not find
   // the job.
-  WriteFileOrTell(session.user, session.JobFile("TEMP.JOB"), session.JobName + "\r\n");
+  WriteFileOrTell(session.user, session.JobFile("TEMP.JOB"), session.JobName + "\r\n", Durability::Scratch);
   session.user.SetTitle("Tessel " + session.JobBase);
 }
 

@@ -49,21 +49,42 @@ double DmsToRadians(double packed) {
   return pi * (degrees + minutes / 60.0 + seconds / 3600.0) / 180.0;
 }
 
-void ReadLsaLines(Session& session) {
-  session.user.Status(1, "Reading LSA Lines");
-  LsaLineStore& store = session.lsa;
+LsaLineIds ReadLsaLineIds(const std::string& path) {
+  LsaLineIds read;
   try {
-    LineReader lsa(session.DatasetPath(".LSA"));
+    LineReader lsa(path);
     PassLsaSections(lsa, 1);
-    store.LsaLineCount = 1;
-    for (;;) {
+    read.passed = true;
+    // One line past the table's bound is enough: storing it is the subscript fault.
+    while (read.lines.size() <= static_cast<std::size_t>(LsaLineStore::kBound)) {
       const std::string_view line = lsa.ReadLineView();
       const int flag = LastCharAsInt(line);
-      LineEnds& ends = store.LsaLineEnds.at(store.LsaLineCount);
-      ends.from = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 2, 16))));
-      ends.to = static_cast<std::int16_t>(session.points.Find(TrimView(MidView(line, 28, 16))));
-      store.LsaLineCount = Add16(store.LsaLineCount, 1);
+      read.lines.push_back({std::string(TrimView(MidView(line, 2, 16))), std::string(TrimView(MidView(line, 28, 16))), flag == 1});
       if (flag == 1) break;
+    }
+  } catch (const RuntimeFault&) {
+    // Keep what was read.
+  }
+  return read;
+}
+
+void ReadLsaLines(Session& session, LsaLineIds* ahead) {
+  session.user.Status(1, "Reading LSA Lines");
+  LsaLineIds direct;
+  if (!ahead) {
+    direct = ReadLsaLineIds(session.DatasetPath(".LSA"));
+    ahead = &direct;
+  }
+  if (!ahead->passed) return;
+  LsaLineStore& store = session.lsa;
+  store.LsaLineCount = 1;
+  try {
+    for (const LsaLineIds::Line& line : ahead->lines) {
+      LineEnds& ends = store.LsaLineEnds.at(store.LsaLineCount);
+      ends.from = static_cast<std::int16_t>(session.points.Find(line.from));
+      ends.to = static_cast<std::int16_t>(session.points.Find(line.to));
+      store.LsaLineCount = Add16(store.LsaLineCount, 1);
+      if (line.last) break;
     }
   } catch (const RuntimeFault&) {
     // Keep what was read.

@@ -12,13 +12,27 @@
 
 namespace tessel {
 
-void ReadLsaLines(Session& session);
+// .LSA section 2 as its lines' identifiers, trimmed, up to the section's last line or a fault:
+// the part of the reading that needs nothing of the point store, so that a load can do it on a
+// second thread.
+struct LsaLineIds {
+  struct Line {
+    std::string from, to;
+    bool last = false;  // the section's last line
+  };
+  bool passed = false;  // section 1 was passed
+  std::vector<Line> lines;
+};
+LsaLineIds ReadLsaLineIds(const std::string& path);
+// `ahead` holds the section read beforehand; without it the file is read here.
+void ReadLsaLines(Session& session, LsaLineIds* ahead = nullptr);
 void ReadLxn(Session& session);
 // .raw's record lines as the file gives them, cut into fields and measured: the part of the
 // reading that needs nothing else of the job, so that a load can do it on a second thread.
 struct RawRecords {
-  std::vector<RawFields> fields;  // record line 1 first
-  std::vector<RawMeasure> measures;
+  // Laid out as the store's tables, record line 1 at 1, so that an empty store takes them whole.
+  std::vector<RawFields> fields = std::vector<RawFields>(1);
+  std::vector<RawMeasure> measures = std::vector<RawMeasure>(1);
   std::exception_ptr fault;  // what ended the reading early, raised when the records are stored
 };
 RawRecords ReadRawRecords(const std::string& path);

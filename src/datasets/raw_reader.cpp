@@ -134,6 +134,8 @@ std::array<std::string_view, 7> RawFieldViews(std::string_view line) {
 
 RawRecords ReadRawRecords(const std::string& path) {
   RawRecords records;
+  records.fields.reserve(4096);
+  records.measures.reserve(4096);
   try {
     LineReader in(path);
     std::string line;
@@ -141,7 +143,7 @@ RawRecords ReadRawRecords(const std::string& path) {
       in.ReadLine(line);
     } while (TrimView(line) != "999999");
     // One line past the table's bound is enough: storing it is the subscript fault.
-    while (records.fields.size() <= static_cast<std::size_t>(RawLineStore::kBound)) {
+    while (records.fields.size() <= static_cast<std::size_t>(RawLineStore::kBound) + 1) {
       in.ReadLine(line);
       if (line == "999998") break;
       RawFields& fields = records.fields.emplace_back();
@@ -167,13 +169,18 @@ void ReadRaw(Session& session, RawRecords* ahead) {
   }
   // The record number; a record past the table's bound is a subscript fault, so it stays far
   // below the 16-bit count's overflow.
-  int lineNumber = 1;
-  for (std::size_t k = 0; k < ahead->fields.size(); ++k, ++lineNumber) {
-    raw.RawLineFields.at(lineNumber) = std::move(ahead->fields[k]);
-    raw.RawLineMeasures.at(lineNumber) = ahead->measures[k];
+  const int read = static_cast<int>(ahead->fields.size()) - 1;
+  if (raw.RawLineFields.empty() && raw.RawLineMeasures.empty() && read <= RawLineStore::kBound) {
+    raw.RawLineFields.Adopt(ahead->fields);
+    raw.RawLineMeasures.Adopt(ahead->measures);
+  } else {
+    for (int i = 1; i <= read; ++i) {
+      raw.RawLineFields.at(i) = std::move(ahead->fields[static_cast<std::size_t>(i)]);
+      raw.RawLineMeasures.at(i) = ahead->measures[static_cast<std::size_t>(i)];
+    }
   }
   if (ahead->fault) std::rethrow_exception(ahead->fault);
-  raw.RawLineCount = Add16(To16(lineNumber), -1);
+  raw.RawLineCount = Add16(To16(read + 1), -1);
   for (int i = 1; i <= raw.RawLineCount; ++i) raw.RawLineEnds.at(i) = RawEnds{};
 
   LinkAll(session);

@@ -20,7 +20,7 @@ void WriteSupportFiles(Session& session) {
   // The four stand in one folder: the first that cannot be written is told, and the rest are
   // not tried.
   for (const char* name : kSupportFiles) {
-    if (!WriteFileOrTell(session.user, session.JobFile(name), SupportFileText(name))) return;
+    if (!WriteFileOrTell(session.user, session.JobFile(name), SupportFileText(name), Durability::Scratch)) return;
   }
 }
 

@@ -163,15 +163,15 @@ LoadCase LoadDatasets(Session& session, bool readParcels, Progress* progress) {
     read(".LSA", [&] { ReadLsaPoints(session); });
     if (session.points.PointCount() > 0) session.user.Message("Viewing LSA coordinates", Icon::Information);
     read(".LSA", [&] { ReadControl(session); });
-    read(".LSA", [&] { ReadLsaLines(session); });
+    read(".LSA", [&] { ReadLsaLines(session, ahead.LsaLines(session)); });
     if (session.DatasetExists(".sid")) read(".sid", [&] { ReadSurveys(session); });
     if (session.DatasetExists(".raw")) read(".raw", [&] { ReadRaw(session, ahead.Raw(session)); });
     return LoadCase::LsaOnly;
   }
-  read(".COR", [&] { ReadCor(session); });
+  read(".COR", [&] { ReadCor(session, [&] { return ahead.LsaPointLines(session); }); });
   if (hasLsa) {
     read(".LSA", [&] { ReadControl(session); });
-    read(".LSA", [&] { ReadLsaLines(session); });
+    read(".LSA", [&] { ReadLsaLines(session, ahead.LsaLines(session)); });
     read(".not", [&] { ReadNotes(session); });
   } else {
     session.user.Message("LSA file not found", Icon::Information);

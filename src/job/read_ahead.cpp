@@ -1,45 +1,70 @@
 #include "job/read_ahead.h"
 
+#include <exception>
 #include <system_error>
-#include <utility>
 
 #include "model/paths.h"
 
 namespace tessel {
 
 template <typename T>
-T* ReadAhead::Pending<T>::Take(const std::string& now) {
-  if (!future.valid() || taken) return nullptr;
-  result = future.get();
-  taken = true;
-  // The load resolves the file's name again in its turn; a name that changed meanwhile is read
-  // there.
-  return now == path ? &result : nullptr;
+bool ReadAhead::Pending<T>::Want(const std::string& file) {
+  if (!FileExistsAnyCase(file)) return false;
+  path = file;
+  future = promise.get_future();
+  return true;
 }
 
-namespace {
-
-// A thread that cannot be started leaves the file to be read in its turn.
 template <typename T>
-void Start(std::string path, std::future<T>& future, T (*read)(const std::string&)) {
-  if (!FileExistsAnyCase(path)) return;
+void ReadAhead::Pending<T>::Read(T (*read)(const std::string&)) {
+  if (!future.valid()) return;
   try {
-    future = std::async(std::launch::async, read, std::move(path));
-  } catch (const std::system_error&) {
+    promise.set_value(read(path));
+  } catch (...) {
+    // Raised where the load takes it, as a reading in turn would raise it there.
+    promise.set_exception(std::current_exception());
   }
 }
 
-}  // namespace
-
-ReadAhead::ReadAhead(const Session& session, bool parcels) {
-  raw_.path = session.DatasetPath(".raw");
-  Start(raw_.path, raw_.future, &ReadRawRecords);
-  if (!parcels) return;
-  parcels_.path = session.DatasetPath(".IID");
-  Start(parcels_.path, parcels_.future, &ReadParcelFile);
+template <typename T>
+T* ReadAhead::Pending<T>::Take(const std::string& now) {
+  if (!future.valid()) return nullptr;
+  result = future.get();
+  return now == path ? &result : nullptr;
 }
 
-ReadAhead::~ReadAhead() = default;
+ReadAhead::ReadAhead(const Session& session, bool parcels) {
+  if (std::thread::hardware_concurrency() < 2) return;
+  const std::string lsa = session.DatasetPath(".LSA");
+  // .LSA's points are merged only into the points of .COR.
+  bool any = FileExistsAnyCase(session.DatasetPath(".COR")) && lsaPoints_.Want(lsa);
+  any = lsaLines_.Want(lsa) || any;
+  any = raw_.Want(session.DatasetPath(".raw")) || any;
+  if (parcels) any = parcels_.Want(session.DatasetPath(".IID")) || any;
+  if (!any) return;
+  try {
+    thread_ = std::thread([this] {
+      lsaPoints_.Read(&ReadLsaPointLines);
+      lsaLines_.Read(&ReadLsaLineIds);
+      raw_.Read(&ReadRawRecords);
+      parcels_.Read(&ReadParcelFile);
+    });
+  } catch (const std::system_error&) {
+    // No thread to be had: each file is read in its turn.
+    lsaPoints_.future = {};
+    lsaLines_.future = {};
+    raw_.future = {};
+    parcels_.future = {};
+  }
+}
+
+ReadAhead::~ReadAhead() {
+  if (thread_.joinable()) thread_.join();
+}
+
+LsaPoints* ReadAhead::LsaPointLines(const Session& session) { return lsaPoints_.Take(session.DatasetPath(".LSA")); }
+
+LsaLineIds* ReadAhead::LsaLines(const Session& session) { return lsaLines_.Take(session.DatasetPath(".LSA")); }
 
 RawRecords* ReadAhead::Raw(const Session& session) { return raw_.Take(session.DatasetPath(".raw")); }
 

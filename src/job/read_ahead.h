@@ -1,12 +1,16 @@
 #pragma once
-// The reading a load can do ahead of its turn: .raw's record lines and .IID's parcels need
-// nothing of the files read before them, so they are read on threads of their own while the
-// coordinates and the network are read, and stored when the load comes to them. What the files
-// hold reaches the stores exactly as a reading in turn would put it, faults included.
+// The reading a load can do ahead of its turn. The points and network lines of .LSA, .raw's
+// record lines and .IID's parcels are cut from their files without anything of the files read
+// before them; only storing them needs the point store. So one thread of their own cuts them, in
+// the order the load takes them, while .COR is read into the store, and each is stored when the
+// load comes to it. What the files hold reaches the stores exactly as a reading in turn would put
+// it, faults included.
 
 #include <future>
 #include <string>
+#include <thread>
 
+#include "datasets/coordinate_files.h"
 #include "datasets/line_files.h"
 #include "parcels/parcel_file.h"
 
@@ -14,15 +18,18 @@ namespace tessel {
 
 class ReadAhead {
  public:
-  // Starts reading each file that is there now; parcels only when the load reads them.
+  // Starts reading the files that are there now (parcels only when the load reads them), unless
+  // the machine has a single core.
   ReadAhead(const Session& session, bool parcels);
-  // Waits for what is still being read.
+  // Waits for the thread.
   ~ReadAhead();
   ReadAhead(const ReadAhead&) = delete;
   ReadAhead& operator=(const ReadAhead&) = delete;
 
-  // What was read of the file, waiting for it; null when it was not read ahead or the file is
-  // no longer the one read (the reader then reads it in its turn).
+  // What was read of the file, waiting for it; null when it was not read ahead or the file's
+  // name is no longer the one read (the reader then reads it in its turn). Each is taken once.
+  LsaPoints* LsaPointLines(const Session& session);
+  LsaLineIds* LsaLines(const Session& session);
   RawRecords* Raw(const Session& session);
   ParcelFileRead* Parcels(const Session& session);
 
@@ -30,13 +37,18 @@ class ReadAhead {
   template <typename T>
   struct Pending {
     std::string path;
+    std::promise<T> promise;
     std::future<T> future;
     T result;
-    bool taken = false;
+    bool Want(const std::string& file);
+    void Read(T (*read)(const std::string&));
     T* Take(const std::string& now);
   };
+  Pending<LsaPoints> lsaPoints_;
+  Pending<LsaLineIds> lsaLines_;
   Pending<RawRecords> raw_;
   Pending<ParcelFileRead> parcels_;
+  std::thread thread_;
 };
 
 }  // namespace tessel

@@ -31,6 +31,19 @@ class BoundedArray {
 
   // Empties every entry.
   void clear() { data_.clear(); }
+  // True when no entry was written since the table was made or emptied.
+  bool empty() const { return data_.empty(); }
+
+  // Takes `entries` whole as entries 0, 1, ... of a table with none written, which is what
+  // writing them one by one leaves; false, and nothing taken, when they pass the bound or some
+  // entry is written already.
+  bool Adopt(std::vector<T>& entries) {
+    if (!data_.empty() || entries.size() > static_cast<std::size_t>(bound_) + 1) return false;
+    data_.swap(entries);
+    return true;
+  }
+  // The same with the entries of a table of the same bound.
+  bool Adopt(BoundedArray& table) { return table.bound_ == bound_ && Adopt(table.data_); }
 
  private:
   void check(int i) const {

@@ -96,7 +96,7 @@ std::string TemporaryBeside(const std::string& path) {
 
 }  // namespace
 
-void WriteFileBytes(const std::string& path, std::string_view bytes) {
+void WriteFileBytes(const std::string& path, std::string_view bytes, Durability durability) {
   if (path.empty()) WriteFailed(path);
   const std::string temporary = TemporaryBeside(path);
   std::FILE* f = Fails(WriteStep::Open, path) ? nullptr : std::fopen(temporary.c_str(), "wb");
@@ -106,7 +106,7 @@ void WriteFileBytes(const std::string& path, std::string_view bytes) {
   const std::size_t wanted = diskFull ? bytes.size() / 2 : bytes.size();
   bool written = std::fwrite(bytes.data(), 1, wanted, f) == wanted && !diskFull;
   written = std::fflush(f) == 0 && !Fails(WriteStep::Flush, path) && written;
-  written = written && FlushToDisk(f);
+  written = written && (durability == Durability::Scratch || FlushToDisk(f));
   // A full disk may only show at the close.
   written = std::fclose(f) == 0 && !Fails(WriteStep::Close, path) && written;
   ReplaceResult replaced = ReplaceResult::Failed;
@@ -122,9 +122,9 @@ void WriteFileBytes(const std::string& path, std::string_view bytes) {
   }
 }
 
-bool WriteFileOrTell(UserPort& user, const std::string& path, std::string_view bytes) {
+bool WriteFileOrTell(UserPort& user, const std::string& path, std::string_view bytes, Durability durability) {
   try {
-    WriteFileBytes(path, bytes);
+    WriteFileBytes(path, bytes, durability);
     return true;
   } catch (const std::exception& fault) {
     TellFileFault(user, fault);

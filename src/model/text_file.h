@@ -47,14 +47,19 @@ class LineReader {
 
 // Whole-file helpers. ReadFileBytes returns false when the file cannot be read.
 bool ReadFileBytes(const std::string& path, std::string& out);
+// What a write owes the disk. A scratch file (TEMP.JOB and the support files, written anew at
+// every open and removed at the close) is not waited for: a crash loses nothing that the next
+// open does not write again, and on a network share each flush would cost the open a round trip.
+enum class Durability { Flushed, Scratch };
 // Replaces the file whole or not at all: the bytes go to a temporary file in the same folder,
-// which is flushed to the disk, closed and checked at every step before it is renamed over the
-// file. Any failure leaves the file as it was and is a file-access fault naming it; one that
-// another program holds open (Windows) is told as such.
-void WriteFileBytes(const std::string& path, std::string_view bytes);
+// which is flushed to the disk (unless scratch), closed and checked at every step before it is
+// renamed over the file. Any failure leaves the file as it was and is a file-access fault naming
+// it; one that another program holds open (Windows) is told as such.
+void WriteFileBytes(const std::string& path, std::string_view bytes, Durability durability = Durability::Flushed);
 // Writes as WriteFileBytes does; a failure is told to the user in a box naming the file, and
 // gives false.
-bool WriteFileOrTell(UserPort& user, const std::string& path, std::string_view bytes);
+bool WriteFileOrTell(UserPort& user, const std::string& path, std::string_view bytes,
+                     Durability durability = Durability::Flushed);
 // Tells the user of a fault: its text, which names the file, in an exclamation box.
 void TellFileFault(UserPort& user, const std::exception& fault);
 

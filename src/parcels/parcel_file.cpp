@@ -62,30 +62,43 @@ bool IsRingLine(const std::string& line) {
          IsDigitAt(line, 13) && IsDigitAt(line, 20);
 }
 
+namespace {
+
+// The lines of .IID into the four tables. Each attribute line is the next parcel; a ring line and
+// a location line go to the parcels since the last location line, and past them on purpose:
+// entries above are overwritten by their own lines.
+void FillParcelTables(const std::string& path, BoundedArray<std::string>& lines, BoundedArray<std::string>& rings,
+                      BoundedArray<double>& ys, BoundedArray<double>& xs, int& next) {
+  LineReader in(path);
+  int pending = 0;
+  std::string line;
+  while (!in.Eof()) {
+    in.ReadLine(line);
+    // The three kinds of line exclude one another by their first columns.
+    if (IsAttributeLine(line)) {
+      lines.at(next) = line;
+      ++next;
+      ++pending;
+    } else if (IsRingLine(line)) {
+      for (int i = next - pending; i <= next + pending; ++i) rings.at(i) = line;
+    } else if (IsLocationLine(line)) {
+      const double y = Val(MidView(line, 17, 11));
+      const double x = Val(MidView(line, 33, 11));
+      for (int i = next - pending; i <= next + pending; ++i) {
+        ys.at(i) = y;
+        xs.at(i) = x;
+      }
+      pending = 0;
+    }
+  }
+}
+
+}  // namespace
+
 ParcelFileRead ReadParcelFile(const std::string& path) {
   ParcelFileRead read;
   try {
-    LineReader in(path);
-    int next = 1;
-    int pending = 0;
-    std::string line;
-    while (!in.Eof()) {
-      in.ReadLine(line);
-      // The three kinds of line exclude one another by their first columns.
-      if (IsAttributeLine(line)) {
-        read.writes.push_back({ParcelFileRead::Write::Line, next, next, std::move(line)});
-        ++next;
-        ++pending;
-      } else if (IsRingLine(line)) {
-        // The range runs past the group on purpose: entries above are overwritten by their own lines.
-        read.writes.push_back({ParcelFileRead::Write::Ring, next - pending, next + pending, line});
-      } else if (IsLocationLine(line)) {
-        read.writes.push_back({ParcelFileRead::Write::Place, next - pending, next + pending, {},
-                               Val(MidView(line, 17, 11)), Val(MidView(line, 33, 11))});
-        pending = 0;
-      }
-    }
-    read.next = next;
+    FillParcelTables(path, read.lines, read.rings, read.ys, read.xs, read.next);
   } catch (...) {
     read.fault = std::current_exception();
   }
@@ -114,29 +127,20 @@ void ReadParcels(Session& session, ParcelFileRead* ahead) {
     session.Changed(Change::Parcels);
     return;
   }
-  ParcelFileRead direct;
-  if (!ahead) {
-    direct = ReadParcelFile(path);
-    ahead = &direct;
+  int next = 1;
+  // Tables read ahead are what the reading leaves in tables with nothing written, so only such
+  // tables take them; others are read into here.
+  if (ahead && store.ParcelLine.empty() && store.ParcelRing.empty() && store.ParcelY.empty() && store.ParcelX.empty()) {
+    store.ParcelLine.Adopt(ahead->lines);
+    store.ParcelRing.Adopt(ahead->rings);
+    store.ParcelY.Adopt(ahead->ys);
+    store.ParcelX.Adopt(ahead->xs);
+    if (ahead->fault) std::rethrow_exception(ahead->fault);
+    next = ahead->next;
+  } else {
+    FillParcelTables(path, store.ParcelLine, store.ParcelRing, store.ParcelY, store.ParcelX, next);
   }
-  for (ParcelFileRead::Write& write : ahead->writes) {
-    switch (write.kind) {
-      case ParcelFileRead::Write::Line:
-        store.ParcelLine.at(write.from) = std::move(write.text);
-        break;
-      case ParcelFileRead::Write::Ring:
-        for (int i = write.from; i <= write.to; ++i) store.ParcelRing.at(i) = write.text;
-        break;
-      case ParcelFileRead::Write::Place:
-        for (int i = write.from; i <= write.to; ++i) {
-          store.ParcelY.at(i) = write.y;
-          store.ParcelX.at(i) = write.x;
-        }
-        break;
-    }
-  }
-  if (ahead->fault) std::rethrow_exception(ahead->fault);
-  store.ParcelCount = Add16(To16(ahead->next), -1);
+  store.ParcelCount = Add16(To16(next), -1);
   for (int i = 1; i <= store.ParcelCount; ++i) {
     store.ParcelIdx.at(i) = static_cast<std::int16_t>(i);
     store.FileLines.push_back(store.ParcelLine.get(i));

@@ -24,23 +24,21 @@ inline constexpr const char* kMsgParcelFileOutOfStepAfter =
 // A ring line: columns 1, 8 and 15 blank, columns 6, 13 and 20 digits.
 bool IsRingLine(const std::string& line);
 
-// .IID as the file gives it: every write its reading makes to the parcel store, in order. The
-// part of the reading that needs nothing else of the job, so that a load can do it on a second
-// thread.
+// .IID read into tables of the parcel store's own: what the reading leaves in tables with nothing
+// written, up to a fault. The part of the reading that needs nothing else of the job, so that a
+// load can do it on a second thread.
 struct ParcelFileRead {
-  struct Write {
-    enum Kind { Line, Ring, Place } kind = Line;
-    int from = 0, to = 0;  // the parcels written, from..to
-    std::string text;      // an attribute line, or a ring line
-    double y = 0.0, x = 0.0;
-  };
-  std::vector<Write> writes;
+  BoundedArray<std::string> lines{ParcelStore::kBound};
+  BoundedArray<std::string> rings{ParcelStore::kBound};
+  BoundedArray<double> ys{ParcelStore::kBound};
+  BoundedArray<double> xs{ParcelStore::kBound};
   int next = 1;              // one past the last attribute line's parcel
-  std::exception_ptr fault;  // what ended the reading early, raised once the writes before it are made
+  std::exception_ptr fault;  // what ended the reading early, raised once the tables are stored
 };
 ParcelFileRead ReadParcelFile(const std::string& path);
 // Faults (a parcel index past 9000) are not trapped here: they go to the caller. `ahead` holds
-// the file read beforehand (its texts are moved into the store); without it the file is read here.
+// the file read beforehand, taken whole by a store whose tables are empty; otherwise the file
+// is read here.
 void ReadParcels(Session& session, ParcelFileRead* ahead = nullptr);
 // The attribute lines of .IID's bytes as the writers count them: after the title, each line that
 // begins with "Sec_".

@@ -18,6 +18,8 @@ TEST(TextColumns, CutTrimAndPadByOneBasedColumns) {
       {Mid("abcdef", 3), "cdef"},   {Left("abc", 9), "abc"},       {Right("abcdef", 2), "ef"},
       {Trim("  a b  "), "a b"},     {LTrim("  a b  "), "a b  "},   {RTrim("  a b  "), "  a b"},
       {Trim("\t x \t"), "\t x \t"},  {PadLeft("ab", 5), "   ab"}, {PadLeft("abcdef", 3), "abcdef"},
+      {std::string(TrimView(" a b  ")), "a b"}, {std::string(TrimView("   ")), ""}, {std::string(TrimView("\tx ")), "\tx"},
+      {std::string(RTrimView("  a b ")), "  a b"}, {std::string(RTrimView("  ")), ""},
   };
   for (const auto& [got, want] : cases) EXPECT_EQ(got, want);
 }
