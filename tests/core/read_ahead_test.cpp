@@ -1,10 +1,11 @@
-// The record lines and parcels a load reads on threads of their own reach the stores as a
-// reading in turn puts them, also when a fault ends the reading part way: everything before the
-// fault stored, the fault raised, the counts left as they were.
+// What a load reads ahead on a thread of its own (.LSA's points and lines, .raw's records, .IID's
+// parcels) reaches the stores as a reading in turn puts it, also when a fault ends the reading
+// part way: everything before the fault stored, the fault raised, the counts left as they were.
 
 #include <string>
 #include <vector>
 
+#include "datasets/coordinate_files.h"
 #include "datasets/line_files.h"
 #include "job/read_ahead.h"
 #include "parcels/parcel_file.h"
@@ -103,6 +104,43 @@ TEST_F(ReadAheadTest, FaultsEndTheReadingAfterWhatCameBeforeThemIsStored) {
       }
       // The place follows the ring line: a fault there leaves every parcel without one.
       EXPECT_EQ(session.parcels.ParcelY.get(1), c.faults.empty() || c.iid.size() < 10 ? 100.5 : 0.0);
+    }
+  }
+}
+
+TEST_F(ReadAheadTest, LsaSectionsReadAheadAreMergedAndLinkedAsInTurn) {
+  WriteJob("T1N2E.COR", {CorRow("A", "1", "1")});
+  const Strings whole = LsaFile({ControlRow("C", "0", "0")}, {LsaLineRow("A", "B"), LsaLineRow("B", "N"), LsaLineRow("N", "A")},
+                                {LsaPointRow("N", "5", "6"), LsaPointRow("A", "9", "9")});
+  Strings badFlag = whole;
+  badFlag[2].back() = 'x';  // the second network line: a type mismatch
+  const struct {
+    const char* what;
+    Strings lsa;
+    int lineCount;
+    std::vector<std::pair<int, int>> ends;
+    int pointCount;
+  } cases[] = {
+      {"whole sections", whole, 4, {{1, 2}, {2, 3}, {3, 1}}, 3},
+      {"a flag that is not a digit", badFlag, 2, {{1, 2}}, 2},
+  };
+  for (const auto& c : cases) {
+    for (const bool ahead : {true, false}) {
+      SCOPED_TRACE(std::string(c.what) + (ahead ? ", read ahead" : ", read in turn"));
+      WriteJob("T1N2E.LSA", c.lsa);
+      SetPoints({{"A", 1, 1}, {"B", 2, 2}});
+      session.lsa.Clear();
+      ReadAhead early(session, false);
+      VerifyLsaPoints(session, ahead ? early.LsaPointLines(session) : nullptr);
+      ReadLsaLines(session, ahead ? early.LsaLines(session) : nullptr);
+
+      EXPECT_EQ(session.points.PointCount(), c.pointCount);
+      EXPECT_EQ(session.lsa.LsaLineCount, c.lineCount);
+      std::vector<std::pair<int, int>> ends;
+      for (int i = 1; i < session.lsa.LsaLineCount; ++i) {
+        ends.emplace_back(session.lsa.LsaLineEnds.get(i).from, session.lsa.LsaLineEnds.get(i).to);
+      }
+      EXPECT_EQ(ends, c.ends);
     }
   }
 }
