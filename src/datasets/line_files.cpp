@@ -151,8 +151,8 @@ void ReadLxn(Session& session) {
     const LxnRecord& record = records[r];
     for (int k = 1; k <= record.count - 1 && segment < LxnLineStore::kSegmentBound; ++k) {
       ++segment;
-      const std::string from = Mid(record.text, 6 * (k - 1) + 1, 6);
-      const std::string to = Mid(record.text, 6 * k + 1, 6);
+      const std::string_view from = MidView(record.text, 6 * (k - 1) + 1, 6);
+      const std::string_view to = MidView(record.text, 6 * k + 1, 6);
       if (Val(to) == 0.0) continue;
       LineEnds& ends = store.LxnLineEnds.at(segment);
       if (const int f = session.points.Find(from)) ends.from = static_cast<std::int16_t>(f);
