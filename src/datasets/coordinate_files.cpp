@@ -1,6 +1,5 @@
 #include "datasets/coordinate_files.h"
 
-#include <functional>
 #include <vector>
 
 #include "model/fault.h"
@@ -15,8 +14,14 @@ constexpr double kCorMinSentinel = 5.0e7;
 constexpr double kLsaMinSentinel = 1.0e7;
 constexpr int kMergeBound = 10000;
 
+struct PointLine {
+  std::string id;
+  double x = 0.0;
+  double y = 0.0;
+};
+
 // Section 5 of .LSA: identifier 2-19, X 29-39, Y 53-63.
-LsaPoint LsaPointFields(const std::string& line) {
+PointLine LsaPointFields(const std::string& line) {
   return {std::string(RTrimView(MidView(line, 2, 18))), Val(MidView(line, 29, 11)), Val(MidView(line, 53, 11))};
 }
 
@@ -36,7 +41,7 @@ void PassLsaSections(LineReader& lsa, int sections) {
   }
 }
 
-void ReadCor(Session& session, const std::function<LsaPoints*()>& lsaAhead) {
+void ReadCor(Session& session) {
   session.user.Status(1, "Reading Coordinates");
   PointStore& points = session.points;
   try {
@@ -60,14 +65,15 @@ void ReadCor(Session& session, const std::function<LsaPoints*()>& lsaAhead) {
     // The error route ends like the end of the file.
   }
   points.SetCount(Add16(points.PointCount(), -1));
-  VerifyLsaPoints(session, lsaAhead ? lsaAhead() : nullptr);
+  VerifyLsaPoints(session);
 }
 
-LsaPoints ReadLsaPointLines(const std::string& path) {
-  LsaPoints local(1);  // entry 0 unused
+void VerifyLsaPoints(Session& session) {
+  session.user.Status(1, "Verifying LSA Coordinates");
+  std::vector<PointLine> local(1);  // entry 0 unused
   int next = 1;
   try {
-    LineReader lsa(path);
+    LineReader lsa(session.DatasetPath(".LSA"));
     PassLsaSections(lsa, 4);
     std::string line;
     for (;;) {
@@ -80,17 +86,10 @@ LsaPoints ReadLsaPointLines(const std::string& path) {
   } catch (const RuntimeFault&) {
     // Merge what was read.
   }
-  return local;
-}
-
-void VerifyLsaPoints(Session& session, const LsaPoints* ahead) {
-  session.user.Status(1, "Verifying LSA Coordinates");
-  const LsaPoints local = ahead ? LsaPoints() : ReadLsaPointLines(session.DatasetPath(".LSA"));
-  const LsaPoints& points = ahead ? *ahead : local;
   // The entry the index ends on was never filled: it is empty and so never appended.
   try {
-    for (std::size_t k = 1; k < points.size(); ++k) {
-      const LsaPoint& p = points[k];
+    for (std::size_t k = 1; k < local.size(); ++k) {
+      const PointLine& p = local[k];
       if (!p.id.empty() && session.points.Find(p.id) == 0) session.points.Append(p.id, p.x, p.y);
     }
   } catch (const RuntimeFault&) {
@@ -111,7 +110,7 @@ bool ReadLsaPoints(Session& session) {
     std::string line;
     for (;;) {
       lsa.ReadLine(line);
-      const LsaPoint p = LsaPointFields(line);
+      const PointLine p = LsaPointFields(line);
       points.Set(i, p.id, p.x, p.y);
       session.extents.Include(p.x, p.y);
       // The count runs one ahead of the points read and is left so: the last entry stays empty.

@@ -2,10 +2,8 @@
 // Readers of the point store (.COR, the points and control sections of .LSA) and the .COR
 // writer. Each reader traps its own faults and ends quietly, keeping what it read.
 
-#include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "model/session.h"
 
@@ -24,23 +22,8 @@ CoordinateFields CorFields(std::string_view line);
 // .LSA section 1, control: identifier 2-19, X 20-34, Y 37-51.
 CoordinateFields ControlFields(std::string_view line);
 
-// The points of .LSA's last section as the verification reads them, up to the section's last
-// line or a fault; entry 0 unused. The part of the verification that needs nothing of the point
-// store, so that a load can read it on a second thread.
-struct LsaPoint {
-  std::string id;
-  double x = 0.0;
-  double y = 0.0;
-};
-using LsaPoints = std::vector<LsaPoint>;
-LsaPoints ReadLsaPointLines(const std::string& path);
-
-// .COR into the point store, then VerifyLsaPoints. `lsaAhead`, asked once .COR is read, gives
-// the section read beforehand, or null to read it then.
-void ReadCor(Session& session, const std::function<LsaPoints*()>& lsaAhead = {});
-// Every point of .LSA's last section whose identifier the store lacks is appended; `ahead` holds
-// the section read beforehand, or null to read it here.
-void VerifyLsaPoints(Session& session, const LsaPoints* ahead = nullptr);
+void ReadCor(Session& session);
+void VerifyLsaPoints(Session& session);
 // The points of .LSA's last section into the store; true when the section was read to its end.
 bool ReadLsaPoints(Session& session);
 void ReadControl(Session& session);

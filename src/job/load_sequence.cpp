@@ -168,7 +168,7 @@ LoadCase LoadDatasets(Session& session, bool readParcels, Progress* progress) {
     if (session.DatasetExists(".raw")) read(".raw", [&] { ReadRaw(session, ahead.Raw(session)); });
     return LoadCase::LsaOnly;
   }
-  read(".COR", [&] { ReadCor(session, [&] { return ahead.LsaPointLines(session); }); });
+  read(".COR", [&] { ReadCor(session); });
   if (hasLsa) {
     read(".LSA", [&] { ReadControl(session); });
     read(".LSA", [&] { ReadLsaLines(session, ahead.LsaLines(session)); });

@@ -35,23 +35,18 @@ T* ReadAhead::Pending<T>::Take(const std::string& now) {
 
 ReadAhead::ReadAhead(const Session& session, bool parcels) {
   if (std::thread::hardware_concurrency() < 2) return;
-  const std::string lsa = session.DatasetPath(".LSA");
-  // .LSA's points are merged only into the points of .COR.
-  bool any = FileExistsAnyCase(session.DatasetPath(".COR")) && lsaPoints_.Want(lsa);
-  any = lsaLines_.Want(lsa) || any;
+  bool any = lsaLines_.Want(session.DatasetPath(".LSA"));
   any = raw_.Want(session.DatasetPath(".raw")) || any;
   if (parcels) any = parcels_.Want(session.DatasetPath(".IID")) || any;
   if (!any) return;
   try {
     thread_ = std::thread([this] {
-      lsaPoints_.Read(&ReadLsaPointLines);
       lsaLines_.Read(&ReadLsaLineIds);
       raw_.Read(&ReadRawRecords);
       parcels_.Read(&ReadParcelFile);
     });
   } catch (const std::system_error&) {
     // No thread to be had: each file is read in its turn.
-    lsaPoints_.future = {};
     lsaLines_.future = {};
     raw_.future = {};
     parcels_.future = {};
@@ -61,8 +56,6 @@ ReadAhead::ReadAhead(const Session& session, bool parcels) {
 ReadAhead::~ReadAhead() {
   if (thread_.joinable()) thread_.join();
 }
-
-LsaPoints* ReadAhead::LsaPointLines(const Session& session) { return lsaPoints_.Take(session.DatasetPath(".LSA")); }
 
 LsaLineIds* ReadAhead::LsaLines(const Session& session) { return lsaLines_.Take(session.DatasetPath(".LSA")); }
 

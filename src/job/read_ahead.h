@@ -1,16 +1,16 @@
 #pragma once
-// The reading a load can do ahead of its turn. The points and network lines of .LSA, .raw's
-// record lines and .IID's parcels are cut from their files without anything of the files read
-// before them; only storing them needs the point store. So one thread of their own cuts them, in
-// the order the load takes them, while .COR is read into the store, and each is stored when the
+// The reading a load can do ahead of its turn. The network lines of .LSA, .raw's record lines and
+// .IID's parcels are cut from their files without anything of the files read before them; only
+// linking them needs the point store. So one thread of their own cuts them, in the order the load
+// takes them, while .COR and .LSA's points are read into the store, and each is stored when the
 // load comes to it. What the files hold reaches the stores exactly as a reading in turn would put
-// it, faults included.
+// it, faults included. (.LSA's points are left to the load itself: on two cores the thread would
+// otherwise finish after the load wants them.)
 
 #include <future>
 #include <string>
 #include <thread>
 
-#include "datasets/coordinate_files.h"
 #include "datasets/line_files.h"
 #include "parcels/parcel_file.h"
 
@@ -28,7 +28,6 @@ class ReadAhead {
 
   // What was read of the file, waiting for it; null when it was not read ahead or the file's
   // name is no longer the one read (the reader then reads it in its turn). Each is taken once.
-  LsaPoints* LsaPointLines(const Session& session);
   LsaLineIds* LsaLines(const Session& session);
   RawRecords* Raw(const Session& session);
   ParcelFileRead* Parcels(const Session& session);
@@ -44,7 +43,6 @@ class ReadAhead {
     void Read(T (*read)(const std::string&));
     T* Take(const std::string& now);
   };
-  Pending<LsaPoints> lsaPoints_;
   Pending<LsaLineIds> lsaLines_;
   Pending<RawRecords> raw_;
   Pending<ParcelFileRead> parcels_;

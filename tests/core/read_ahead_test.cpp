@@ -1,4 +1,4 @@
-// What a load reads ahead on a thread of its own (.LSA's points and lines, .raw's records, .IID's
+// What a load reads ahead on a thread of its own (.LSA's network lines, .raw's records, .IID's
 // parcels) reaches the stores as a reading in turn puts it, also when a fault ends the reading
 // part way: everything before the fault stored, the fault raised, the counts left as they were.
 
@@ -108,7 +108,7 @@ TEST_F(ReadAheadTest, FaultsEndTheReadingAfterWhatCameBeforeThemIsStored) {
   }
 }
 
-TEST_F(ReadAheadTest, LsaSectionsReadAheadAreMergedAndLinkedAsInTurn) {
+TEST_F(ReadAheadTest, LsaLinesReadAheadAreLinkedAsInTurn) {
   WriteJob("T1N2E.COR", {CorRow("A", "1", "1")});
   const Strings whole = LsaFile({ControlRow("C", "0", "0")}, {LsaLineRow("A", "B"), LsaLineRow("B", "N"), LsaLineRow("N", "A")},
                                 {LsaPointRow("N", "5", "6"), LsaPointRow("A", "9", "9")});
@@ -131,7 +131,7 @@ TEST_F(ReadAheadTest, LsaSectionsReadAheadAreMergedAndLinkedAsInTurn) {
       SetPoints({{"A", 1, 1}, {"B", 2, 2}});
       session.lsa.Clear();
       ReadAhead early(session, false);
-      VerifyLsaPoints(session, ahead ? early.LsaPointLines(session) : nullptr);
+      VerifyLsaPoints(session);
       ReadLsaLines(session, ahead ? early.LsaLines(session) : nullptr);
 
       EXPECT_EQ(session.points.PointCount(), c.pointCount);
