@@ -13,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <numbers>
+#include <sstream>
 
 #include "adjustment/adjustment_report.h"
 #include "adjustment/chi_square.h"
@@ -80,16 +81,15 @@ TEST(AdjustmentInput, ReadsTheFieldsAndDirectivesByTheirColumns) {
       Row({{2, "A"}, {11, "B"}, {18, "   1.000"}, {28, "1"}, {32, "   100.0"}, {41, "RLS 1996"}}),
       "999998", Row({{1, "AFTER"}, {10, "END"}}),
   }));
-  ASSERT_EQ(records.size(), 2u);
-  EXPECT_EQ(records[0].from, "100100");
-  EXPECT_EQ(records[0].to, "100140");
-  EXPECT_DOUBLE_EQ(records[0].distance, 39.98);
-  EXPECT_EQ(records[0].quadrant, 4);
-  EXPECT_DOUBLE_EQ(records[0].bearing, 1800.5);
-  EXPECT_EQ(records[0].survey, "GLO 1854");
-  EXPECT_EQ(records[1].number, 2);
-  EXPECT_EQ(records[1].from, "A");
-  EXPECT_EQ(records[1].quadrant, 0);  // column 27 holds a blank on the shifted line
+  // Number, ends, distance, quadrant, bearing, survey; column 27 holds a blank on the shifted line.
+  std::vector<std::string> shown;
+  for (const Record& r : records) {
+    std::ostringstream out;
+    out << r.number << '|' << r.from << '|' << r.to << '|' << r.distance << '|' << r.quadrant << '|' << r.bearing << '|'
+        << r.survey;
+    shown.push_back(out.str());
+  }
+  EXPECT_EQ(shown, (std::vector<std::string>{"1|100100|100140|39.98|4|1800.5|GLO 1854", "2|A|B|1|0|100|RLS 1996"}));
 
   EXPECT_EQ(ParseUnitCode("T\r\nZ\r\nD\r\n 1 \r\n"), JobUnits::Meters);
   EXPECT_EQ(ParseUnitCode("T\nZ\nD\n2\n"), JobUnits::UsSurveyFeet);
