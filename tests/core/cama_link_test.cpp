@@ -52,6 +52,8 @@ class CamaChainTest : public JobFixture {
     const std::string first = PadTo(text, (text.size() / 14 + 1) * 14) + x;
     return PadTo(first, (first.size() / 14 + 1) * 14) + y;
   }
+
+  FixedDate date_;
 };
 
 TEST(CamaFreeFormat, NumbersAndZones) {
@@ -73,7 +75,6 @@ TEST(CamaFreeFormat, NumbersAndZones) {
 }
 
 TEST_F(CamaChainTest, SettledPointsWholeFiles) {
-  FixedDate date;
   SettledJob();
   ASSERT_TRUE(RunLinkChain(session));
   const CamaStore& c = session.cama;
@@ -124,7 +125,6 @@ TEST_F(CamaChainTest, SettledPointsWholeFiles) {
 }
 
 TEST_F(CamaChainTest, LoadReadsBackTwoColoursAndTheMenuOffersIt) {
-  FixedDate date;
   SettledJob();
   LinkParcelsWithCama(session);
   EXPECT_EQ(user.statusNow[1], "T12NR04E");
@@ -199,7 +199,6 @@ TEST_F(CamaChainTest, LoadKeepsWhatAShortOrOddFileHolds) {
 
 // Each failure tells its cause, writes no .mtc and leaves .cama and .phd as they were.
 TEST_F(CamaChainTest, FailuresLeaveNoLinkFile) {
-  FixedDate date;
   AddParcel(session, "Sec_007 B T_A", 1, 1);
   WriteJob("T12NR04E.phd", {"earlier report"});
   const std::string phd = ReadJob("T12NR04E.phd");
@@ -238,7 +237,6 @@ TEST_F(CamaChainTest, FailuresLeaveNoLinkFile) {
 }
 
 TEST_F(CamaChainTest, WriteFailureOfTheLinkFileLeavesNoLinkFile) {
-  FixedDate date;
   SettledJob();
   struct FailMtc : WriteFaults {
     bool Fails(WriteStep step, const std::string& path) override { return step == WriteStep::Rename && path.ends_with(".mtc"); }
@@ -250,7 +248,6 @@ TEST_F(CamaChainTest, WriteFailureOfTheLinkFileLeavesNoLinkFile) {
 
 // The translator's settled points on single records.
 TEST_F(CamaChainTest, TranslatorTokens) {
-  FixedDate date;
   const auto linkOf = [&](const std::string& legal, const std::string& cell) {
     ClearCamaVariables(session);
     session.parcels.Clear();
@@ -426,7 +423,6 @@ Described DescribedChain(const std::vector<std::string>& records, const ParcelSt
 }
 
 TEST_F(CamaChainTest, IndexedChainEqualsTheDescribedLoops) {
-  FixedDate date;
   std::mt19937 random(20240102);
   const auto pick = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
   const auto& table = LegalTokenTable();
