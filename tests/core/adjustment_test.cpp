@@ -13,6 +13,7 @@
 #include <functional>
 #include <map>
 #include <numbers>
+#include <sstream>
 
 #include "adjustment/adjustment_report.h"
 #include "adjustment/chi_square.h"
@@ -80,16 +81,15 @@ TEST(AdjustmentInput, ReadsTheFieldsAndDirectivesByTheirColumns) {
       Row({{2, "A"}, {11, "B"}, {18, "   1.000"}, {28, "1"}, {32, "   100.0"}, {41, "RLS 1996"}}),
       "999998", Row({{1, "AFTER"}, {10, "END"}}),
   }));
-  ASSERT_EQ(records.size(), 2u);
-  EXPECT_EQ(records[0].from, "100100");
-  EXPECT_EQ(records[0].to, "100140");
-  EXPECT_DOUBLE_EQ(records[0].distance, 39.98);
-  EXPECT_EQ(records[0].quadrant, 4);
-  EXPECT_DOUBLE_EQ(records[0].bearing, 1800.5);
-  EXPECT_EQ(records[0].survey, "GLO 1854");
-  EXPECT_EQ(records[1].number, 2);
-  EXPECT_EQ(records[1].from, "A");
-  EXPECT_EQ(records[1].quadrant, 0);  // column 27 holds a blank on the shifted line
+  // Number, ends, distance, quadrant, bearing, survey; column 27 holds a blank on the shifted line.
+  std::vector<std::string> shown;
+  for (const Record& r : records) {
+    std::ostringstream out;
+    out << r.number << '|' << r.from << '|' << r.to << '|' << r.distance << '|' << r.quadrant << '|' << r.bearing << '|'
+        << r.survey;
+    shown.push_back(out.str());
+  }
+  EXPECT_EQ(shown, (std::vector<std::string>{"1|100100|100140|39.98|4|1800.5|GLO 1854", "2|A|B|1|0|100|RLS 1996"}));
 
   EXPECT_EQ(ParseUnitCode("T\r\nZ\r\nD\r\n 1 \r\n"), JobUnits::Meters);
   EXPECT_EQ(ParseUnitCode("T\nZ\nD\n2\n"), JobUnits::UsSurveyFeet);
@@ -394,24 +394,16 @@ TEST(Adjustment, NamesWhatTheNetworkCannotFix) {
   EXPECT_EQ(o.error, "stations B and B2 of record 30 lie at one place, so their line has no direction");
 }
 
-class GeneratedNetwork : public ::testing::Test {
+class GeneratedNetwork : public test::JobFixture {
  protected:
-  void SetUp() override {
-    folder_ = fs::temp_directory_path() /
-              ("tessel_adjust_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-  std::string Base() const { return (folder_ / "NET").string(); }
-  fs::path folder_;
+  std::string Base() const { return (jobPath / "NET").string(); }
 };
 
 TEST_F(GeneratedNetwork, AdjustsWithinTheNoiseAndFlagsAPlantedBlunderFirst) {
   jobgen::NetworkShape shape;
   shape.columns = 10, shape.rows = 9, shape.controlEvery = 3, shape.seed = 7;
   jobgen::NetworkJob job = jobgen::MakeSurveyNetwork(shape);
-  ASSERT_TRUE(jobgen::WriteNetworkJob(job, folder_.string(), "NET"));
+  ASSERT_TRUE(jobgen::WriteNetworkJob(job, jobPath.string(), "NET"));
   Outcome clean = AdjustJob(Base(), {});
   ASSERT_TRUE(clean.adjustment) << clean.error;
   std::map<std::string, std::pair<double, double>> truth;
@@ -426,7 +418,7 @@ TEST_F(GeneratedNetwork, AdjustsWithinTheNoiseAndFlagsAPlantedBlunderFirst) {
   std::string& line = job.raw[1 + 40];
   const double chains = std::stod(line.substr(16, 8)) + 1.0;
   line.replace(16, 8, jobgen::PadLeft(jobgen::Picture(chains, 3, false), 8));
-  ASSERT_TRUE(jobgen::WriteNetworkJob(job, folder_.string(), "NET"));
+  ASSERT_TRUE(jobgen::WriteNetworkJob(job, jobPath.string(), "NET"));
   const Outcome blunder = AdjustJob(Base(), {});
   ASSERT_TRUE(blunder.adjustment) << blunder.error;
   const Adjustment& a = *blunder.adjustment;
@@ -448,16 +440,16 @@ TEST_F(GeneratedNetwork, AcceptReplacesTheAdjustedLinesOfCorAndKeepsTheRest) {
   jobgen::NetworkShape shape;
   shape.columns = 4, shape.rows = 3;
   const jobgen::NetworkJob job = jobgen::MakeSurveyNetwork(shape);
-  ASSERT_TRUE(jobgen::WriteNetworkJob(job, folder_.string(), "NET"));
+  ASSERT_TRUE(jobgen::WriteNetworkJob(job, jobPath.string(), "NET"));
   // .COR holds an unadjusted point, one adjusted station (twice), and odd spacing that must stay.
   const std::vector<std::string> before = {CorLine("999001", 1.5, 2.5), CorLine("100001", 1, 1), CorLine("100001", 7, 8),
                                            "   free text kept"};
-  test::WriteLines(folder_ / "NET.COR", before);
+  test::WriteLines(jobPath / "NET.COR", before);
   const Outcome outcome = AdjustJob(Base(), {});
   ASSERT_TRUE(outcome.adjustment) << outcome.error;
   const Adjustment& a = *outcome.adjustment;
   EXPECT_EQ(AcceptAdjustment(a, Base()), static_cast<int>(a.stations.size()));
-  EXPECT_EQ(ReadBytes(folder_ / "NET.tlc"), Text(before));
+  EXPECT_EQ(ReadBytes(jobPath / "NET.tlc"), Text(before));
   std::vector<std::string> expected = before;
   const StationResult& s1 = *std::find_if(a.stations.begin(), a.stations.end(), [](auto& s) { return s.id == "100001"; });
   expected[1] = CorLine("100001", s1.x, s1.y);
@@ -465,17 +457,17 @@ TEST_F(GeneratedNetwork, AcceptReplacesTheAdjustedLinesOfCorAndKeepsTheRest) {
   for (const StationResult& s : a.stations) {
     if (s.id != "100001") expected.push_back(CorLine(s.id, s.x, s.y));
   }
-  EXPECT_EQ(ReadBytes(folder_ / "NET.COR"), Text(expected));
+  EXPECT_EQ(ReadBytes(jobPath / "NET.COR"), Text(expected));
 
   // A job without .COR gets one and no backup; a job that cannot be read says which file.
-  fs::remove(folder_ / "NET.COR");
-  fs::remove(folder_ / "NET.tlc");
+  fs::remove(jobPath / "NET.COR");
+  fs::remove(jobPath / "NET.tlc");
   AcceptAdjustment(a, Base());
-  EXPECT_FALSE(fs::exists(folder_ / "NET.tlc"));
+  EXPECT_FALSE(fs::exists(jobPath / "NET.tlc"));
   std::vector<std::string> fresh;
   for (const StationResult& s : a.stations) fresh.push_back(CorLine(s.id, s.x, s.y));
-  EXPECT_EQ(ReadBytes(folder_ / "NET.COR"), Text(fresh));
-  fs::remove(folder_ / "NET.sid");
+  EXPECT_EQ(ReadBytes(jobPath / "NET.COR"), Text(fresh));
+  fs::remove(jobPath / "NET.sid");
   const Outcome missing = AdjustJob(Base(), {});
   EXPECT_EQ(missing.error, "cannot read " + Base() + ".sid");
 }

@@ -31,14 +31,13 @@ const std::string kTieColumn6 =   " 2      0 100600 700600 999.99900  2      .00
 const std::string kTieNone =      " 2      0               999.99900  2      .000      .000";
 
 TEST(ApdLines, MarkerCountsAfterTrimmingOnly) {
-  EXPECT_TRUE(IsApdLine("100100   200100 999999RPB"));
-  EXPECT_TRUE(IsApdLine("100100   200100 999999RPB   "));
-  EXPECT_TRUE(IsApdLine("  999999RPB"));
-  EXPECT_FALSE(IsApdLine("100100   200100 999999RPBX"));
-  EXPECT_FALSE(IsApdLine("100100   200100 999999rpb"));
-  EXPECT_FALSE(IsApdLine("999999RP"));
+  for (const char* line : {"100100   200100 999999RPB", "100100   200100 999999RPB   ", "  999999RPB"}) {
+    EXPECT_TRUE(IsApdLine(line)) << line;
+  }
   // Only blanks are trimmed: a tab after the marker hides it.
-  EXPECT_FALSE(IsApdLine("999999RPB\t"));
+  for (const char* line : {"100100   200100 999999RPBX", "100100   200100 999999rpb", "999999RP", "999999RPB\t"}) {
+    EXPECT_FALSE(IsApdLine(line)) << line;
+  }
 }
 
 TEST(ApdLines, SplitKeepsTheFirstTwoLinesAndTheOrder) {
@@ -52,11 +51,10 @@ TEST(ApdLines, SplitKeepsTheFirstTwoLinesAndTheOrder) {
 }
 
 TEST(ApdLines, BearingTextKeepsEveryIntegerDigitAndPadsToEight) {
-  EXPECT_EQ(ApdBearingText(ApdRow("1", "2", "1", "00453015")), "45.30150");
-  EXPECT_EQ(ApdBearingText(ApdRow("1", "2", "1", "00053015")), " 5.30150");
-  EXPECT_EQ(ApdBearingText(ApdRow("1", "2", "1", "     512")), "  .05120");
-  EXPECT_EQ(ApdBearingText(ApdRow("1", "2", "1", "01000000")), "100.00000");
-  EXPECT_EQ(ApdBearingText(ApdRow("1", "2", "1", "99999999")), "9999.99990");
+  for (const auto& [bearing, text] : {std::pair{"00453015", "45.30150"}, {"00053015", " 5.30150"}, {"     512", "  .05120"},
+                                      {"01000000", "100.00000"}, {"99999999", "9999.99990"}}) {
+    EXPECT_EQ(ApdBearingText(ApdRow("1", "2", "1", bearing)), text) << bearing;
+  }
   // A line shorter than the field: bearing 0.
   EXPECT_EQ(ApdBearingText("100100   200100"), "  .00000");
   EXPECT_EQ(ApdBearingText(""), "  .00000");
@@ -107,32 +105,26 @@ TEST(ApdLines, RecordsBecomeBearingAndIntersectLinesByAbsoluteColumns) {
   EXPECT_EQ(build.lines, expected);
 }
 
-TEST(ApdLines, FirstRecordWithoutATableHitHasEmptyEnds) {
-  const AddBuild build = BuildAddLines({ApdRow("100100", "000100", "1", "00000000")}, [] { return true; });
-  ASSERT_EQ(build.lines.size(), 2u);
-  EXPECT_EQ(build.lines[0], " 2 900100 100100      1    .00000  2      .000      .000");
-  EXPECT_EQ(build.lines[1], kTieNone);
-}
-
-TEST(ApdLines, UnreadableLotEndsTheBuildAfterTheFirstRecord) {
-  const std::vector<std::string> apd = {ApdRow("1", "910000", "1", "1"), ApdRow("2", "920000", "1", "1")};
+// A first record without a table hit has empty ends; an unreadable .lot ends the build after the
+// first record (no record, no read); a bearing beyond a double ends it quietly.
+TEST(ApdLines, BuildEndsWithItsCause) {
   int lotReads = 0;
-  const AddBuild build = BuildAddLines(apd, [&] {
-    ++lotReads;
-    return false;
-  });
-  EXPECT_EQ(build.end, AddBuildEnd::LotUnreadable);
+  const auto build = [&lotReads](const std::vector<std::string>& apd, bool lotReadable) {
+    lotReads = 0;
+    return BuildAddLines(apd, [&lotReads, lotReadable] { return ++lotReads > 0 && lotReadable; });
+  };
+  EXPECT_EQ(build({ApdRow("100100", "000100", "1", "00000000")}, true).lines,
+            (std::vector<std::string>{" 2 900100 100100      1    .00000  2      .000      .000", kTieNone}));
+  const std::vector<std::string> two = {ApdRow("1", "910000", "1", "1"), ApdRow("2", "920000", "1", "1")};
+  AddBuild b = build(two, false);
+  EXPECT_EQ(b.end, AddBuildEnd::LotUnreadable);
   EXPECT_EQ(lotReads, 1);
-  EXPECT_EQ(build.lines.size(), 2u);
-  // No record, no read of .lot.
-  EXPECT_EQ(BuildAddLines({}, [] { return false; }).end, AddBuildEnd::Complete);
-}
-
-TEST(ApdLines, ABearingBeyondADoubleEndsTheBuildQuietly) {
-  const std::vector<std::string> apd = {ApdRow("1", "910000", "1", "1"), ApdRow("2", "920000", "1", "9E999999")};
-  const AddBuild build = BuildAddLines(apd, [] { return true; });
-  EXPECT_EQ(build.end, AddBuildEnd::BadBearing);
-  EXPECT_EQ(build.lines.size(), 2u);
+  EXPECT_EQ(b.lines.size(), 2u);
+  EXPECT_EQ(build({}, false).end, AddBuildEnd::Complete);
+  EXPECT_EQ(lotReads, 0);
+  b = build({two[0], ApdRow("2", "920000", "1", "9E999999")}, true);
+  EXPECT_EQ(b.end, AddBuildEnd::BadBearing);
+  EXPECT_EQ(b.lines.size(), 2u);
 }
 
 TEST(ApdLines, LotFirstLineNeedsAnyLine) {
@@ -158,15 +150,11 @@ class ApdImport : public JobFixture {
   bool Finish() {
     return ApdFinish(session, [this](const std::string& text) { progress.push_back(text); });
   }
-  std::string Recpad() const { return ToolDir() + PathSeparator() + "recpad.exe"; }
   // temp.bat as the scripted run of recpad with apdin.001 wants it.
   std::string Batch() const {
     std::string text(1, '"');
-    text += Recpad();
-    text += "\"  <\"";
-    text += JobDir();
-    text += "apdin.001\"\r\nexit\r\n";
-    return text;
+    text.append(ToolDir()).push_back(PathSeparator());
+    return text.append("recpad.exe\"  <\"").append(JobDir()).append("apdin.001\"\r\nexit\r\n");
   }
 
   std::vector<std::string> progress;
@@ -219,7 +207,7 @@ TEST_F(ApdImport, BrowseUsesTheJobDialogAndACancelChangesNothing) {
   EXPECT_EQ(session.JobBase, JobDir() + "T1N2E");
 }
 
-TEST_F(ApdImport, FinishSplitsBuildsAddAndPreparesTheControlImport) {
+TEST_F(ApdImport, FinishSplitsOnceBuildsAddAndPreparesTheControlImport) {
   WriteProject(rawFile);
   const std::string original = ReadJob("T1N2E.raw");
   ASSERT_TRUE(Use().finishEnabled);
@@ -240,15 +228,9 @@ TEST_F(ApdImport, FinishSplitsBuildsAddAndPreparesTheControlImport) {
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"APD Import complete.  You may now proceed to boundary transfer."});
   // The wizard prepares the run but starts nothing.
   EXPECT_TRUE(processes.launches.empty());
-}
 
-TEST_F(ApdImport, AnExistingApdGuardsAgainstASecondSplit) {
-  WriteProject(rawFile);
-  Use();
-  ASSERT_TRUE(Finish());
-  const std::string raw = ReadJob("T1N2E.raw");
-  const std::string apd = ReadJob("T1N2E.apd");
-  const std::string add = ReadJob("T1N2E.add");
+  // The .apd now there guards against a second split.
+  const std::string raw = ReadJob("T1N2E.raw"), apd = ReadJob("T1N2E.apd"), add = ReadJob("T1N2E.add");
   WriteJob("T1N2E.ra2", {"older"});
   ASSERT_TRUE(Finish());
   EXPECT_EQ(ReadJob("T1N2E.raw"), raw);
@@ -287,11 +269,8 @@ TEST_F(ApdImport, MissingOrEmptyLotEndsTheBuildWithAMessageAndRa2KeepsTheRaw) {
 }
 
 TEST_F(ApdImport, RawLinesWithoutLineEndsAndWithLfAreSplitWhole) {
+  WriteProject({});
   WriteJobBytes("T1N2E.raw", "HEAD\n999999\n" + ApdRow("1", "910000", "1", "1") + "\nlast");
-  WriteJob("T1N2E.def", DefFile(2));
-  WriteJob("T1N2E.con", {"c"});
-  WriteJob("T1N2E.sid", {"s"});
-  WriteJob("T1N2E.lot", {"l"});
   Use();
   EXPECT_TRUE(Finish());
   EXPECT_EQ(ReadJob("T1N2E.raw"), "HEAD\r\n999999\r\nlast\r\n");
@@ -305,33 +284,26 @@ class ImportApdCommandTest : public ApdImport {
  protected:
   void SetUp() override {
     UseJob();
-    s.ToolFolder = session.ToolFolder;
-    s.JobFolder = session.JobFolder;
-    s.JobBase = session.JobBase;
-    s.JobName = session.JobName;
-    s.CurrentFolder = session.CurrentFolder;
-    s.reloadJob = &CountReload;
+    session.reloadJob = &CountReload;
     reloads = 0;
   }
-  ProcessProbe probe;
-  Session s{user, canvas, probe};
 };
 
 TEST_F(ImportApdCommandTest, SplitsRunsTheScriptHiddenRereadsAndDeletesTempBat) {
   WriteProject(rawFile);
   std::string batch, answers;
   std::vector<int> reloadsAtRun;
-  probe.during = [&] {
+  processes.during = [&] {
     batch = ReadJob("temp.bat");
     answers = ReadJob("apdin.001");
     reloadsAtRun.push_back(reloads);
   };
-  ImportApdCommand(s);
-  ASSERT_EQ(probe.launches.size(), 1u);
-  EXPECT_EQ(probe.launches[0].kind, "RunCode");
-  EXPECT_EQ(probe.launches[0].commandLine, "temp.bat");
-  EXPECT_EQ(probe.launches[0].folder, JobDir());
-  EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Hidden});
+  ImportApdCommand(session);
+  ASSERT_EQ(processes.launches.size(), 1u);
+  EXPECT_EQ(processes.launches[0].kind, "RunCode");
+  EXPECT_EQ(processes.launches[0].commandLine, "temp.bat");
+  EXPECT_EQ(processes.launches[0].folder, JobDir());
+  EXPECT_EQ(processes.modes, std::vector<ShowMode>{ShowMode::Hidden});
   EXPECT_EQ(batch, Batch());
   EXPECT_EQ(answers, "4\r\n5\r\n1\r\n1\r\n9\r\n8\r\nN\r\n");
   EXPECT_EQ(reloads, 1);
@@ -341,7 +313,7 @@ TEST_F(ImportApdCommandTest, SplitsRunsTheScriptHiddenRereadsAndDeletesTempBat) 
   EXPECT_TRUE(user.messages.empty());
 
   // No guard: a second run splits again and .apd is replaced with an empty file.
-  ImportApdCommand(s);
+  ImportApdCommand(session);
   EXPECT_EQ(ReadJob("T1N2E.apd"), "");
   // The job is reread after each run, not before.
   EXPECT_EQ(reloadsAtRun, (std::vector<int>{0, 1}));
@@ -350,17 +322,17 @@ TEST_F(ImportApdCommandTest, SplitsRunsTheScriptHiddenRereadsAndDeletesTempBat) 
 }
 
 TEST_F(ImportApdCommandTest, NeedsAJobAndARawFile) {
-  ImportApdCommand(s);
+  ImportApdCommand(session);
   ASSERT_EQ(user.messages.size(), 1u);
   EXPECT_EQ(user.messages[0].text, "RAW file not found, check path");
   EXPECT_EQ(user.messages[0].icon, Icon::Stop);
-  EXPECT_TRUE(probe.launches.empty());
+  EXPECT_TRUE(processes.launches.empty());
 
-  s.JobBase.clear();
+  session.JobBase.clear();
   WriteProject(rawFile);
-  ImportApdCommand(s);
+  ImportApdCommand(session);
   EXPECT_EQ(user.messages.back().text, "You must first Open or Create a job.");
-  EXPECT_TRUE(probe.launches.empty());
+  EXPECT_TRUE(processes.launches.empty());
   EXPECT_FALSE(JobHas("T1N2E.apd"));
   EXPECT_EQ(reloads, 0);
 }

@@ -98,7 +98,7 @@ TEST(AddLines, KindIsReadOffTheFieldLengthsInOrder) {
   EXPECT_EQ(DecodeId(EncodeDistanceId("200100")), "200100");
 }
 
-TEST(AddLines, EditingReadsBackWhatWasWritten) {
+TEST(AddLines, EditingReadsBackWhatWasWrittenAndDescribesAnyBearing) {
   RecordingUserPort user;
   RecordingCanvas canvas;
   RecordingProcessPort processes;
@@ -123,15 +123,9 @@ TEST(AddLines, EditingReadsBackWhatWasWritten) {
       EXPECT_EQ(d.text, line);
     }
   }
-}
 
-// A traverse's description gives the bearing's whole degrees; a bearing too large for any
-// integer (a damaged .add) is shown as the number it is.
-TEST(AddLines, DescriptionGivesWholeDegreesOfAnyBearing) {
-  RecordingUserPort user;
-  RecordingCanvas canvas;
-  RecordingProcessPort processes;
-  Session session(user, canvas, processes);
+  // A traverse's description gives the bearing's whole degrees; a bearing too large for any
+  // integer (a damaged .add) is shown as the number it is.
   std::vector<std::string> lines = DefinitionLines(Traverse("100200", "1", "45.3015", "10"));
   EXPECT_NE(Describe(session, lines, 0).text.find("Quad # 1, 45 (DD.MMSS 45.30150)"), std::string::npos);
   // The same line with the bearing's columns damaged into a number of 300 digits.

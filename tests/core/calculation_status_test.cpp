@@ -51,10 +51,8 @@ TEST_F(CalculationRun, StatusWithoutReportAndComputeScripts) {
   EXPECT_EQ(DefinitionStatus(session, kTraverse), kStatusNotComputed);
   ComputeCalculations(session, ComputeAllAnswers());
   EXPECT_EQ(ReadJob("t1$.001"), "6\r\n3\r\n");
-  std::string batch = "\"";
-  batch.append(ToolDir()).push_back(PathSeparator());
-  batch.append("splitplan.exe\"  <\"").append(JobDir()).append("t1$.001\"\r\nexit\r\n\r\n");
-  EXPECT_EQ(ReadJob("temp.bat"), batch);
+  EXPECT_EQ(ReadJob("temp.bat"),
+            std::string(1, '"') + ToolDir() + PathSeparator() + "splitplan.exe\"  <\"" + JobDir() + "t1$.001\"\r\nexit\r\n\r\n");
   ASSERT_EQ(processes.launches.size(), 1u);
   EXPECT_EQ(processes.launches[0].kind, "Run");
   EXPECT_EQ(user.status[1], (std::vector<std::string>{kStatusComputing, ""}));

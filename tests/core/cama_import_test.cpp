@@ -38,14 +38,6 @@ class CamaImportTest : public JobFixture {
   std::vector<std::string> rows;
 };
 
-TEST_F(CamaImportTest, DefaultsAndQueryString) {
-  const TownshipQuery q = DefaultTownshipQuery("T12NR04E");
-  EXPECT_EQ(q, (TownshipQuery{"12", "0", "N", "04", "0", "E"}));
-  EXPECT_EQ(QueryCode(q), "120N040E");
-  // Fields are neither padded nor trimmed.
-  EXPECT_EQ(QueryCode({"2", "0", "N", "04", "0", "E"}), "20N040E");
-}
-
 TEST_F(CamaImportTest, CopiesTheTownshipsRowsByteForByte) {
   for (Eol eol : {Eol::CrLf, Eol::Lf}) {
     for (bool ended : {true, false}) {
@@ -66,6 +58,8 @@ TEST_F(CamaImportTest, CopiesTheTownshipsRowsByteForByte) {
 }
 
 TEST_F(CamaImportTest, FractionalAndLowerCaseCodesAreOtherTownships) {
+  // The query's fields are neither padded nor trimmed.
+  EXPECT_EQ(QueryCode({"2", "0", "N", "04", "0", "E"}), "20N040E");
   WriteDatabase();
   ChooseDatabase();
   ASSERT_TRUE(CamaImportQuery(session, {"12", "5", "N", "04", "0", "E"}));

@@ -52,6 +52,8 @@ class CamaChainTest : public JobFixture {
     const std::string first = PadTo(text, (text.size() / 14 + 1) * 14) + x;
     return PadTo(first, (first.size() / 14 + 1) * 14) + y;
   }
+
+  FixedDate date_;
 };
 
 TEST(CamaFreeFormat, NumbersAndZones) {
@@ -73,7 +75,6 @@ TEST(CamaFreeFormat, NumbersAndZones) {
 }
 
 TEST_F(CamaChainTest, SettledPointsWholeFiles) {
-  FixedDate date;
   SettledJob();
   ASSERT_TRUE(RunLinkChain(session));
   const CamaStore& c = session.cama;
@@ -89,17 +90,17 @@ TEST_F(CamaChainTest, SettledPointsWholeFiles) {
 
   // Section 5's "ALL" row, then the number 34 found in record 2's legal text (another section)
   // and not in record 3, whose owner's name holds it first.
-  EXPECT_EQ(Link(1), "22222207400000002");
-  EXPECT_EQ(Colour(1), kLinkBlue);
-  EXPECT_EQ(Link(2), "55555507100000005");  // NW4NE4 of record 1, then NE of record 5: the last wins
-  EXPECT_EQ(Colour(2), kLinkGreen);
-  EXPECT_EQ(Link(3), "555555074M?");  // cell M is no survey kind: column 11 holds "?"
-  EXPECT_EQ(Colour(3), kLinkRed);
-  EXPECT_EQ(Link(4), "22222207400000002");
-  EXPECT_EQ(Link(5), "22222207400000002");  // M.S. 1,234: its code reads 1234
-  EXPECT_EQ(Colour(5), kLinkBlue);
-  EXPECT_EQ(Link(6), "55555507100000005");
-  EXPECT_EQ(Link(7), "555555072H?");
+  // Section 5's "ALL" row, then the number 34 found in record 2's legal text (another section)
+  // and not in record 3, whose owner's name holds it first; NW4NE4 of record 1, then NE of record
+  // 5: the last wins; cell M is no survey kind, so column 11 holds "?"; M.S. 1,234 reads 1234.
+  const std::pair<std::string, std::string> links[] = {
+      {"22222207400000002", kLinkBlue},  {"55555507100000005", kLinkGreen}, {"555555074M?", kLinkRed},
+      {"22222207400000002", kLinkGreen}, {"22222207400000002", kLinkBlue},  {"55555507100000005", kLinkGreen},
+      {"555555072H?", kLinkRed}};
+  for (int r = 1; r <= 7; ++r) {
+    EXPECT_EQ(Link(r), links[r - 1].first) << r;
+    EXPECT_EQ(Colour(r), links[r - 1].second) << r;
+  }
 
   EXPECT_EQ(ReadJob("T12NR04E.phd"), Text({"Cama Linked on 1/2/2024", "Total number of clot records (centroids)=  6 ",
                                            "Total number of cama records =  4 ",
@@ -124,7 +125,6 @@ TEST_F(CamaChainTest, SettledPointsWholeFiles) {
 }
 
 TEST_F(CamaChainTest, LoadReadsBackTwoColoursAndTheMenuOffersIt) {
-  FixedDate date;
   SettledJob();
   LinkParcelsWithCama(session);
   EXPECT_EQ(user.statusNow[1], "T12NR04E");
@@ -199,7 +199,6 @@ TEST_F(CamaChainTest, LoadKeepsWhatAShortOrOddFileHolds) {
 
 // Each failure tells its cause, writes no .mtc and leaves .cama and .phd as they were.
 TEST_F(CamaChainTest, FailuresLeaveNoLinkFile) {
-  FixedDate date;
   AddParcel(session, "Sec_007 B T_A", 1, 1);
   WriteJob("T12NR04E.phd", {"earlier report"});
   const std::string phd = ReadJob("T12NR04E.phd");
@@ -238,7 +237,6 @@ TEST_F(CamaChainTest, FailuresLeaveNoLinkFile) {
 }
 
 TEST_F(CamaChainTest, WriteFailureOfTheLinkFileLeavesNoLinkFile) {
-  FixedDate date;
   SettledJob();
   struct FailMtc : WriteFaults {
     bool Fails(WriteStep step, const std::string& path) override { return step == WriteStep::Rename && path.ends_with(".mtc"); }
@@ -250,7 +248,6 @@ TEST_F(CamaChainTest, WriteFailureOfTheLinkFileLeavesNoLinkFile) {
 
 // The translator's settled points on single records.
 TEST_F(CamaChainTest, TranslatorTokens) {
-  FixedDate date;
   const auto linkOf = [&](const std::string& legal, const std::string& cell) {
     ClearCamaVariables(session);
     session.parcels.Clear();
@@ -317,7 +314,7 @@ TEST(CamaTokens, TableFollowsTheGeometry) {
     for (char letter : std::string("ABCDEFGHIJKLMNOP")) {
       for (int r = box.top; r < box.top + box.size_rows; ++r) {
         for (int col = box.left; col < box.left + box.size_cols; ++col) {
-          if (ground[r][static_cast<std::size_t>(col)] == letter) expected += letter;
+          if (ground[r][col] == letter) expected += letter;
         }
       }
     }
@@ -345,16 +342,16 @@ Described DescribedChain(const std::vector<std::string>& records, const ParcelSt
   std::vector<std::string> clot{""};
   const auto two = [](int s) { return std::string(1, char('0' + s / 10)) + char('0' + s % 10); };
   std::vector<bool> present(37);
-  for (const auto& rec : records) present[static_cast<std::size_t>(std::stoi(Trim(Mid(rec, 7, 2))))] = true;
+  for (const auto& rec : records) present[std::stoi(Trim(Mid(rec, 7, 2)))] = true;
   std::vector<int> counts(37);
   for (int s = 0; s <= 36; ++s) {
     for (const auto& rec : records) {
-      if (present[static_cast<std::size_t>(s)] && Mid(rec, 7, 2) == two(s)) ++counts[static_cast<std::size_t>(s)];
+      if (present[s] && Mid(rec, 7, 2) == two(s)) ++counts[s];
     }
   }
   std::string prefix, quadrant;
   for (int s = 0; s <= 36; ++s) {
-    if (!present[static_cast<std::size_t>(s)]) continue;
+    if (!present[s]) continue;
     for (int p = 1; p <= parcels.ParcelCount; ++p) {
       const std::string& line = parcels.ParcelLine.get(p);
       if (Mid(line, 6, 2) != two(s)) continue;
@@ -379,27 +376,27 @@ Described DescribedChain(const std::vector<std::string>& records, const ParcelSt
   }
   const int links = static_cast<int>(d.text.size()) - 1;
   for (int s = 1; s <= 36; ++s) {
-    if (counts[static_cast<std::size_t>(s)] == 0) continue;
+    if (counts[s] == 0) continue;
     for (const auto& rec : records) {
       if (Mid(rec, 7, 2) != two(s) || Mid(rec, 251, 3) != "ALL") continue;
       for (int r = 1; r <= links; ++r) {
-        if (Val(Mid(d.text[static_cast<std::size_t>(r)], 7, 2)) == s) {
-          d.text[static_cast<std::size_t>(r)] = Left(rec, 17);
-          d.colour[static_cast<std::size_t>(r)] = "65280";
+        if (Val(Mid(d.text[r], 7, 2)) == s) {
+          d.text[r] = Left(rec, 17);
+          d.colour[r] = "65280";
         }
       }
     }
   }
   for (int r = 1; r <= links; ++r) {
-    const std::string code = Mid(clot[static_cast<std::size_t>(r)], 10, 6);
-    if ((Left(code, 1) == "M" || Left(code, 1) == "H") && Mid(code, 2, 1) != "?") d.colour[static_cast<std::size_t>(r)] = "65535";
+    const std::string code = Mid(clot[r], 10, 6);
+    if ((Left(code, 1) == "M" || Left(code, 1) == "H") && Mid(code, 2, 1) != "?") d.colour[r] = "65535";
     const std::string needle = Trim(Mid(code, 2, 5));
     for (const auto& rec : records) {
       const std::size_t at = rec.find(needle);
       const long long position = at == std::string::npos ? 0 : static_cast<long long>(at) + 1;
       if (position >= 251 && position <= 371) {
-        d.text[static_cast<std::size_t>(r)] = Left(rec, 17);
-        d.colour[static_cast<std::size_t>(r)] = "16711680";
+        d.text[r] = Left(rec, 17);
+        d.colour[r] = "16711680";
         ++d.matched;
       }
     }
@@ -413,10 +410,10 @@ Described DescribedChain(const std::vector<std::string>& records, const ParcelSt
       if (!cells) continue;
       for (const char* cell = cells; *cell; ++cell) {
         for (int r = 1; r <= links; ++r) {
-          const std::string& line = clot[static_cast<std::size_t>(r)];
+          const std::string& line = clot[r];
           if (Mid(line, 7, 2) == Mid(rec, 7, 2) && Mid(line, 10, 1) == std::string(1, *cell) && Mid(line, 11, 1) == "?") {
-            d.text[static_cast<std::size_t>(r)] = Left(rec, 17);
-            d.colour[static_cast<std::size_t>(r)] = "65280";
+            d.text[r] = Left(rec, 17);
+            d.colour[r] = "65280";
           }
         }
       }
@@ -426,7 +423,6 @@ Described DescribedChain(const std::vector<std::string>& records, const ParcelSt
 }
 
 TEST_F(CamaChainTest, IndexedChainEqualsTheDescribedLoops) {
-  FixedDate date;
   std::mt19937 random(20240102);
   const auto pick = [&](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
   const auto& table = LegalTokenTable();
@@ -442,7 +438,7 @@ TEST_F(CamaChainTest, IndexedChainEqualsTheDescribedLoops) {
     for (int p = 0; p < parcels; ++p) {
       char line[64];
       const int kind = pick(6);
-      std::snprintf(line, sizeof line, "Sec_%03d %c T_%c %-5s", 1 + pick(sections + 1), letters[static_cast<std::size_t>(pick(18))],
+      std::snprintf(line, sizeof line, "Sec_%03d %c T_%c %-5s", 1 + pick(sections + 1), letters[pick(18)],
                     kind == 0 ? 'M' : kind == 1 ? 'H' : "A?LW"[pick(4)],
                     kind < 2 ? std::to_string(pick(40)).insert(0, pick(3) == 0 ? "1," : "").c_str() : "");
       AddParcel(session, line, 1000 + pick(500), pick(10) == 0 ? 0 : 2000 + pick(500));
@@ -453,8 +449,8 @@ TEST_F(CamaChainTest, IndexedChainEqualsTheDescribedLoops) {
       std::string legal;
       for (int k = pick(4); k >= 0; --k) {
         if (!legal.empty()) legal += pick(5) == 0 ? " , " : ",";
-        legal += pick(3) == 0 ? junk[static_cast<std::size_t>(pick(static_cast<int>(junk.size())))]
-                              : table[static_cast<std::size_t>(pick(84))].token;
+        legal += pick(3) == 0 ? junk[pick(static_cast<int>(junk.size()))]
+                              : table[pick(84)].token;
       }
       char key[32];
       std::snprintf(key, sizeof key, "%06d%02d%d%08d", pick(3), 1 + pick(sections), 1 + pick(4), j);
@@ -465,8 +461,8 @@ TEST_F(CamaChainTest, IndexedChainEqualsTheDescribedLoops) {
     ASSERT_TRUE(RunLinkChain(session)) << round;
     ASSERT_EQ(session.cama.LinkCount, static_cast<int>(d.text.size()) - 1) << round;
     for (int r = 1; r <= session.cama.LinkCount; ++r) {
-      ASSERT_EQ(Link(r), d.text[static_cast<std::size_t>(r)]) << round << " record " << r;
-      ASSERT_EQ(Colour(r), d.colour[static_cast<std::size_t>(r)]) << round << " record " << r;
+      ASSERT_EQ(Link(r), d.text[r]) << round << " record " << r;
+      ASSERT_EQ(Colour(r), d.colour[r]) << round << " record " << r;
     }
     const std::string phd = ReadJob("T12NR04E.phd");
     const std::string expected = "Preliminary link (numbered surveys) matched = " + FreeNumber(double(d.matched)) + "\r\n";

@@ -152,17 +152,6 @@ TEST(PointStore, FindAnswersAsTheWalkThroughSetsAppendsAndCountChanges) {
   }
 }
 
-TEST(PointStore, AppendsFollowTheCountOneTooHighOrMinusOne) {
-  PointStore store;
-  store.SetCount(-1);  // as a missing .COR leaves it: entry 0 is written and never searched
-  EXPECT_EQ(store.Append("P", 7, 8), 0);
-  EXPECT_EQ(store.PointIds(0) + std::to_string(store.Find("P")), "P0");
-  store.SetCount(3);  // as the .LSA point reader leaves it
-  EXPECT_EQ(store.Append("C", 5, 50), 4);
-  EXPECT_EQ(store.Find(""), 3);
-  EXPECT_DOUBLE_EQ(store.PointY(4), 50.0);
-}
-
 TEST(PointStore, CountOverflowsPast32767AndTheTableEndsAt97200) {
   PointStore store;
   store.SetCount(32766);

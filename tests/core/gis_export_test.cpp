@@ -52,6 +52,20 @@ const FieldValue& ValueOf(const GisLayer& layer, const GisFeature& feature, cons
   return none;
 }
 
+GisExportRequest Request(std::string out, std::string crs = "EPSG:3435", std::vector<std::string> layers = {}) {
+  GisExportRequest request;
+  request.out = std::move(out);
+  request.crs = std::move(crs);
+  request.layers = std::move(layers);
+  return request;
+}
+
+// The values of named fields of a feature, each of its own type.
+void ExpectFields(const GisLayer& layer, const GisFeature& feature,
+                  std::initializer_list<std::pair<const char*, FieldValue>> expected) {
+  for (const auto& [field, value] : expected) EXPECT_EQ(ValueOf(layer, feature, field), value) << field;
+}
+
 // The sample township, opened as File Open opens it.
 class SampleJob : public JobFixture {
  protected:
@@ -87,12 +101,13 @@ TEST_F(SampleJob, LayersHoldEveryStoreEntryWithItsTypedFields) {
   EXPECT_EQ(std::count_if(kinds.begin(), kinds.end(), [](const auto& k) { return k.second == "temporary"; }),
             temporary);
 
-  EXPECT_EQ(LayerNamed(built, "network_lines")->features.size(), static_cast<std::size_t>(session.lsa.LsaLineCount - 1));
-  EXPECT_EQ(LayerNamed(built, "record_lines")->features.size(), static_cast<std::size_t>(session.raw.RawLineCount));
-  EXPECT_EQ(LayerNamed(built, "parcels")->features.size(), static_cast<std::size_t>(session.parcels.ParcelCount));
-  EXPECT_EQ(LayerNamed(built, "parcel_rings")->features.size(), static_cast<std::size_t>(session.parcels.ParcelCount));
-  EXPECT_EQ(LayerNamed(built, "raw_polygons")->features.size(),
-            static_cast<std::size_t>(session.polygons.RawPolygonCount));
+  for (const auto& [name, count] : {std::pair<const char*, int>{"network_lines", session.lsa.LsaLineCount - 1},
+                                     {"record_lines", session.raw.RawLineCount},
+                                     {"parcels", session.parcels.ParcelCount},
+                                     {"parcel_rings", session.parcels.ParcelCount},
+                                     {"raw_polygons", session.polygons.RawPolygonCount}}) {
+    EXPECT_EQ(LayerNamed(built, name)->features.size(), static_cast<std::size_t>(count)) << name;
+  }
 
   // The chains leave out the segments that a hidden line of .not covers, in either direction.
   int hiddenSegments = 0;
@@ -112,17 +127,13 @@ TEST_F(SampleJob, LayersHoldEveryStoreEntryWithItsTypedFields) {
 
   const GisLayer* records = LayerNamed(built, "record_lines");
   const GisFeature& first = records->features.front();
-  EXPECT_EQ(std::get<std::string>(ValueOf(*records, first, "from_id")), "700100");
-  EXPECT_EQ(std::get<std::string>(ValueOf(*records, first, "to_id")), "700140");
-  EXPECT_DOUBLE_EQ(std::get<double>(ValueOf(*records, first, "distance")), 39.98);
-  EXPECT_EQ(std::get<std::int64_t>(ValueOf(*records, first, "quadrant")), 4);
-  EXPECT_EQ(std::get<std::string>(ValueOf(*records, first, "bearing")), "1800.0");
+  // The survey has no captions, so no distance units.
+  ExpectFields(*records, first, {{"from_id", "700100"}, {"to_id", "700140"}, {"distance", 39.98},
+                                 {"quadrant", std::int64_t{4}}, {"bearing", "1800.0"}, {"survey", "GLO 1854 EXT"},
+                                 {"dist_units", std::monostate{}}});
   // "1800.0" reads as 18 minutes, as the drawing reads it; quadrant 4 turns it to the north-west.
   EXPECT_NEAR(std::get<double>(ValueOf(*records, first, "bearing_dd")), 0.3, 1e-9);
   EXPECT_NEAR(std::get<double>(ValueOf(*records, first, "azimuth_dd")), 359.7, 1e-9);
-  EXPECT_EQ(std::get<std::string>(ValueOf(*records, first, "survey")), "GLO 1854 EXT");
-  EXPECT_TRUE(std::holds_alternative<std::monostate>(ValueOf(*records, first, "dist_units")))
-      << "the survey has no captions";
   std::set<std::string> units;
   for (const GisFeature& f : records->features) {
     if (const auto* u = std::get_if<std::string>(&ValueOf(*records, f, "dist_units"))) units.insert(*u);
@@ -131,12 +142,8 @@ TEST_F(SampleJob, LayersHoldEveryStoreEntryWithItsTypedFields) {
 
   const GisLayer* parcels = LayerNamed(built, "parcels");
   const GisFeature& lot1 = parcels->features.front();
-  EXPECT_EQ(std::get<std::int64_t>(ValueOf(*parcels, lot1, "section")), 1);
-  EXPECT_EQ(std::get<std::string>(ValueOf(*parcels, lot1, "nominal")), "A");
-  EXPECT_EQ(std::get<std::string>(ValueOf(*parcels, lot1, "type_name")), "Lot, Numbered");
-  EXPECT_EQ(std::get<std::string>(ValueOf(*parcels, lot1, "survey_no")), "1");
-  EXPECT_DOUBLE_EQ(std::get<double>(ValueOf(*parcels, lot1, "acreage")), 39.51);
-  EXPECT_EQ(std::get<std::string>(ValueOf(*parcels, lot1, "tail")), "T12NR04E-01-00001");
+  ExpectFields(*parcels, lot1, {{"section", std::int64_t{1}}, {"nominal", "A"}, {"type_name", "Lot, Numbered"},
+                                {"survey_no", "1"}, {"acreage", 39.51}, {"tail", "T12NR04E-01-00001"}});
   EXPECT_EQ(lot1.vertices.at(0).x, 2129650.815);
   EXPECT_EQ(lot1.vertices.at(0).y, 507423.319);
   int multiple = 0;
@@ -236,11 +243,7 @@ class SampleExport : public SampleJob {
 
   GisExportReport Export(const std::string& out, const std::string& crs = "EPSG:3435",
                          std::vector<std::string> layers = {}) {
-    GisExportRequest request;
-    request.out = out;
-    request.crs = crs;
-    request.layers = std::move(layers);
-    return ExportJobToGis(session, request);
+    return ExportJobToGis(session, Request(out, crs, std::move(layers)));
   }
 
   // Every layer of the stores, by name, with its feature count.
@@ -285,31 +288,51 @@ class SampleExport : public SampleJob {
   }
 };
 
-TEST_F(SampleExport, GeoPackageHoldsEveryLayerWithItsCountsFieldsAndSystem) {
-  const GisExportReport report = Export(Out("job.gpkg"));
-  ASSERT_TRUE(report.ok) << report.error;
-  EXPECT_EQ(report.files, std::vector<std::string>{Out("job.gpkg")});
-  EXPECT_EQ(report.crsName, "NAD83 / Illinois East (ftUS) (EPSG:3435)");
-  EXPECT_FALSE(fs::exists(root / ".tessel-export-0")) << "the scratch folder is gone";
-
-  Dataset ds(Out("job.gpkg"));
-  ASSERT_NE(ds.h, nullptr);
+// A GeoPackage holds every layer; GeoJSON and shapefiles get one file per layer beside the output.
+TEST_F(SampleExport, EveryFormatHoldsEveryLayerWithItsCountsFieldsAndSystem) {
   const auto expected = Expected();
-  EXPECT_EQ(GDALDatasetGetLayerCount(ds.h), static_cast<int>(expected.size()));
-  for (const auto& [name, count] : expected) {
-    OGRLayerH layer = GDALDatasetGetLayerByName(ds.h, name.c_str());
-    ASSERT_NE(layer, nullptr) << name;
-    EXPECT_EQ(OGR_L_GetFeatureCount(layer, TRUE), count) << name;
-    EXPECT_EQ(AuthorityCode(layer), "3435") << name;
+  for (const std::string ext : {".gpkg", ".geojson", ".shp"}) {
+    SCOPED_TRACE(ext);
+    const GisExportReport report = Export(Out("job" + ext));
+    ASSERT_TRUE(report.ok) << report.error;
+    EXPECT_EQ(report.crsName, "NAD83 / Illinois East (ftUS) (EPSG:3435)");
+    EXPECT_FALSE(fs::exists(root / ".tessel-export-0")) << "the scratch folder is gone";
+    std::map<std::string, OGRLayerH> layers;
+    std::vector<std::unique_ptr<Dataset>> open;
+    if (ext == ".gpkg") {
+      EXPECT_EQ(report.files, std::vector<std::string>{Out("job.gpkg")});
+      open.push_back(std::make_unique<Dataset>(Out("job.gpkg")));
+      ASSERT_NE(open.back()->h, nullptr);
+      EXPECT_EQ(GDALDatasetGetLayerCount(open.back()->h), static_cast<int>(expected.size()));
+      for (const auto& [name, count] : expected) layers[name] = GDALDatasetGetLayerByName(open.back()->h, name.c_str());
+    } else {
+      ASSERT_EQ(report.files.size(), expected.size());
+      for (const auto& [name, count] : expected) {
+        open.push_back(std::make_unique<Dataset>(Out("job_" + name + ext)));
+        ASSERT_NE(open.back()->h, nullptr) << name;
+        layers[name] = GDALDatasetGetLayer(open.back()->h, 0);
+      }
+    }
+    for (const auto& [name, count] : expected) {
+      ASSERT_NE(layers[name], nullptr) << name;
+      EXPECT_EQ(OGR_L_GetFeatureCount(layers[name], TRUE), count) << name;
+      EXPECT_EQ(AuthorityCode(layers[name]), "3435") << name;
+    }
+    CheckKnownFeatures(layers["parcels"], layers["parcel_rings"], layers["points"]);
+    if (ext != ".gpkg") continue;
+    OGRFeatureDefnH defn = OGR_L_GetLayerDefn(layers["points"]);
+    EXPECT_EQ(OGR_Fld_GetType(OGR_FD_GetFieldDefn(defn, OGR_FD_GetFieldIndex(defn, "easting"))), OFTReal);
+    defn = OGR_L_GetLayerDefn(layers["record_lines"]);
+    EXPECT_EQ(OGR_Fld_GetType(OGR_FD_GetFieldDefn(defn, OGR_FD_GetFieldIndex(defn, "quadrant"))), OFTInteger64);
   }
-  OGRLayerH points = GDALDatasetGetLayerByName(ds.h, "points");
-  OGRFeatureDefnH defn = OGR_L_GetLayerDefn(points);
-  EXPECT_EQ(OGR_Fld_GetType(OGR_FD_GetFieldDefn(defn, OGR_FD_GetFieldIndex(defn, "easting"))), OFTReal);
-  OGRLayerH records = GDALDatasetGetLayerByName(ds.h, "record_lines");
-  defn = OGR_L_GetLayerDefn(records);
-  EXPECT_EQ(OGR_Fld_GetType(OGR_FD_GetFieldDefn(defn, OGR_FD_GetFieldIndex(defn, "quadrant"))), OFTInteger64);
-  CheckKnownFeatures(GDALDatasetGetLayerByName(ds.h, "parcels"), GDALDatasetGetLayerByName(ds.h, "parcel_rings"),
-                     points);
+  // One layer asked for: the output itself.
+  const GisExportReport one = Export(Out("rings.shp"), "EPSG:3435", {"parcel_rings"});
+  ASSERT_TRUE(one.ok) << one.error;
+  Dataset ds(Out("rings.shp"));
+  ASSERT_NE(ds.h, nullptr);
+  EXPECT_EQ(OGR_L_GetFeatureCount(GDALDatasetGetLayer(ds.h, 0), TRUE), session.parcels.ParcelCount);
+  EXPECT_TRUE(fs::exists(root / "rings.prj"));
+  EXPECT_TRUE(fs::exists(root / "rings.dbf"));
 }
 
 // With the job's link file the export has its cama_links layer, read as the CAMA display loads
@@ -354,36 +377,6 @@ TEST_F(SampleExport, LinkFileOfTheJobBecomesTheCamaLinksLayer) {
   report = Export(Out("none.gpkg"), "EPSG:3435", {"parcels", "cama_links"});
   ASSERT_TRUE(report.ok) << report.error;
   EXPECT_EQ(report.counts.size(), 1u) << "no link file, no cama_links layer";
-}
-
-TEST_F(SampleExport, GeoJsonAndShapefileWriteOneFilePerLayerBesideTheOutput) {
-  for (const std::string ext : {".geojson", ".shp"}) {
-    SCOPED_TRACE(ext);
-    const GisExportReport report = Export(Out("job" + ext));
-    ASSERT_TRUE(report.ok) << report.error;
-    const auto expected = Expected();
-    ASSERT_EQ(report.files.size(), expected.size());
-    std::map<std::string, OGRLayerH> layers;
-    std::vector<std::unique_ptr<Dataset>> open;
-    for (const auto& [name, count] : expected) {
-      const std::string file = Out("job_" + name + ext);
-      open.push_back(std::make_unique<Dataset>(file));
-      ASSERT_NE(open.back()->h, nullptr) << file;
-      OGRLayerH layer = GDALDatasetGetLayer(open.back()->h, 0);
-      EXPECT_EQ(OGR_L_GetFeatureCount(layer, TRUE), count) << file;
-      EXPECT_EQ(AuthorityCode(layer), "3435") << file;
-      layers[name] = layer;
-    }
-    CheckKnownFeatures(layers["parcels"], layers["parcel_rings"], layers["points"]);
-  }
-  // One layer asked for: the output itself.
-  const GisExportReport one = Export(Out("rings.shp"), "EPSG:3435", {"parcel_rings"});
-  ASSERT_TRUE(one.ok) << one.error;
-  Dataset ds(Out("rings.shp"));
-  ASSERT_NE(ds.h, nullptr);
-  EXPECT_EQ(OGR_L_GetFeatureCount(GDALDatasetGetLayer(ds.h, 0), TRUE), session.parcels.ParcelCount);
-  EXPECT_TRUE(fs::exists(root / "rings.prj"));
-  EXPECT_TRUE(fs::exists(root / "rings.dbf"));
 }
 
 TEST_F(SampleExport, DxfPutsEachLayerOnItsCadLayerWithTexts) {
@@ -460,10 +453,7 @@ TEST_F(SampleExport, FailuresNameTheFileAndLeaveNothingBehind) {
 }
 
 TEST_F(SampleExport, DialogExportTellsTheResultInOneBox) {
-  GisExportRequest request;
-  request.out = Out("desk.gpkg");
-  request.crs = "EPSG:3435";
-  request.layers = {"points", "parcels"};
+  GisExportRequest request = Request(Out("desk.gpkg"), "EPSG:3435", {"points", "parcels"});
   ASSERT_TRUE(RunGisExport(session, request, true));
   ASSERT_FALSE(user.messages.empty());
   const auto& box = user.messages.back();
@@ -492,9 +482,7 @@ TEST_F(SampleExport, ACancelledExportLeavesEveryFileAsItWas) {
   for (const char* name : {"desk.gpkg", "desk.dxf"}) {
     const std::string out = Out(name);
     WriteFileBytes(out, "earlier");
-    GisExportRequest request;
-    request.out = out;
-    request.crs = "EPSG:3435";
+    const GisExportRequest request = Request(out);
     user.messages.clear();
     user.notes.clear();
     EXPECT_FALSE(RunGisExport(session, request, false, &stop));
@@ -563,9 +551,7 @@ TEST_F(OddJob, UnknownRingPointsAndAbsurdCoordinatesExportWithoutACrash) {
   EXPECT_NE(warnings.find("... and 14980 more in chains."), std::string::npos) << "the warnings are capped";
 
   for (const std::string ext : {".gpkg", ".geojson", ".shp", ".dxf"}) {
-    GisExportRequest request;
-    request.out = (root / ("odd" + ext)).string();
-    const GisExportReport report = ExportJobToGis(session, request);
+    const GisExportReport report = ExportJobToGis(session, Request((root / ("odd" + ext)).string(), ""));
     EXPECT_TRUE(report.ok) << ext << ": " << report.error;
   }
   Dataset ds((root / "odd.gpkg").string());
@@ -652,9 +638,7 @@ TEST(GisExportIndex, RtreeNodesHoldEveryEntryOnce) {
 
 // A GeoPackage gathers townships: each export replaces its own township's rows and no other's.
 TEST_F(SampleExport, GeoPackageOfTownshipsReplacesOneTownshipOnReExport) {
-  GisExportRequest request;
-  request.out = Out("county.gpkg");
-  request.crs = "EPSG:3435";
+  GisExportRequest request = Request(Out("county.gpkg"));
   const std::string own = session.JobName;
   ASSERT_TRUE(ExportJobToDatabase(session, request).ok);
   session.JobName = "T13NR04E";

@@ -10,6 +10,23 @@
 namespace tessel {
 namespace {
 
+// Level, line, title, anchor and form names of a heading.
+std::string Show(const ManualHeading& h) {
+  std::string text = std::to_string(h.level) + " " + std::to_string(h.line) + " " + h.title + " #" + h.anchor;
+  for (const std::string& name : h.names) text += " " + name;
+  return text;
+}
+std::string Show(const ManualReference& r) {
+  return std::to_string(r.line) + (r.image ? " image " : " link ") + r.target;
+}
+std::string Show(const ManualHit& hit) { return hit.place.file + "#" + hit.place.anchor + " " + std::to_string(hit.count); }
+template <typename T>
+std::vector<std::string> Shown(const std::vector<T>& items) {
+  std::vector<std::string> out;
+  for (const T& item : items) out.push_back(Show(item));
+  return out;
+}
+
 TEST(ManualAnchors, FollowGitHubRules) {
   const std::pair<const char*, const char*> cases[] = {
       {"The township diagram (`frmTWP`)", "the-township-diagram-frmtwp"},
@@ -47,19 +64,9 @@ TEST(ManualHeadings, OnlyProseHeadingsWithTheirFormNames) {
       "~~~\n"
       "####### seven is text\n"
       "## C#\n";
-  const std::vector<ManualHeading> headings = ManualHeadings(page);
-  ASSERT_EQ(headings.size(), 4u);
-  EXPECT_EQ(headings[0].title, "Title");
-  EXPECT_EQ(headings[0].level, 1);
-  EXPECT_EQ(headings[0].line, 1);
-  EXPECT_TRUE(headings[0].names.empty());
-  EXPECT_EQ(headings[1].title, "The section dialog (`frmIRR`)");
-  EXPECT_EQ(headings[1].anchor, "the-section-dialog-frmirr");
-  EXPECT_EQ(headings[1].line, 6);
-  EXPECT_EQ(headings[1].names, std::vector<std::string>{"frmIRR"});
-  EXPECT_EQ(headings[2].level, 3);
-  EXPECT_EQ(headings[2].names, (std::vector<std::string>{"frmA", "frmB"}));
-  EXPECT_EQ(headings[3].title, "C#");
+  EXPECT_EQ(Shown(ManualHeadings(page)),
+            (std::vector<std::string>{"1 1 Title #title", "2 6 The section dialog (`frmIRR`) #the-section-dialog-frmirr frmIRR",
+                                      "3 8 Indented (`frmA`, `frmB`) #indented-frma-frmb frmA frmB", "2 14 C# #c"}));
 }
 
 TEST(ManualReferences, LinksAndPicturesOutsideCode) {
@@ -71,43 +78,15 @@ TEST(ManualReferences, LinksAndPicturesOutsideCode) {
       "```\n"
       "[![linked picture](images/b.png)](batch.md)\n"
       "[unclosed](\n";
-  const std::vector<ManualReference> refs = ManualReferences(page);
-  ASSERT_EQ(refs.size(), 5u);
-  EXPECT_EQ(refs[0].target, "viewer.md#layers");
-  EXPECT_FALSE(refs[0].image);
-  EXPECT_EQ(refs[1].target, "images/a.png");
-  EXPECT_TRUE(refs[1].image);
-  EXPECT_EQ(refs[2].target, "#local");
-  EXPECT_EQ(refs[2].line, 2);
-  EXPECT_EQ(refs[3].target, "images/b.png");
-  EXPECT_TRUE(refs[3].image);
-  EXPECT_EQ(refs[4].target, "batch.md");
-  EXPECT_FALSE(refs[4].image);
-  EXPECT_EQ(refs[4].line, 6);
+  EXPECT_EQ(Shown(ManualReferences(page)),
+            (std::vector<std::string>{"1 link viewer.md#layers", "1 image images/a.png", "2 link #local",
+                                      "6 image images/b.png", "6 link batch.md"}));
 }
 
 std::vector<ManualPage> SmallManual() {
   return {{"index.md", "# Manual\n[B](b.md) then [A](a.md)\n"},
           {"a.md", "# A\n## The diagram (`frmTWP`)\nsplitplan runs. Splitplan again.\n## Other\nnothing\n"},
           {"b.md", "Before any heading: splitplan.\n# B\n## List (`frmList`, `frmTWP`)\nthe SPLITPLAN report\n"}};
-}
-
-TEST(ManualSections, FormsFoundByTheirHeadings) {
-  const std::vector<ManualPage> pages = InManualOrder(SmallManual(), "index.md");
-  ASSERT_EQ(pages.size(), 3u);
-  EXPECT_EQ(pages[0].file, "index.md");
-  EXPECT_EQ(pages[1].file, "b.md");
-  EXPECT_EQ(pages[2].file, "a.md");
-
-  const auto list = FindFormSection(pages, "frmList");
-  ASSERT_TRUE(list);
-  EXPECT_EQ(list->file, "b.md");
-  EXPECT_EQ(list->anchor, "list-frmlist-frmtwp");
-  // Named twice: the first in manual order, and the test of the manual refuses it.
-  EXPECT_EQ(FindFormSection(pages, "frmTWP")->file, "b.md");
-  EXPECT_EQ(NamesInSeveralHeadings(pages), std::vector<std::string>{"frmTWP"});
-  EXPECT_FALSE(FindFormSection(pages, "frmMissing"));
-  EXPECT_FALSE(FindFormSection(pages, "frmtwp"));  // exact, case included
 }
 
 TEST(ManualSections, BrokenReferencesAreNamed) {
@@ -129,18 +108,26 @@ TEST(ManualSections, BrokenReferencesAreNamed) {
   EXPECT_EQ(broken, expected);
 }
 
-TEST(ManualSearch, SectionsHoldingEveryWord) {
+TEST(ManualSections, FormsFoundByTheirHeadingsAndSectionsHoldingEveryWord) {
   const std::vector<ManualPage> pages = InManualOrder(SmallManual(), "index.md");
-  const std::vector<ManualHit> hits = SearchManual(pages, "  SplitPlan ");
-  ASSERT_EQ(hits.size(), 3u);
+  ASSERT_EQ(pages.size(), 3u);
+  EXPECT_EQ(pages[0].file, "index.md");
+  EXPECT_EQ(pages[1].file, "b.md");
+  EXPECT_EQ(pages[2].file, "a.md");
+
+  const auto list = FindFormSection(pages, "frmList");
+  ASSERT_TRUE(list);
+  EXPECT_EQ(list->file, "b.md");
+  EXPECT_EQ(list->anchor, "list-frmlist-frmtwp");
+  // Named twice: the first in manual order, and the test of the manual refuses it.
+  EXPECT_EQ(FindFormSection(pages, "frmTWP")->file, "b.md");
+  EXPECT_EQ(NamesInSeveralHeadings(pages), std::vector<std::string>{"frmTWP"});
+  EXPECT_FALSE(FindFormSection(pages, "frmMissing"));
+  EXPECT_FALSE(FindFormSection(pages, "frmtwp"));  // exact, case included
+
   // Manual order: b.md's text before its first heading, its list section, then a.md.
-  EXPECT_EQ(hits[0].place.file, "b.md");
-  EXPECT_EQ(hits[0].place.anchor, "");
-  EXPECT_EQ(hits[1].place.anchor, "list-frmlist-frmtwp");
-  EXPECT_EQ(hits[1].count, 1);
-  EXPECT_EQ(hits[2].place.file, "a.md");
-  EXPECT_EQ(hits[2].place.anchor, "the-diagram-frmtwp");
-  EXPECT_EQ(hits[2].count, 2);
+  EXPECT_EQ(Shown(SearchManual(pages, "  SplitPlan ")),
+            (std::vector<std::string>{"b.md# 1", "b.md#list-frmlist-frmtwp 1", "a.md#the-diagram-frmtwp 2"}));
   const std::vector<ManualHit> both = SearchManual(pages, "splitplan report");
   ASSERT_EQ(both.size(), 1u);
   EXPECT_EQ(both[0].place.title, "List (`frmList`, `frmTWP`)");

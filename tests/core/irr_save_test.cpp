@@ -15,9 +15,8 @@ namespace {
 
 using test::Text;
 
-const std::vector<std::string> kSection2 = {"540640",  "540641 540642", "     0      0",
-                                            "     0      0      0",       "     0",
-                                            "     0",  "     0",         "     0      .000      .000",
+const std::vector<std::string> kSection2 = {"540640", "540641 540642", "     0      0", "     0      0      0",
+                                            "     0",  "     0",         "     0",       "     0      .000      .000",
                                             "     0",  "     0",         "999999"};
 
 std::vector<std::string> DefaultBlock(const std::string& header) {
@@ -60,20 +59,19 @@ TEST_F(IrrSave, ReplacesTheSectionsBlockAndCopiesTheOthersByteForByte) {
   EXPECT_TRUE(session.sectionDefinitions.sections[1].Marker);
 }
 
-TEST_F(IrrSave, AddsTheBlockAtTheEndAndEndsALastLineWithoutItsLineEnd) {
+// Without a file the block is the whole file; a last line without its line end gets one.
+TEST_F(IrrSave, AddsTheBlockAtTheEndOrAsTheWholeFile) {
+  session.sectionDefinitions.sections[22].ExteriorFlag[1] = true;
+  session.sectionDefinitions.sections[22].NonComputable[18] = 500360;
+  EXPECT_TRUE(SaveSection(session, 22).saved);
+  EXPECT_EQ(ReadJob("T1N2E.irr"), Text(WriteIrrBlock(session.sectionDefinitions, 22)));
+
   std::string former = Text(kSection2);
   former.resize(former.size() - 2);
   WriteJobBytes("T1N2E.irr", former);
   session.sectionDefinitions.sections[36].Substitute[2] = 700201;
   EXPECT_TRUE(SaveSection(session, 36).saved);
   EXPECT_EQ(ReadJob("T1N2E.irr"), Text(kSection2) + Text(WriteIrrBlock(session.sectionDefinitions, 36)));
-}
-
-TEST_F(IrrSave, WithoutAFileTheBlockIsTheWholeFile) {
-  session.sectionDefinitions.sections[22].ExteriorFlag[1] = true;
-  session.sectionDefinitions.sections[22].NonComputable[18] = 500360;
-  EXPECT_TRUE(SaveSection(session, 22).saved);
-  EXPECT_EQ(ReadJob("T1N2E.irr"), Text(WriteIrrBlock(session.sectionDefinitions, 22)));
 }
 
 TEST_F(IrrSave, ADefaultBlockLeavesNoTraceAndOtherDefaultBlocksGoToo) {
