@@ -45,6 +45,14 @@ std::string Text(const std::vector<std::string>& lines, Eol eol) {
   return out;
 }
 
+std::string Joined(const std::vector<std::string>& texts, const std::string& sep) {
+  std::string out;
+  for (std::size_t i = 0; i < texts.size(); ++i) out += (i ? sep : "") + texts[i];
+  return out;
+}
+
+void WriteBytes(const fs::path& path, const std::string& bytes) { WriteFile(path, bytes); }
+
 void WriteLines(const fs::path& path, const std::vector<std::string>& lines, Eol eol) {
   WriteFile(path, Text(lines, eol));
 }

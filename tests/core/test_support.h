@@ -29,6 +29,11 @@ std::string Text(const std::vector<std::string>& lines, Eol eol = Eol::CrLf);
 // overwrites an earlier one where they meet.
 std::string Row(std::initializer_list<std::pair<int, std::string>> fields);
 
+// The texts with `sep` between them: several fields compared in one check.
+std::string Joined(const std::vector<std::string>& texts, const std::string& sep = "|");
+
+// Writes the bytes, replacing the file.
+void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 // Writes the lines, each ended, replacing the file.
 void WriteLines(const std::filesystem::path& path, const std::vector<std::string>& lines, Eol eol = Eol::CrLf);
 
@@ -62,6 +67,18 @@ void ExpectFault(FaultKind kind, F&& statement) {
     ADD_FAILURE() << "no run-time fault";
   } catch (const RuntimeFault& fault) {
     EXPECT_EQ(fault.kind(), kind) << fault.what();
+  }
+}
+
+// The same, and the fault's text must be exactly `what`.
+template <typename F>
+void ExpectFault(FaultKind kind, const std::string& what, F&& statement) {
+  try {
+    statement();
+    ADD_FAILURE() << "no run-time fault";
+  } catch (const RuntimeFault& fault) {
+    EXPECT_EQ(fault.kind(), kind) << fault.what();
+    EXPECT_EQ(std::string(fault.what()), what);
   }
 }
 
