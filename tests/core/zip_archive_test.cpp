@@ -206,21 +206,19 @@ TEST_F(ZipTest, AFailedAddIsToldInABoxNamingTheArchive) {
   EXPECT_NE(user.messages[1].text.find("not a ZIP file"), std::string::npos) << user.messages[1].text;
 }
 
-TEST_F(ZipTest, NothingToAddLeavesTheArchiveAlone) {
+TEST_F(ZipTest, NothingToAddOrADamagedArchiveLeavesTheArchiveAsItWas) {
   const fs::path zip = root / "t1.zip";
   ASSERT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string()), kZipOk);
   const std::string before = ReadBytes(zip);
   EXPECT_EQ(ZipArchive(zip.string(), "none.* missing.txt", jobPath.string()), kZipNothingToDo);
   EXPECT_EQ(ZipArchive(zip.string(), "   ", jobPath.string()), kZipNothingToDo);
   EXPECT_EQ(ReadBytes(zip), before);
-}
 
-TEST_F(ZipTest, AddingToADamagedArchiveLeavesItAsItWas) {
-  const fs::path zip = root / "bad.zip";
-  WriteLines(zip, {"this is not a zip file"});
+  const fs::path bad = root / "bad.zip";
+  WriteLines(bad, {"this is not a zip file"});
   std::string problem;
-  EXPECT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string(), &problem), kZipCannotOpen);
-  EXPECT_EQ(ReadBytes(zip), "this is not a zip file\r\n");
+  EXPECT_EQ(ZipArchive(bad.string(), "T1.def", jobPath.string(), &problem), kZipCannotOpen);
+  EXPECT_EQ(ReadBytes(bad), "this is not a zip file\r\n");
   EXPECT_NE(problem.find("bad.zip"), std::string::npos);
 }
 
@@ -250,11 +248,7 @@ TEST_F(ZipTest, DamagedArchivesAreRefusedBeforeAnythingIsWritten) {
   // Cut short, empty, not a ZIP at all.
   for (const std::string& damaged : {bytes.substr(0, bytes.size() / 2), std::string(), std::string("PK\x03\x04junk")}) {
     const fs::path zip = root / "damaged.zip";
-    {
-      std::FILE* f = std::fopen(zip.string().c_str(), "wb");
-      std::fwrite(damaged.data(), 1, damaged.size(), f);
-      std::fclose(f);
-    }
+    WriteBytes(zip, damaged);
     std::string problem;
     EXPECT_NE(UnzipArchive(zip.string(), Out().string(), "*.*", false, &problem), kZipOk);
     EXPECT_FALSE(problem.empty());
@@ -269,11 +263,7 @@ TEST_F(ZipTest, DamagedArchivesAreRefusedBeforeAnythingIsWritten) {
   ASSERT_NE(at, std::string::npos);
   flipped[at + 10] = 'y';
   const fs::path zip = root / "crc.zip";
-  {
-    std::FILE* f = std::fopen(zip.string().c_str(), "wb");
-    std::fwrite(flipped.data(), 1, flipped.size(), f);
-    std::fclose(f);
-  }
+  WriteBytes(zip, flipped);
   EXPECT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*"), kZipDamaged);
   EXPECT_EQ(TestZipArchive(zip.string()), kZipDamaged);
   EXPECT_EQ(ReadBytes(Out() / "a.txt"), "kept\r\n");
@@ -287,20 +277,15 @@ TEST_F(ZipTest, DamagedArchivesAreRefusedBeforeAnythingIsWritten) {
   EXPECT_EQ(TestZipArchive((root / "missing.zip").string()), kZipCannotOpen);
 }
 
-TEST(ZipNames, SafeNamesStayInsideTheTarget) {
+TEST(ZipNames, SafeNamesStayInsideTheTargetAndLineEndsConvertOnlyLoneLineFeeds) {
   for (const char* name : {"a.txt", "sub/a.txt", "sub\\a.txt", "a..b", "..a/b", "sub/"}) {
     EXPECT_TRUE(ZipNameIsSafe(name)) << name;
   }
   for (const char* name : {"", "/", "/a", "\\a", "..", "../a", "a/../../b", "a/..", "C:a", "c:\\a", "./.."}) {
     EXPECT_FALSE(ZipNameIsSafe(name)) << name;
   }
-}
-
-TEST(ZipNames, LineEndsConvertOnlyLoneLineFeeds) {
-  EXPECT_EQ(LfToCrLf("a\nb\r\nc\n\n"), "a\r\nb\r\nc\r\n\r\n");
-  EXPECT_EQ(LfToCrLf("\n"), "\r\n");
-  EXPECT_EQ(LfToCrLf("\r\r\n"), "\r\r\n");
-  EXPECT_EQ(LfToCrLf(""), "");
+  EXPECT_EQ(Joined({LfToCrLf("a\nb\r\nc\n\n"), LfToCrLf("\n"), LfToCrLf("\r\r\n"), LfToCrLf("")}),
+            "a\r\nb\r\nc\r\n\r\n|\r\n|\r\r\n|");
 }
 
 TEST_F(ZipTest, ExtractAsksFirstAndCanMakeTheTargetTheJobFolder) {
@@ -427,7 +412,7 @@ TEST_F(ZipTest, NewFolderIsMadeInsideTheTarget) {
   EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
 }
 
-TEST_F(ZipTest, ZippingTheCurrentJobNeedsAJob) {
+TEST_F(ZipTest, TheWizardNeedsAJobForTheCurrentJobAndANameAndItemsForTheManualPage) {
   EXPECT_TRUE(ZipWizardNext(session, true));
   session.JobBase.clear();
   EXPECT_TRUE(ZipWizardNext(session, false));
@@ -436,9 +421,9 @@ TEST_F(ZipTest, ZippingTheCurrentJobNeedsAJob) {
   ASSERT_EQ(user.messages.size(), 1u);
   EXPECT_EQ(user.messages[0].text, "No job is open");
   EXPECT_EQ(user.messages[0].icon, Icon::Stop);
-}
+  user.messages.clear();
+  UseJob("T1");
 
-TEST_F(ZipTest, ManualFinishNeedsANameAndItems) {
   const std::string zip = (root / "manual.zip").string();
   EXPECT_FALSE(ZipManualFinish(session, " ", "T1.def"));
   EXPECT_FALSE(ZipManualFinish(session, zip, "  "));
