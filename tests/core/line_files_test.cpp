@@ -197,7 +197,17 @@ TEST_F(LineFiles, RecordWithBothEndsUnknownPlacesBothAndLaterLinesUseThem) {
 
 // A survey table counted past its bound (as a .sid of too many surveys leaves it) stops the
 // linking at the first line, after that line's ends and before anything else is linked.
-TEST_F(LineFiles, SurveysCountedPastTheirBoundStopTheLinkingAtTheFirstLine) {
+
+// Each load starts the unit factor afresh: a job whose unit code is neither metres nor feet does
+// not draw or place its records with the factor of the job opened before it.
+TEST_F(LineFiles, EachLoadStartsTheUnitFactorAfreshAndSurveysPastTheirBoundStopTheLinking) {
+  session.UnitsPerChain = 66.0f;
+  WriteJob("T1N2E.def", DefFile(3));
+  WriteJob("T1N2E.COR", {});
+  WriteJob("T1N2E.raw", RawFile({RawRow("100100", "100200", "1", "1", "300000", "GLO")}));
+  LoadOnly(session);
+  EXPECT_EQ(std::tuple(session.raw.RawLineCount, session.UnitsPerChain), std::tuple(1, 0.0f));
+
   SetPoints({{"100100", 10, 10}, {"100200", 20, 20}});
   for (int s = 1; s <= SurveyStore::kBound; ++s) session.surveys.SurveyTable.at(s).sLine = "SGLO";
   session.surveys.SurveyCount = SurveyStore::kBound + 1;
@@ -210,18 +220,7 @@ TEST_F(LineFiles, SurveysCountedPastTheirBoundStopTheLinkingAtTheFirstLine) {
   EXPECT_EQ(session.UnitsPerChain, 0.0f);  // the unit code is read after the linking
 }
 
-// Each load starts the unit factor afresh: a job whose unit code is neither metres nor feet does
-// not draw or place its records with the factor of the job opened before it.
-TEST_F(LineFiles, EachLoadStartsTheUnitFactorAfresh) {
-  session.UnitsPerChain = 66.0f;
-  WriteJob("T1N2E.def", DefFile(3));
-  WriteJob("T1N2E.COR", {});
-  WriteJob("T1N2E.raw", RawFile({RawRow("100100", "100200", "1", "1", "300000", "GLO")}));
-  LoadOnly(session);
-  EXPECT_EQ(std::tuple(session.raw.RawLineCount, session.UnitsPerChain), std::tuple(1, 0.0f));
-}
-
-TEST_F(LineFiles, SurveysKeepTheirSLineAndTheRangeOfTheirCLines) {
+TEST_F(LineFiles, SurveysKeepTheirSLineAndTheRangeOfTheirCLinesAndPastTheTableAreAFault) {
   const std::vector<std::string> sid = {
       Row({{1, "SGLO 1856"}, {20, "  0.500"}, {27, "   100.0"}, {35, "    30.0"}}) + "   ",
       "C DU:F     <DISTANCE UNITS ARE US SURVEY FEET>",
@@ -250,12 +249,11 @@ TEST_F(LineFiles, SurveysKeepTheirSLineAndTheRangeOfTheirCLines) {
               "C a comment, kept word for word|C DT:G     <GROUND DISTANCES>");
     EXPECT_EQ(user.status[1], std::vector<std::string>{"Reading Survey Identifiers"});
   }
-}
 
-TEST_F(LineFiles, SurveysPastTheTableAreAFaultForTheCaller) {
-  std::vector<std::string> sid;
-  for (int s = 1; s <= 201; ++s) sid.push_back("SSURVEY" + std::to_string(s));
-  WriteJob("T1N2E.sid", sid);
+  // Surveys past the table are a fault for the caller.
+  std::vector<std::string> many;
+  for (int s = 1; s <= 201; ++s) many.push_back("SSURVEY" + std::to_string(s));
+  WriteJob("T1N2E.sid", many);
   EXPECT_THROW(ReadSurveys(session), RuntimeFault);
   EXPECT_EQ(SurveyName(session.surveys.SurveyTable.get(200)), "SURVEY200");
 }

@@ -46,15 +46,6 @@ class LzhCommands : public JobFixture {
   Session& s = session;
 };
 
-TEST_F(LzhCommands, ArchiverIsFoundInTheToolFolderWhateverItsCaseElseOnThePath) {
-  EXPECT_EQ(LhaProgram(s), Lha());
-  std::filesystem::remove(toolPath / "LHA");
-  WriteTool("Lha.exe", {"stand-in"});
-  EXPECT_EQ(LhaProgram(s), ToolDir() + PathSeparator() + "Lha.exe");
-  std::filesystem::remove(toolPath / "Lha.exe");
-  EXPECT_EQ(LhaProgram(s), "lha");
-}
-
 TEST_F(LzhCommands, ExtractSpawnsHiddenInTheCurrentFolderAndTellsAtOnce) {
   user.files.push_back(FileChoice{"/arch/old job.lzh", "old job.lzh"});
   bool toldBeforeRun = false;
@@ -154,7 +145,7 @@ TEST_F(LzhCommands, AnArchiverThatFailsIsToldWhenItEnds) {
             std::vector<std::string>{"No file matches " + s.JobBase + ".*; nothing was archived."});
 }
 
-TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameAndBothNeedAJob) {
+TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameBothNeedAJobAndTheArchiverIsFoundInAnyCase) {
   user.inputs.push_back(std::string());
   EXPECT_FALSE(LzhSaveAs(s));
   EXPECT_FALSE(LzhSaveAs(s));
@@ -165,6 +156,14 @@ TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameAndBothNeedAJob) {
   EXPECT_FALSE(LzhSaveAs(s));
   LzhSave(s);
   EXPECT_TRUE(probe.launches.empty());
+
+  // The archiver is found in the tool folder whatever its case, else on the search path.
+  EXPECT_EQ(LhaProgram(s), Lha());
+  std::filesystem::remove(toolPath / "LHA");
+  WriteTool("Lha.exe", {"stand-in"});
+  EXPECT_EQ(LhaProgram(s), ToolDir() + PathSeparator() + "Lha.exe");
+  std::filesystem::remove(toolPath / "Lha.exe");
+  EXPECT_EQ(LhaProgram(s), "lha");
 }
 
 // The patterns of both archivers, built also where the ZIP archive is not (Windows).

@@ -33,6 +33,15 @@ class RegionWorkflow : public JobFixture {
 };
 
 TEST_F(RegionWorkflow, MergeAdjustParseRunInTheRegionsFolderAndSetTheStates) {
+  // With a member of the region loaded, Merge warns and runs nothing.
+  session.JobName = "T1";
+  console.Merge();
+  ASSERT_EQ(user.messages.size(), 1u);
+  EXPECT_EQ(user.messages[0].text, "Merging is done on the region REG\r\nThe currently loaded project is T1");
+  EXPECT_EQ(user.messages[0].icon, Icon::Exclamation);
+  EXPECT_TRUE(processes.launches.empty());
+
+  session.JobName = "REG";
   console.Merge();
   ASSERT_EQ(processes.launches.size(), 1u);
   EXPECT_EQ(Joined({processes.launches[0].kind, Launched(0), processes.launches[0].folder}),
@@ -110,15 +119,6 @@ TEST_F(RegionWorkflow, AToolThatDidNotStartIsToldAndOpensNoStep) {
   console.Parse();
   EXPECT_EQ(console.enabled, (RegionCommands{true, true, true, true, true, true, false, false}));
   EXPECT_EQ(user.messages.size(), boxes);
-}
-
-TEST_F(RegionWorkflow, MergeWithAMemberLoadedWarnsAndRunsNothing) {
-  session.JobName = "T1";
-  console.Merge();
-  ASSERT_EQ(user.messages.size(), 1u);
-  EXPECT_EQ(user.messages[0].text, "Merging is done on the region REG\r\nThe currently loaded project is T1");
-  EXPECT_EQ(user.messages[0].icon, Icon::Exclamation);
-  EXPECT_TRUE(processes.launches.empty());
 }
 
 TEST_F(RegionWorkflow, ViewItemAndViewRegionWalkBetweenTownshipAndRegion) {

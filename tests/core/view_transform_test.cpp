@@ -62,7 +62,7 @@ class ViewTransform : public JobFixture, public Display {
   const ViewState& v = s.view;
 };
 
-TEST_F(ViewTransform, ZoomExtentsIsSquareOnTheLargerSpanWithUnevenMargins) {
+TEST_F(ViewTransform, ZoomExtentsIsSquareOnTheLargerSpanWithUnevenMarginsAndTheWidthFromTheHeight) {
   s.extents = JobExtents{2000, 2500, 4000, 5000};  // a tall job: 500 across, 1000 up
   ZoomExtents(s);
   ExpectWindow({1980, 5100, 3050, 3950});
@@ -70,6 +70,9 @@ TEST_F(ViewTransform, ZoomExtentsIsSquareOnTheLargerSpanWithUnevenMargins) {
   s.extents = JobExtents{100, 1100, 200, 600};  // a wide job: the margins still hang on MaxY and MinX
   ZoomExtents(s);
   ExpectWindow({80, 700, 1150, -450});
+  SetWindow(s, 1000, 301000, 99999, 1000);  // the literal 1.33333 and not 4/3 gives the width
+  ExpectScale({1000, 301000, 399999, -300000});
+  EXPECT_EQ(canvas.calls.back().args, (std::vector<double>{v.ScaleLeft, v.ScaleTop, v.ScaleWidth, v.ScaleHeight}));
 }
 
 TEST_F(ViewTransform, ExtentsBeyondTheSinglesRangeStopAtItsLargestValue) {
@@ -89,12 +92,6 @@ TEST_F(ViewTransform, ExtentsBeyondTheSinglesRangeStopAtItsLargestValue) {
   s.extents = JobExtents{-1e39, 0, -1e39, 0};
   ZoomExtents(s);
   EXPECT_TRUE(std::isfinite(v.ScaleTop) && std::isfinite(v.ScaleHeight));
-}
-
-TEST_F(ViewTransform, TheAspectRuleTakesTheWidthFromTheHeight) {
-  SetWindow(s, 1000, 301000, 99999, 1000);  // the literal 1.33333 and not 4/3 gives the width
-  ExpectScale({1000, 301000, 399999, -300000});
-  EXPECT_EQ(canvas.calls.back().args, (std::vector<double>{v.ScaleLeft, v.ScaleTop, v.ScaleWidth, v.ScaleHeight}));
 }
 
 TEST_F(ViewTransform, OnlyTheMenuPathGuardsZoomInAgainstASmallWindow) {
@@ -237,7 +234,7 @@ TEST_F(CanvasShape, ACanvasOfTheViewsShapeKeepsTheViewsOwnValues) {
 
 // On a canvas of another shape the window shows whole and centred; resized back, the canvas
 // shows the window itself again.
-TEST_F(CanvasShape, ACanvasOfAnotherShapeShowsTheWindowWholeAboutItsCentre) {
+TEST_F(CanvasShape, ACanvasOfAnotherShapeShowsTheWindowAndSavedViewsWholeAboutTheirCentre) {
   Pixels(1000, 750);
   SetWindow(session, 100, 900, 0, 300);  // 800 x 600 about (500, 600), width by the view's 1.33333
   const ViewState& v = session.view;
@@ -265,9 +262,7 @@ TEST_F(CanvasShape, ACanvasOfAnotherShapeShowsTheWindowWholeAboutItsCentre) {
     ZoomPrevious(session, 15000, 11000);
     EXPECT_EQ(std::tuple(v.ViewLeft, v.ViewTop, v.ViewRight), std::tuple(100.0f, 900.0f, 15100.0f)) << w;
   }
-}
-
-TEST_F(CanvasShape, SavedViewsAreShownSquareOnACanvasOfAnotherShape) {
+  // Saved views are shown square too.
   session.view.SavedViews[2] = ViewRect{10, 1000, 1343.33f, 0};
   Pixels(1000, 750);
   RecallSavedView(session, 2);

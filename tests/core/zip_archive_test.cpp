@@ -288,7 +288,7 @@ TEST(ZipNames, SafeNamesStayInsideTheTargetAndLineEndsConvertOnlyLoneLineFeeds) 
             "a\r\nb\r\nc\r\n\r\n|\r\n|\r\r\n|");
 }
 
-TEST_F(ZipTest, ExtractAsksFirstAndCanMakeTheTargetTheJobFolder) {
+TEST_F(ZipTest, ExtractAsksFirstCanMakeTheTargetTheJobFolderAndANewFolderInsideIt) {
   const fs::path zip = root / "t1.zip";
   ASSERT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string()), kZipOk);
   fs::create_directory(Out());
@@ -317,6 +317,16 @@ TEST_F(ZipTest, ExtractAsksFirstAndCanMakeTheTargetTheJobFolder) {
   EXPECT_NE(user.messages[1].text.find("bad.zip"), std::string::npos);
   EXPECT_EQ(user.messages[2].text, "Choose File, Open to view this job");
   EXPECT_EQ(session.JobFolder, Out().string() + PathSeparator());
+
+  // A new folder is made inside the target.
+  user.inputs.push_back(std::string("fresh"));
+  EXPECT_EQ(UnzipNewFolder(session, root.string()), (root / "fresh").string());
+  EXPECT_TRUE(fs::is_directory(root / "fresh"));
+  EXPECT_EQ(user.prompts, std::vector<std::string>{"Enter a name for the new folder"});
+  // Cancelled or empty: nothing.
+  EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
+  user.inputs.push_back(std::string("  "));
+  EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
 }
 
 TEST_F(ZipTest, ProgressIsToldAndACancelLeavesTheArchiveAsItWasAndNothingBesideIt) {
@@ -399,17 +409,6 @@ TEST_F(ZipTest, ExtractionCancelsOnlyWhileTheArchiveIsTested) {
     }
   }
   EXPECT_EQ(UnzipCancelledNote("a.zip"), "Extraction cancelled: nothing was extracted from a.zip.");
-}
-
-TEST_F(ZipTest, NewFolderIsMadeInsideTheTarget) {
-  user.inputs.push_back(std::string("fresh"));
-  EXPECT_EQ(UnzipNewFolder(session, root.string()), (root / "fresh").string());
-  EXPECT_TRUE(fs::is_directory(root / "fresh"));
-  EXPECT_EQ(user.prompts, std::vector<std::string>{"Enter a name for the new folder"});
-  // Cancelled or empty: nothing.
-  EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
-  user.inputs.push_back(std::string("  "));
-  EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
 }
 
 TEST_F(ZipTest, TheWizardNeedsAJobForTheCurrentJobAndANameAndItemsForTheManualPage) {
