@@ -156,7 +156,7 @@ TEST_F(LoadSequence, EachCaseOfTheLoadTableGivesItsBoxesAndReaders) {
   }
 }
 
-TEST_F(LoadSequence, ReloadClearsAndReadsAgainButRedrawsLsaAloneNot) {
+TEST_F(LoadSequence, ReloadClearsAndReadsAgainButRedrawsLsaAloneNotAndCloseEmptiesEverything) {
   WriteJobFiles(jobPath);
   Open();
   fs::remove(jobPath / "T1N2E.raw");
@@ -171,12 +171,9 @@ TEST_F(LoadSequence, ReloadClearsAndReadsAgainButRedrawsLsaAloneNot) {
   ReloadJob(session);
   EXPECT_EQ(display.calls.size(), 2u);
   EXPECT_EQ(user.MessageTexts(), Strings{"Viewing LSA coordinates"});
-}
 
-TEST_F(LoadSequence, CloseEmptiesEverythingAndTurnsTheMenusBack) {
-  WriteJobFiles(jobPath);
-  Open();
-  session.view.ViewLeft = 5.0f;
+  // Close empties everything and turns the menus back.
+  user.messages.clear();
   FileClose(session);
   EXPECT_EQ(session.JobBase + session.JobName + session.JobFolder + "|" + user.title, "|Tessel");
   EXPECT_TRUE(user.messages.empty() && !session.view.EverSet());
