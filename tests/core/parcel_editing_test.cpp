@@ -268,7 +268,8 @@ TEST_F(ParcelEditing, AFailedOkLeavesTheFileAndTheEdits) {
   EXPECT_EQ(Iid(), Text(kIid));
   ASSERT_EQ(user.messages.size(), 1u);
   EXPECT_NE(user.messages[0].text.find("T12NR04E.IID"), std::string::npos);
-  EXPECT_EQ(std::tuple(session.parcels.ParcelDirty, session.parcels.ParcelEdit.get(1)), std::tuple(-1, "(Deleted)" + kLine1));
+  EXPECT_EQ(std::tuple(session.parcels.ParcelDirty, session.parcels.ParcelEdit.get(1)),
+            std::tuple(-1, "(Deleted)" + kLine1));
   for (const auto& entry : std::filesystem::directory_iterator(jobPath)) {
     const std::string name = entry.path().filename().string();
     EXPECT_TRUE(name == "T12NR04E.IID" || name == "T12NR04E.iib") << name;

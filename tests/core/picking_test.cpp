@@ -166,7 +166,8 @@ TEST_F(Picking, WindowsTakeWhatLiesStrictlyInsideInEveryToolAndDragDirection) {
            {100, 100, 200, 200}, {200, 200, 100, 100}, {100, 200, 200, 100}, {200, 100, 100, 200}}) {
     SCOPED_TRACE(::testing::Message() << "from " << x0 << "," << y0);
     ParcelsClearAll(session);  // back to the parcel tool, which needs no display mark for a window
-    EXPECT_EQ(std::tuple(Mapped(sel.SelectedParcels, 2), session.ToolMode), std::tuple(Ints{0, 0}, ToolMode::PickParcels));
+    EXPECT_EQ(std::tuple(Mapped(sel.SelectedParcels, 2), session.ToolMode),
+              std::tuple(Ints{0, 0}, ToolMode::PickParcels));
     Drag(x0, y0, x1, y1);
     EXPECT_EQ(sel.ParcelList(), (Strings{"Sec_001 A", "Sec_004 D"}));
     PointsClear(session);  // back to point picking

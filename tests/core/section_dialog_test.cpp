@@ -74,7 +74,8 @@ TEST_F(SectionDialog, TogglesColourTheDiagramFromTheFiles) {
   WriteJob("T1N2E.irr", WriteIrrBlock(session.sectionDefinitions, 7));
   SetStatusMode(session, diagram, true);
   SetDefineMode(session, diagram, true);
-  EXPECT_EQ(ShadesAt(diagram.shades, {5, 36, 7, 12}), (std::vector{Shade::Yellow, Shade::Yellow, Shade::Green, Shade::System}));
+  EXPECT_EQ(ShadesAt(diagram.shades, {5, 36, 7, 12}),
+            (std::vector{Shade::Yellow, Shade::Yellow, Shade::Green, Shade::System}));
   SetStatusMode(session, diagram, false);
   for (int s = 1; s <= 36; ++s) EXPECT_EQ(diagram.shades[static_cast<std::size_t>(s)], Shade::System) << s;
 }

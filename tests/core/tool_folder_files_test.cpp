@@ -112,9 +112,8 @@ TEST_F(ConfigActions, OkAppliesButtonsChecksColoursAndRedrawsWithoutWriting) {
       {"mnuOptionsControl", false},  {"mnuOptionsParcel", true}, {"parcel", true}};
   EXPECT_EQ(user.checked, checks);
   // Light text on a dark background.
-  const auto colours = viewCanvas.Of("Colours");
-  ASSERT_EQ(colours.size(), 1u);
-  EXPECT_EQ(colours[0].args, (std::vector<double>{0.0, double(0xFFFFFF)}));
+  ASSERT_EQ(viewCanvas.Of("Colours").size(), 1u);
+  EXPECT_EQ(viewCanvas.Of("Colours")[0].args, (std::vector<double>{0.0, double(0xFFFFFF)}));
   EXPECT_EQ(display.calls, std::vector<std::string>{"RefreshView"});
   EXPECT_FALSE(fs::exists(CfgPath()));
 }
@@ -128,7 +127,7 @@ TEST_F(ConfigActions, SaveReplacesTheFileOrStillAppliesWhenItCannotWriteAndResto
   // Without a viewer, into a folder that is not there.
   session.ToolFolder = (root / "no such folder").string();
   EXPECT_FALSE(SaveConfig(session, Config{}));
-  EXPECT_EQ(session.config, Config{});
+  EXPECT_EQ(session.config, Config{});  // applied all the same
   EXPECT_EQ(user.MessageTexts(),
             std::vector<std::string>{"Path/File access error: " + (root / "no such folder").string() + PathSeparator() + "Tessel.cfg"});
   user.messages.clear();
@@ -161,8 +160,7 @@ TEST_F(ConfigActions, TheRunnerOfWindowsProgramsIsSavedBesideTesselCfgWhichStays
   EXPECT_TRUE(SaveConfig(session, Custom()));
   const std::string cfg = ReadBytes(CfgPath());
   EXPECT_TRUE(SaveToolRunner(session, "none"));
-  EXPECT_EQ(ReadTool("tessel-tools.ini"), "runner=none\r\n");
-  EXPECT_EQ(ReadBytes(CfgPath()), cfg);
+  EXPECT_EQ(ReadTool("tessel-tools.ini") + ReadBytes(CfgPath()), "runner=none\r\n" + cfg);
   WriteConfig((root / "alone.cfg").string(), Custom());
   EXPECT_EQ(ReadBytes(root / "alone.cfg"), cfg);
   // The next start reads both; Restore Defaults leaves the runner as it is.
@@ -172,8 +170,7 @@ TEST_F(ConfigActions, TheRunnerOfWindowsProgramsIsSavedBesideTesselCfgWhichStays
   EXPECT_EQ(next.toolRunner, "none");
   user.answers = {Answer::Yes};
   EXPECT_TRUE(RestoreDefaults(next));
-  EXPECT_EQ(next.toolRunner, "none");
-  EXPECT_EQ(ReadTool("tessel-tools.ini"), "runner=none\r\n");
+  EXPECT_EQ(next.toolRunner + "|" + ReadTool("tessel-tools.ini"), "none|runner=none\r\n");
   // Without a runner file the start gives Wine; a file that cannot be written is told, naming it.
   fs::remove(toolPath / "tessel-tools.ini");
   MainFormLoad(next);

@@ -363,9 +363,11 @@ TEST_F(WindowsPrograms, WineRunsThemUnlessTheSettingSaysOtherwiseAndItsAbsenceIs
 
   // A program of this system, or any program where Windows programs run by themselves, or with
   // no runner set, starts itself; no runner is even looked for.
-  EXPECT_EQ(Joined({choice(ChooseRunner(tool, false, false, "", without)), choice(ChooseRunner(tool, true, true, "", without)),
+  EXPECT_EQ(Joined({choice(ChooseRunner(tool, false, false, "", without)),
+                    choice(ChooseRunner(tool, true, true, "", without)),
                     choice(ChooseRunner(tool, true, false, "none", without)),
-                    choice(ChooseRunner(tool, true, false, " None ", without))}, " "),
+                    choice(ChooseRunner(tool, true, false, " None ", without))},
+                   " "),
             "| | | |");
   EXPECT_TRUE(asked.empty());
   // Wine by default, an empty setting being the default; another runner when set.
