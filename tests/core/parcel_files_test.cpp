@@ -225,9 +225,14 @@ TEST_F(Centroids, AHeadingThatNeverEndsWritesNothingAndSaysWhy) {
   EXPECT_EQ(ReadJob("T1N2E.CRP"), before);
 }
 
-TEST_F(Centroids, EachRingGivesItsAreaCentroidOrWithoutAreaTheMeanOfItsPoints) {
+TEST_F(Centroids, EachRingGivesItsAreaCentroidOrWithoutAreaByTheRoundingToleranceTheMeanOfItsPoints) {
+  // Trapezoids 3000 long at state plane size. 0.000001 high, twice the area is 0.004, under the
+  // tolerance of 1e-9 times the span squared (0.009): a line, so the mean of the four points.
+  // 0.0001 high (0.4) is an area, whose centroid lies 83.333 west of the mean.
   for (const auto& [id, x, y] : std::vector<std::tuple<std::string, double, double>>{
-           {"400100", 500.0, 700.0}, {"700100", 0.0, 0.0}, {"700100", 2098700.0, 476500.0}}) {
+           {"400100", 500.0, 700.0}, {"700100", 0.0, 0.0}, {"700100", 2098700.0, 476500.0},
+           {"500100", 2098000.0, 476000.0}, {"500200", 2101000.0, 476000.0}, {"500300", 2101000.0, 476000.000001},
+           {"500400", 2100000.0, 476000.000001}, {"600300", 2101000.0, 476000.0001}, {"600400", 2100000.0, 476000.0001}}) {
     session.points.Append(id, x, y);
   }
   const std::pair<std::string, std::vector<std::string>> rings[] = {
@@ -241,26 +246,18 @@ TEST_F(Centroids, EachRingGivesItsAreaCentroidOrWithoutAreaTheMeanOfItsPoints) {
       {"S 999999 888888", {"0.000", "0.000"}},                       // no point in the store
       // Unknown identifiers are left out, and the later 700100 counts: a triangle.
       {"S 100100 100200 ZZZZZZ 700100", {"2098733.333", "476366.667"}},
+      // Nearly collinear rings, decided by the rounding tolerance.
+      {"S 500100 500200 500300 500400", {"2100000.000", "476000.000"}},
+      {"S 500100 500200 600300 600400", {"2099916.667", "476000.000"}},
   };
   std::vector<std::string> rpo, crp;
   for (const auto& [ring, centroid] : rings) {
     rpo.push_back(ring);
     crp.push_back(CrpRow(centroid[0], centroid[1]));
   }
-  WriteRpo(rpo, "  9");
+  WriteRpo(rpo, " 11");
   ComputeCentroids(session);
   EXPECT_EQ(ReadJob("T1N2E.CRP"), Text(crp));
-}
-
-TEST_F(Centroids, NearlyCollinearRingsAreDecidedByTheRoundingTolerance) {
-  // Trapezoids 3000 long at state plane size. 0.000001 high, twice the area is 0.004, under the
-  // tolerance of 1e-9 times the span squared (0.009): a line, so the mean of the four points.
-  // 0.0001 high (0.4) is an area, whose centroid lies 83.333 west of the mean.
-  SetPoints({{"500100", 2098000.0, 476000.0}, {"500200", 2101000.0, 476000.0}, {"500300", 2101000.0, 476000.000001},
-             {"500400", 2100000.0, 476000.000001}, {"600300", 2101000.0, 476000.0001}, {"600400", 2100000.0, 476000.0001}});
-  WriteRpo({"S 500100 500200 500300 500400", "S 500100 500200 600300 600400"}, "  2");
-  ComputeCentroids(session);
-  EXPECT_EQ(ReadJob("T1N2E.CRP"), Text({CrpRow("2100000.000", "476000.000"), CrpRow("2099916.667", "476000.000")}));
 }
 
 TEST_F(Centroids, CentroidsReadBackThroughTheRawPolygonReader) {
