@@ -51,7 +51,7 @@ class LoadSequence : public JobFixture {
     put(".RPO", {"  1 POLYGONS FOUND", "", "S 100100 100200 100300"});
     put(".crp", {"       1666.667       1333.333"});
     put(".iid", {"TITLE", "Sec_001  A T_W  1", " 100100 100200 100300 100100",
-                 Row({{1, " PARCEL N,E"}, {17, "   1333.333"}, {33, "   1666.667"}})});
+                 LocationRow("1333.333", "1666.667")});
     put(".not", {"     0", "     1", "100100 100200"});
   }
   void Open(const std::string& folder) { OpenJob(session, folder + "T1N2E.def", "T1N2E.def"); }

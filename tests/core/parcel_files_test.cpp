@@ -21,10 +21,6 @@ const std::string kRing1 = " 100100 100200 100300 100100";
 const std::string kRing2 = " 200100 200200 200300 200100";
 const std::string kRing3 = " 300100 300200 300300 300100";
 
-std::string Location(const std::string& north, const std::string& east) {
-  return Row({{1, " PARCEL N,E"}, {17, PadLeft(north, 11)}, {33, PadLeft(east, 11)}});
-}
-
 class ParcelFiles : public JobFixture {
  protected:
   void SetUp() override { UseJob("T1N2E"); }
@@ -45,9 +41,9 @@ TEST_F(ParcelFiles, ReaderGroupsAttributeLinesBeforeTheirRingAndLocation) {
   // A group's ring and location reach one entry beyond it: the last parcel has none of its own
   // and keeps what the group before wrote there.
   WriteJob("T1N2E.iid",
-           {"RINGFORM PARCELS", "Sec_001  A T_W  12345     C   40.000", kRing1, Location("1000.000", "2000.000"),
+           {"RINGFORM PARCELS", "Sec_001  A T_W  12345     C   40.000", kRing1, LocationRow("1000.000", "2000.000"),
             "  heading between groups", "Sec_002  B T_?  22         10.000", "SEC_003  C T_L  33          5.500",
-            " 999999 999999 999999", kRing2, Location("  3000.500", "4000.250"), "Sec_004 D"},
+            " 999999 999999 999999", kRing2, LocationRow("  3000.500", "4000.250"), "Sec_004 D"},
            Eol::Lf);
   session.SelectionCount = 3;
   ReadParcels(session);
@@ -73,9 +69,9 @@ TEST_F(ParcelFiles, ReaderGroupsAttributeLinesBeforeTheirRingAndLocation) {
 
 TEST_F(ParcelFiles, SaveReplacesTheTitleAndEachParcelsLine) {
   const std::vector<std::string> original = {
-      "RINGFORM PARCELS",         "Sec_001  A T_W  1", kRing1, Location("1.0", "2.0"),
-      "Sec_002  B T_W  2",        kRing2,              Location("3.0", "4.0"),
-      "Sec_003  C T_W  3",        kRing3,              Location("5.0", "6.0"),
+      "RINGFORM PARCELS",         "Sec_001  A T_W  1", kRing1, LocationRow("1.0", "2.0"),
+      "Sec_002  B T_W  2",        kRing2,              LocationRow("3.0", "4.0"),
+      "Sec_003  C T_W  3",        kRing3,              LocationRow("5.0", "6.0"),
       "Tessel Edited: kept as is"};
   WriteJob("T1N2E.IID", original, Eol::Lf);
   ReadParcels(session);
@@ -89,9 +85,9 @@ TEST_F(ParcelFiles, SaveReplacesTheTitleAndEachParcelsLine) {
   const std::vector<std::string> saved = {
       "  * * * This file has been edited by Tessel  * * *  ",
       "Tessel Edited: Sec_001  A T_W  1",
-      "Sec_001  A T_W  1 EDITED", kRing1, Location("1.0", "2.0"),
-      "Sec_002  B T_W  2 EDITED", kRing2, Location("3.0", "4.0"),
-      "Sec_003  C T_W  3",        kRing3, Location("5.0", "6.0"),
+      "Sec_001  A T_W  1 EDITED", kRing1, LocationRow("1.0", "2.0"),
+      "Sec_002  B T_W  2 EDITED", kRing2, LocationRow("3.0", "4.0"),
+      "Sec_003  C T_W  3",        kRing3, LocationRow("5.0", "6.0"),
       "Tessel Edited: kept as is"};
   EXPECT_EQ(ReadJob("T1N2E.IID"), Text(saved));
   EXPECT_EQ(ReadJob("T1N2E.iib"), Text(original, Eol::Lf));
@@ -132,12 +128,12 @@ TEST_F(ParcelFiles, SaveReplacesTheTitleAndEachParcelsLine) {
 // touches .IID or .iib, and the edits stay in memory.
 TEST_F(ParcelFiles, AWriteThatWouldPutLinesOntoOtherParcelsIsRefused) {
   const std::vector<std::string> upper = {
-      "RINGFORM PARCELS",  "Sec_001  A T_W  1", kRing1, Location("1.0", "2.0"),
-      "SEC_002  B T_W  2", kRing2,              Location("3.0", "4.0"),
-      "Sec_003  C T_W  3", kRing3,              Location("5.0", "6.0")};
+      "RINGFORM PARCELS",  "Sec_001  A T_W  1", kRing1, LocationRow("1.0", "2.0"),
+      "SEC_002  B T_W  2", kRing2,              LocationRow("3.0", "4.0"),
+      "Sec_003  C T_W  3", kRing3,              LocationRow("5.0", "6.0")};
   const std::vector<std::string> plain = {
-      "RINGFORM PARCELS",  "Sec_001  A T_W  1", kRing1, Location("1.0", "2.0"),
-      "Sec_002  B T_W  2", kRing2,              Location("3.0", "4.0")};
+      "RINGFORM PARCELS",  "Sec_001  A T_W  1", kRing1, LocationRow("1.0", "2.0"),
+      "Sec_002  B T_W  2", kRing2,              LocationRow("3.0", "4.0")};
   struct Case {
     const char* what;
     std::vector<std::string> read;     // the file the store is read from

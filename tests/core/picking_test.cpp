@@ -234,14 +234,10 @@ const std::string kAttr1 = "Sec_001  A T_W  12345     C   40.000", kAttr2 = "Sec
                   kAttr3 = "Sec_003  C T_L  33          5.500";
 const std::string kRing1 = " 100100 100200 100300 100100", kRing3 = " 300100 300200 300300 300100";
 
-std::string Location(const std::string& north, const std::string& east) {
-  return Row({{1, " PARCEL N,E"}, {17, PadLeft(north, 11)}, {33, PadLeft(east, 11)}});
-}
-
 TEST_F(ParcelLocationMove, AShiftClickRewritesTheSelectionsLocationLinesAndKeepsTheFileBefore) {
-  const Strings original = {"PARCELS OF T1N R2E", kAttr1, kRing1, Location("1000.000", "2000.000"), "",
-                            kAttr2, " 200100 200200 200300 200100", Location("3000.500", "4000.250"), kAttr3, kRing3,
-                            Location("5000.000", "6000.000") + "   old note"};
+  const Strings original = {"PARCELS OF T1N R2E", kAttr1, kRing1, LocationRow("1000.000", "2000.000"), "",
+                            kAttr2, " 200100 200200 200300 200100", LocationRow("3000.500", "4000.250"), kAttr3, kRing3,
+                            LocationRow("5000.000", "6000.000") + "   old note"};
   Load(original);
   session.checks.mnuOptionsParcel = true;
   session.ToolMode = ToolMode::PickParcels;

@@ -100,6 +100,10 @@ std::vector<std::string> LsaFile(const std::vector<std::string>& control, const 
   return out;
 }
 
+std::string LocationRow(const std::string& north, const std::string& east) {
+  return Row({{1, " PARCEL N,E"}, {17, PadLeft(north, 11)}, {33, PadLeft(east, 11)}});
+}
+
 std::string RawRow(const std::string& from, const std::string& to, const std::string& distance,
                    const std::string& quadrant, const std::string& bearing, const std::string& survey) {
   return Row({{1, from}, {10, to}, {17, distance}, {27, quadrant}, {31, bearing}, {40, survey}});

@@ -51,6 +51,8 @@ std::string LsaPointRow(const std::string& id, const std::string& x, const std::
 // section and "0" on the others; sections 3 and 4 hold one line each.
 std::vector<std::string> LsaFile(const std::vector<std::string>& control, const std::vector<std::string>& lines,
                                  const std::vector<std::string>& points);
+// The location line of a parcel in .IID: northing in columns 17-27, easting in 33-43.
+std::string LocationRow(const std::string& north, const std::string& east);
 // A record line of .raw with its fields at columns 1, 10, 17, 27, 31 and 40.
 std::string RawRow(const std::string& from, const std::string& to, const std::string& distance,
                    const std::string& quadrant, const std::string& bearing, const std::string& survey);

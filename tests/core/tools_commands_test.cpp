@@ -53,7 +53,7 @@ class Commands : public JobFixture {
   }
   void WriteIid() const {
     WriteJob("T1N2E.iid", {"TITLE", "Sec_001  A T_W  1", " 100100 100200 100300 100100",
-                           Row({{1, " PARCEL N,E"}, {17, "   1333.333"}, {33, "   1666.667"}})});
+                           LocationRow("1333.333", "1666.667")});
   }
   void WriteRpo() const { WriteJob("T1N2E.RPO", {"  1 POLYGONS FOUND", "", "S 100100 100200 100300 100100"}); }
 

@@ -72,7 +72,7 @@ bool HasTemporary(const fs::path& folder) {
 
 const std::string kRing = " 100100 100200 100300 100100";
 const std::vector<std::string> kIid = {"TITLE", "Sec_001  A T_W  1", kRing,
-                                       Row({{1, " PARCEL N,E"}, {17, "   1333.333"}, {33, "   1666.667"}})};
+                                       LocationRow("1333.333", "1666.667")};
 
 class WriteFaultsTest : public JobFixture {
  protected:
