@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "datasets/support_files.h"
@@ -50,7 +51,7 @@ class LoadSequence : public JobFixture {
     put(".RPO", {"  1 POLYGONS FOUND", "", "S 100100 100200 100300"});
     put(".crp", {"       1666.667       1333.333"});
     put(".iid", {"TITLE", "Sec_001  A T_W  1", " 100100 100200 100300 100100",
-                 Row({{1, " PARCEL N,E"}, {17, "   1333.333"}, {33, "   1666.667"}})});
+                 LocationRow("1333.333", "1666.667")});
     put(".not", {"     0", "     1", "100100 100200"});
   }
   void Open(const std::string& folder) { OpenJob(session, folder + "T1N2E.def", "T1N2E.def"); }
@@ -88,21 +89,18 @@ TEST_F(LoadSequence, OpenReadsEveryDatasetInOrderAndEndsOnTheJobName) {
                                      kRaw, kComputing, "Reading raw polygons", "Reading parcels",
                                      "Preparing for display", "T1N2E"}));
   EXPECT_TRUE(user.messages.empty());
-  EXPECT_EQ(user.pointers.front(), Pointer::Hourglass);
-  EXPECT_EQ(user.pointers.back(), Pointer::Default);
+  EXPECT_EQ(std::pair(user.pointers.front(), user.pointers.back()), std::pair(Pointer::Hourglass, Pointer::Default));
   EXPECT_EQ(display.calls, Strings{"RefreshViewAfterExtents"});
-  EXPECT_EQ(user.title, "Tessel " + JobDir() + "T1N2E");
-  EXPECT_EQ(ReadJob("TEMP.JOB"), "T1N2E\r\n");
+  EXPECT_EQ(user.title + "|" + ReadJob("TEMP.JOB"), "Tessel " + JobDir() + "T1N2E|T1N2E\r\n");
   EXPECT_EQ(SupportFilesIn(jobPath), 4);
   EXPECT_EQ(user.enabled, Menus(true, true));
 
   // .COR, the .LSA-only point, the appended station, then the temporary point of the record;
   // a line may end on the appended station.
   EXPECT_EQ(Counts(session), (Ints{6, 3, 3, 2, 1, 2, 1, 1, 1}));
-  EXPECT_EQ((Strings{session.points.PointIds(4), session.points.PointIds(5), session.points.PointIds(6)}),
-            (Strings{"LSAONLY", "CTRL9", "900001"}));
-  EXPECT_EQ(session.lsa.LsaLineEnds.get(2).to, 5);
-  EXPECT_EQ(session.raw.RawLineEnds.get(1).survey, 1);
+  EXPECT_EQ(Joined({session.points.PointIds(4), session.points.PointIds(5), session.points.PointIds(6)}),
+            "LSAONLY|CTRL9|900001");
+  EXPECT_EQ(std::tuple(session.lsa.LsaLineEnds.get(2).to, session.raw.RawLineEnds.get(1).survey), std::tuple(5, 1));
 
   // Watched, and asked to stop from the first: a half-read job is no job, so the load reads to
   // its end, telling each file as it goes and the share of the job's bytes read before it.
@@ -148,8 +146,7 @@ TEST_F(LoadSequence, EachCaseOfTheLoadTableGivesItsBoxesAndReaders) {
     EXPECT_EQ(u.MessageTexts(), c.messages) << c.name;
     for (const RecordedMessage& m : u.messages) EXPECT_EQ(m.icon, Icon::Information) << c.name << ": " << m.text;
     // The job stays open whatever was missing, and the status ends on its name.
-    EXPECT_EQ(s.JobName, "T1N2E") << c.name;
-    EXPECT_EQ(u.statusNow[1], "T1N2E") << c.name;
+    EXPECT_EQ(s.JobName + "|" + u.statusNow[1], "T1N2E|T1N2E") << c.name;
     EXPECT_EQ(Counts(s), c.counts) << c.name;
     if (!c.cor && c.lsa && !c.lsaBroken) {  // .LSA alone: only the network and the records
       EXPECT_EQ(u.status[1], (Strings{"Reading LSA Coordinates", "Reading Control Coordinates", "Reading LSA Lines",
@@ -159,7 +156,7 @@ TEST_F(LoadSequence, EachCaseOfTheLoadTableGivesItsBoxesAndReaders) {
   }
 }
 
-TEST_F(LoadSequence, ReloadClearsAndReadsAgainButRedrawsLsaAloneNot) {
+TEST_F(LoadSequence, ReloadClearsAndReadsAgainButRedrawsLsaAloneNotAndCloseEmptiesEverything) {
   WriteJobFiles(jobPath);
   Open();
   fs::remove(jobPath / "T1N2E.raw");
@@ -174,18 +171,13 @@ TEST_F(LoadSequence, ReloadClearsAndReadsAgainButRedrawsLsaAloneNot) {
   ReloadJob(session);
   EXPECT_EQ(display.calls.size(), 2u);
   EXPECT_EQ(user.MessageTexts(), Strings{"Viewing LSA coordinates"});
-}
 
-TEST_F(LoadSequence, CloseEmptiesEverythingAndTurnsTheMenusBack) {
-  WriteJobFiles(jobPath);
-  Open();
-  session.view.ViewLeft = 5.0f;
+  // Close empties everything and turns the menus back.
+  user.messages.clear();
   FileClose(session);
-  EXPECT_EQ(session.JobBase + session.JobName + session.JobFolder, "");
-  EXPECT_EQ(user.title, "Tessel");
-  EXPECT_TRUE(user.messages.empty());
+  EXPECT_EQ(session.JobBase + session.JobName + session.JobFolder + "|" + user.title, "|Tessel");
+  EXPECT_TRUE(user.messages.empty() && !session.view.EverSet());
   EXPECT_EQ(Counts(session), Ints(9, 0));
-  EXPECT_FALSE(session.view.EverSet());
   EXPECT_EQ(user.enabled, Menus(false, true));
   EXPECT_EQ(user.statusNow, (std::map<int, std::string>{{1, "Open a project or start a new one"}, {2, ""}, {3, ""}}));
   EXPECT_EQ(display.calls.back(), "ClearCanvas");
@@ -204,30 +196,29 @@ TEST_F(LoadSequence, ReloadsKeepParcelEditsThatAreNotSaved) {
     session.parcels.ParcelDirty = -1;
     session.selection.AddParcelEntry("Sec_001", {PickKind::Parcel, 1, session.parcels.Reading});
   };
+  // The first parcel's line and the store's dirty flag.
+  const auto parcel = [&] { return std::pair(session.parcels.ParcelLine.get(1), int(session.parcels.ParcelDirty)); };
   Open();
   edit();
   fs::remove(jobPath / "T1N2E.raw");  // the lines reload reads the lines again
   ReloadLines(session);
   EXPECT_TRUE(user.messages.empty());
   EXPECT_EQ(session.raw.RawLineCount, 0);
-  EXPECT_EQ(session.parcels.ParcelLine.get(1), "Sec_001  A T_W  1 EDITED");
-  EXPECT_EQ(session.parcels.ParcelDirty, -1);
+  EXPECT_EQ(parcel(), std::pair(std::string("Sec_001  A T_W  1 EDITED"), -1));
   EXPECT_EQ(session.selection.ParcelPicks().size(), 1u);
 
   // No: the edits are dropped, and the store and the selection are the file's again.
   user.answers = {Answer::No};
   ReloadJob(session);
   EXPECT_EQ(user.MessageTexts(), Strings{kMsgParcelEditsUnsaved});
-  EXPECT_EQ(session.parcels.ParcelLine.get(1), "Sec_001  A T_W  1");
-  EXPECT_EQ(session.parcels.ParcelDirty, 0);
+  EXPECT_EQ(parcel(), std::pair(std::string("Sec_001  A T_W  1"), 0));
   EXPECT_TRUE(session.selection.ParcelPicks().empty());
 
   // Yes: saved, then read back.
   edit();
   user.answers = {Answer::Yes};
   ReloadJob(session);
-  EXPECT_EQ(session.parcels.ParcelLine.get(1), "Sec_001  A T_W  1 EDITED");
-  EXPECT_EQ(session.parcels.ParcelDirty, 0);
+  EXPECT_EQ(parcel(), std::pair(std::string("Sec_001  A T_W  1 EDITED"), 0));
 
   // Yes, but the save fails: the store keeps its edits while everything else is read again.
   ReloadJob(session);  // not dirty: no question
@@ -240,8 +231,7 @@ TEST_F(LoadSequence, ReloadsKeepParcelEditsThatAreNotSaved) {
   ReloadJob(session);
   EXPECT_EQ(user.messages.size(), 2u);  // the question, then the failed write
   EXPECT_EQ(session.raw.RawLineCount, 1);
-  EXPECT_EQ(session.parcels.ParcelLine.get(1), "Sec_001  A T_W  1 EDITED");
-  EXPECT_EQ(session.parcels.ParcelDirty, -1);
+  EXPECT_EQ(parcel(), std::pair(std::string("Sec_001  A T_W  1 EDITED"), -1));
 }
 
 TEST_F(LoadSequence, CloseAndExitRememberTheFolderAndRemoveSupportFilesButNotTheMasters) {
@@ -289,13 +279,9 @@ TEST_F(LoadSequence, UnsavedParcelEditsAreOfferedForSavingAtCloseAndExit) {
   EXPECT_TRUE(user.messages.empty());
 }
 
-using Strings = std::vector<std::string>;
-
-class NewJob : public JobFixture {
+class NewJob : public LoadSequence {
  protected:
-  void SetUp() override { session.display = &display; }
   void Choose(const std::string& name) { user.files.push_back(FileChoice{name, fs::path(name).filename().string()}); }
-  RecordingDisplay display;
 };
 
 TEST_F(NewJob, NextMakesTheIdentityMenusSupportFilesAndStartsJobpropsAndCancelDoesNothing) {
@@ -306,8 +292,7 @@ TEST_F(NewJob, NextMakesTheIdentityMenusSupportFilesAndStartsJobpropsAndCancelDo
   Choose(JobDir() + "newjob");
   ASSERT_TRUE(NewJobNext(session));
   EXPECT_EQ(user.fileRequests.at(2).title, "Select or Create a directory & Name the Job");
-  EXPECT_EQ(session.JobBase, Upper(JobDir() + "newjob"));
-  EXPECT_EQ(ReadJob("TEMP.JOB"), "NEWJOB\r\n");
+  EXPECT_EQ(session.JobBase + "|" + ReadJob("TEMP.JOB"), Upper(JobDir() + "newjob") + "|NEWJOB\r\n");
   // The job menus and the two kept after a close, but not the archive entries; Open goes off.
   std::map<std::string, bool> menus = {{"mnuFileOpen", false}, {"mnuFileReload", true}, {"mnuFileImport", true},
                                        {"Reload", true}};
@@ -362,17 +347,15 @@ TEST_F(NewJob, ExistingJobCopiesMissingSupportFilesAndLoadsShort) {
   session.CurrentFolder.clear();
   Choose("t1n2e.def");
   ASSERT_TRUE(ExistingJobRoute(session));
-  EXPECT_EQ(session.JobBase, "T1N2E");
-  EXPECT_EQ(ReadJob("TEMP.JOB"), "T1N2E\r\n");
+  EXPECT_EQ(session.JobBase + "|" + ReadJob("TEMP.JOB"), "T1N2E|T1N2E\r\n");
   EXPECT_EQ(user.enabled, (std::map<std::string, bool>{{"mnuFileClose", true}, {"mnuFileReload", true},
                                                        {"mnuFileOpen", false}}));
   EXPECT_EQ(ReadJob("Zone.dat") + ReadJob("NAD83.CON"), "MASTER Zone.dat\r\nTHE JOB'S OWN\r\n");
   EXPECT_FALSE(JobHas("Nad83.con"));
   // .COR, then the control station appended, the network line and the chain.
   EXPECT_EQ(session.points.PointIds(3), "CTRL9");
-  const std::vector<int> counts = {session.points.PointCount(), session.lsa.LsaLineEnds.get(1).to,
-                                   session.lxn.LxnSegmentCount};
-  EXPECT_EQ(counts, (std::vector<int>{3, 2, 1}));
+  EXPECT_EQ((Ints{session.points.PointCount(), session.lsa.LsaLineEnds.get(1).to, session.lxn.LxnSegmentCount}),
+            (Ints{3, 2, 1}));
   EXPECT_TRUE(user.messages.empty());
   EXPECT_EQ(display.calls, Strings{"RefreshViewAfterExtents"});
 

@@ -3,6 +3,7 @@
 // prompts, the guard, and the boxes for an archiver that fails.
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "archives/file_patterns.h"
@@ -19,11 +20,6 @@ class LzhCommands : public JobFixture {
  protected:
   void SetUp() override {
     UseJob();
-    s.ToolFolder = session.ToolFolder;
-    s.JobFolder = session.JobFolder;
-    s.JobBase = session.JobBase;
-    s.JobName = session.JobName;
-    s.CurrentFolder = session.CurrentFolder;
     WriteTool("LHA", {"stand-in"});
   }
   std::string Lha() const { return ToolDir() + PathSeparator() + "LHA"; }
@@ -46,18 +42,9 @@ class LzhCommands : public JobFixture {
     return s.JobFolder;
   }
 
-  ProcessProbe probe;
-  Session s{user, canvas, probe};
+  ProcessProbe& probe = processes;
+  Session& s = session;
 };
-
-TEST_F(LzhCommands, ArchiverIsFoundInTheToolFolderWhateverItsCaseElseOnThePath) {
-  EXPECT_EQ(LhaProgram(s), Lha());
-  std::filesystem::remove(toolPath / "LHA");
-  WriteTool("Lha.exe", {"stand-in"});
-  EXPECT_EQ(LhaProgram(s), ToolDir() + PathSeparator() + "Lha.exe");
-  std::filesystem::remove(toolPath / "Lha.exe");
-  EXPECT_EQ(LhaProgram(s), "lha");
-}
 
 TEST_F(LzhCommands, ExtractSpawnsHiddenInTheCurrentFolderAndTellsAtOnce) {
   user.files.push_back(FileChoice{"/arch/old job.lzh", "old job.lzh"});
@@ -65,18 +52,16 @@ TEST_F(LzhCommands, ExtractSpawnsHiddenInTheCurrentFolderAndTellsAtOnce) {
   probe.during = [&] { toldBeforeRun = !user.messages.empty(); };
   LzhExtract(s);
   ASSERT_EQ(user.fileRequests.size(), 1u);
-  EXPECT_EQ(user.fileRequests[0].filter, "Archive Files (*.LZH)|*.lzh");
-  EXPECT_EQ(user.fileRequests[0].title, "Select an archive to extract");
+  EXPECT_EQ(user.fileRequests[0].filter + "|" + user.fileRequests[0].title,
+            "Archive Files (*.LZH)|*.lzh|Select an archive to extract");
   EXPECT_EQ(Lines(), std::vector<std::string>{"Spawn " + Lha() + " x \"/arch/old job.lzh\""});
-  EXPECT_EQ(probe.launches[0].folder, JobDir());
-  EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Hidden});
-  EXPECT_FALSE(toldBeforeRun);
+  EXPECT_EQ(std::tuple(probe.launches[0].folder, probe.modes, toldBeforeRun),
+            std::tuple(JobDir(), std::vector<ShowMode>{ShowMode::Hidden}, false));
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"Archive Extracted. Use File, Open to view the job"});
 
   // A cancelled choice ends the command.
   LzhExtract(s);
-  EXPECT_EQ(probe.launches.size(), 1u);
-  EXPECT_EQ(user.messages.size(), 1u);
+  EXPECT_EQ(std::tuple(probe.launches.size(), user.messages.size()), std::tuple(1u, 1u));
 }
 
 TEST_F(LzhCommands, SaveArchivesEveryFileOfTheJobEachAsItsOwnArgumentInTheJobsFolder) {
@@ -89,8 +74,7 @@ TEST_F(LzhCommands, SaveArchivesEveryFileOfTheJobEachAsItsOwnArgumentInTheJobsFo
   ASSERT_EQ(probe.launches.size(), 1u);
   EXPECT_EQ(probe.launches[0].launch.arguments,
             (std::vector<std::string>{"u", folder + "T1N2E.lzh", "T1N2E", "T1N2E.def", "T1N2E.raw", "t1n2e.COR"}));
-  EXPECT_EQ(probe.launches[0].folder, folder);
-  EXPECT_EQ(probe.modes, std::vector<ShowMode>{ShowMode::Normal});
+  EXPECT_EQ(std::tuple(probe.launches[0].folder, probe.modes), std::tuple(folder, std::vector{ShowMode::Normal}));
   EXPECT_TRUE(user.messages.empty());
 }
 
@@ -111,8 +95,7 @@ TEST_F(LzhCommands, SaveAsAddsThenWaitsForTheUserThenTakesOutOlderArchives) {
   EXPECT_EQ(Lines(), (std::vector<std::string>{"Spawn " + Lha() + " a packed.lzh T1N2E T1N2E.def T1N2E.lzh "
                                                "T1N2E.raw t1n2e.COR",
                                                "Spawn " + Lha() + " d packed.lzh T1N2E.lzh other.lzh"}));
-  EXPECT_EQ(probe.launches[0].folder, folder);
-  EXPECT_EQ(probe.launches[1].folder, folder);
+  EXPECT_EQ(probe.launches[0].folder + "|" + probe.launches[1].folder, folder + "|" + folder);
   EXPECT_EQ(probe.modes, (std::vector<ShowMode>{ShowMode::Normal, ShowMode::Hidden}));
   // The notice comes between the two runs.
   EXPECT_EQ(messagesAtLaunch, (std::vector<std::size_t>{0, 1}));
@@ -162,34 +145,36 @@ TEST_F(LzhCommands, AnArchiverThatFailsIsToldWhenItEnds) {
             std::vector<std::string>{"No file matches " + s.JobBase + ".*; nothing was archived."});
 }
 
-TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameAndBothNeedAJob) {
+TEST_F(LzhCommands, SaveAsEndsOnAnEmptyOrCancelledNameBothNeedAJobAndTheArchiverIsFoundInAnyCase) {
   user.inputs.push_back(std::string());
   EXPECT_FALSE(LzhSaveAs(s));
   EXPECT_FALSE(LzhSaveAs(s));
-  EXPECT_TRUE(probe.launches.empty());
-  EXPECT_TRUE(user.messages.empty());
+  EXPECT_TRUE(probe.launches.empty() && user.messages.empty());
 
   s.JobBase.clear();
   user.inputs.push_back(std::string("/tmp/packed"));
   EXPECT_FALSE(LzhSaveAs(s));
   LzhSave(s);
   EXPECT_TRUE(probe.launches.empty());
+
+  // The archiver is found in the tool folder whatever its case, else on the search path.
+  EXPECT_EQ(LhaProgram(s), Lha());
+  std::filesystem::remove(toolPath / "LHA");
+  WriteTool("Lha.exe", {"stand-in"});
+  EXPECT_EQ(LhaProgram(s), ToolDir() + PathSeparator() + "Lha.exe");
+  std::filesystem::remove(toolPath / "Lha.exe");
+  EXPECT_EQ(LhaProgram(s), "lha");
 }
 
 // The patterns of both archivers, built also where the ZIP archive is not (Windows).
 TEST(FilePatterns, WildcardsMatchAsTheFileDialogsDo) {
-  EXPECT_TRUE(WildcardMatch("*.*", "README"));
-  EXPECT_TRUE(WildcardMatch("T1.*", "T1.def"));
-  EXPECT_TRUE(WildcardMatch("T1.*", "t1.DEF"));
-  EXPECT_TRUE(WildcardMatch("T1.*", "T1"));
-  EXPECT_TRUE(WildcardMatch("T1.*", "T1.tar.gz"));
-  EXPECT_FALSE(WildcardMatch("T1.*", "T10.def"));
-  EXPECT_TRUE(WildcardMatch("T?.raw", "T2.raw"));
-  EXPECT_FALSE(WildcardMatch("T?.raw", "T22.raw"));
-  EXPECT_TRUE(WildcardMatch("*a*b*", "xxaYYbzz"));
-  EXPECT_FALSE(WildcardMatch("*a*b", "xxaYYbzz"));
-  EXPECT_TRUE(WildcardMatch("*", ""));
-  EXPECT_FALSE(WildcardMatch("?", ""));
+  for (const auto& [pattern, name, matches] :
+       {std::tuple{"*.*", "README", true}, {"T1.*", "T1.def", true}, {"T1.*", "t1.DEF", true}, {"T1.*", "T1", true},
+        {"T1.*", "T1.tar.gz", true}, {"T1.*", "T10.def", false}, {"T?.raw", "T2.raw", true},
+        {"T?.raw", "T22.raw", false}, {"*a*b*", "xxaYYbzz", true}, {"*a*b", "xxaYYbzz", false}, {"*", "", true},
+        {"?", "", false}}) {
+    EXPECT_EQ(WildcardMatch(pattern, name), matches) << pattern << " " << name;
+  }
 }
 
 // File names are bytes of the local code page, also above 127: a pattern finds such a file under

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <string>
+#include <vector>
 
 #include "subdivision/nominal.h"
 
@@ -37,27 +39,18 @@ TEST(NominalTable, EverySectionAndPositionIsItsCentrePlusTheFixedOffset) {
   for (int p = 1; p <= 25; ++p) EXPECT_EQ(NominalId(1, p), kSection1[p]) << p;
 }
 
-TEST(NominalTable, CornersOfTheTownshipAndEntriesOutsideTheTable) {
-  EXPECT_EQ(NominalId(36, 2), 700200);
-  EXPECT_EQ(NominalId(31, 4), 100100);
-  EXPECT_EQ(NominalId(6, 5), 100700);
+TEST(NominalTable, CornersOfTheTownshipEntriesOutsideTheTableAndNoTerminators) {
+  EXPECT_EQ((std::vector{NominalId(36, 2), NominalId(31, 4), NominalId(6, 5)}), (std::vector{700200, 100100, 100700}));
   // Neighbours share their common corner.
   EXPECT_EQ(NominalId(1, 5), NominalId(2, 2));
-  EXPECT_EQ(SectionCentres()[0], 0);
-  EXPECT_EQ(SectionCentres()[37], 0);
-  EXPECT_EQ(NominalId(0, 1), 0);
-  EXPECT_EQ(NominalId(37, 1), 0);
-  EXPECT_EQ(NominalId(5, 0), 0);
-  EXPECT_EQ(NominalId(5, 26), 0);
-}
-
-TEST(NominalTable, TerminatorsAreNeverNominalIdentifiers) {
+  EXPECT_EQ((std::vector{SectionCentres()[0], SectionCentres()[37], NominalId(0, 1), NominalId(37, 1), NominalId(5, 0),
+                         NominalId(5, 26)}),
+            std::vector(6, 0));
+  // The terminators are never nominal identifiers.
   for (int s = 1; s <= 36; ++s) {
     for (int p = 1; p <= 25; ++p) {
       const int id = NominalId(s, p);
-      EXPECT_NE(id, 0);
-      EXPECT_NE(id, 999999);
-      EXPECT_NE(id, 999998);
+      EXPECT_TRUE(id != 0 && id != 999999 && id != 999998) << id;
     }
   }
 }
@@ -76,14 +69,9 @@ TEST(NominalTable, SectionOfCentreIsTheFirstMatchOfTheLoopOverSections) {
 }
 
 TEST(NominalTable, PositionNamesOfTheDialogs) {
-  EXPECT_EQ(PositionName(2), "NE");
-  EXPECT_EQ(PositionName(5), "NW");
-  EXPECT_EQ(PositionName(11), "CS 1/16");
-  EXPECT_EQ(PositionName(14), "Northeast 1/16th");
-  EXPECT_EQ(PositionName(17), "Northwest 1/16th");
-  EXPECT_EQ(PositionName(1), "");
-  EXPECT_EQ(PositionName(25), "");
-  EXPECT_EQ(PositionName(-1), "");
+  std::vector<std::string> names;
+  for (int p : {2, 5, 11, 14, 17, 1, 25, -1}) names.push_back(PositionName(p));
+  EXPECT_EQ(names, (std::vector<std::string>{"NE", "NW", "CS 1/16", "Northeast 1/16th", "Northwest 1/16th", "", "", ""}));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "model/paths.h"
@@ -52,37 +53,31 @@ class ParcelEditing : public JobFixture {
       ++session.SelectionCount;
     }
   }
+  // Selects the parcel and opens the properties dialog on it.
+  bool OpenOn(int parcel) {
+    Select({parcel});
+    return form.Open();
+  }
   std::string Iid() const { return ReadJob("T12NR04E.IID"); }
   RecordingDisplay display;
+  ParcelProperties form{session};
 };
 
-TEST(ParcelAttributes, SplitCutsEveryFieldByItsColumns) {
-  const ParcelAttributes a = SplitAttributeLine("Sec_012 K T_M 4521 B    C   123.456 T12NR04E-12-00042");
-  EXPECT_EQ(a.section, "012");
-  EXPECT_EQ(a.location, "K");
-  EXPECT_EQ(a.surveyType, "M");
-  EXPECT_EQ(a.number, "4521");
-  EXPECT_EQ(a.suffix, "B");
-  EXPECT_EQ(a.note, "C");
-  EXPECT_EQ(a.acreage, "123.456");
-  EXPECT_EQ(a.tail, "T12NR04E-12-00042");
-  // A line that ends early leaves the later fields empty; nothing is read past its end.
-  const ParcelAttributes b = SplitAttributeLine("Sec_3");
-  EXPECT_EQ(b.section, "3");
-  EXPECT_EQ(b.location, "");
-  EXPECT_EQ(b.acreage, "");
-  EXPECT_EQ(SplitAttributeLine("").tail, "");
-}
-
-TEST(ParcelAttributes, WrittenFormsAndTheColumnOverwrite) {
-  EXPECT_EQ(WrittenAcreage("5"), "    5.000");
-  EXPECT_EQ(WrittenAcreage("123456.789"), "123456.789");  // wider than 9 and not cut
-  EXPECT_EQ(WrittenNumber(""), "     ");
-  EXPECT_EQ(WrittenSuffix("A"), "A ");
-  EXPECT_EQ(WrittenNote("<none>"), " ");
-  EXPECT_EQ(WrittenNote("X - Exceptions"), "X");
-  EXPECT_EQ(WrittenNumber(UnnumberedLotNumber("7")), "007  ");
-  EXPECT_EQ(UnnumberedLotNumber("1234"), "1234");
+TEST(ParcelAttributes, SplitFieldsWrittenFormsAndTheColumnOverwrite) {
+  const auto split = [](const std::string& line) {
+    const ParcelAttributes a = SplitAttributeLine(line);
+    return Joined({a.section, a.location, a.surveyType, a.number, a.suffix, a.note, a.acreage, a.tail});
+  };
+  EXPECT_EQ(split("Sec_012 K T_M 4521 B    C   123.456 T12NR04E-12-00042"), "012|K|M|4521|B|C|123.456|T12NR04E-12-00042");
+  // A line that ends early leaves the later fields empty, its tail being its last 17 characters;
+  // nothing is read past its end.
+  EXPECT_EQ(split("Sec_3"), "3|||||||Sec_3");
+  EXPECT_EQ(split(""), "|||||||");
+  // An acreage wider than 9 is not cut.
+  EXPECT_EQ(Joined({WrittenAcreage("5"), WrittenAcreage("123456.789"), WrittenNumber(""), WrittenSuffix("A"),
+                    WrittenNote("<none>"), WrittenNote("X - Exceptions")}),
+            "    5.000|123456.789|     |A | |X");
+  EXPECT_EQ(WrittenNumber(UnnumberedLotNumber("7")) + "|" + UnnumberedLotNumber("1234"), "007  |1234");
   EXPECT_EQ(OverwriteColumns("Sec_012 K", 5, 3, "1"), "Sec_112 K");
   EXPECT_EQ(OverwriteColumns("Sec_012 K", 9, 5, "LONGER"), "Sec_012 L");  // kept to the line's length
   EXPECT_EQ(EchoSection(kLine1, "0123"), "Sec_012" + kLine1.substr(7));
@@ -91,20 +86,12 @@ TEST(ParcelAttributes, WrittenFormsAndTheColumnOverwrite) {
 }
 
 TEST_F(ParcelEditing, OpeningWithoutSelectionRefusesAndShowingFillsTheFields) {
-  ParcelProperties form(session);
   EXPECT_FALSE(form.Open());
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"No parcel selected"});
-  Select({3});
-  ASSERT_TRUE(form.Open());
-  EXPECT_EQ(form.working, kLine3);
-  EXPECT_EQ(form.indexText, "3");
-  EXPECT_EQ(form.section, "001");
-  EXPECT_EQ(form.location, "C");
-  EXPECT_EQ(form.typeEntry, "W - Water");
-  EXPECT_EQ(form.noteText, " ");
-  EXPECT_EQ(form.acreage, "40.000");
-  EXPECT_EQ(form.ring, kRing2);
-  EXPECT_EQ(form.locationText, "507416.883 , 2128338.512");
+  ASSERT_TRUE(OpenOn(3));
+  EXPECT_EQ(Joined({form.working, form.indexText, form.section, form.location, form.typeEntry, form.noteText,
+                    form.acreage, form.ring, form.locationText}),
+            Joined({kLine3, "3", "001", "C", "W - Water", " ", "40.000", kRing2, "507416.883 , 2128338.512"}));
   // The shown parcel gets a red circle of 120 units after the refresh.
   ASSERT_EQ(canvas.Of("Circle").size(), 1u);
   EXPECT_EQ(canvas.Of("Circle")[0].args, (std::vector<double>{2128338.512, 507416.883, 120.0}));
@@ -115,7 +102,6 @@ TEST_F(ParcelEditing, OpeningWithoutSelectionRefusesAndShowingFillsTheFields) {
 // picked with "CAMA Parcels" checked, not a parcel of an earlier reading of the store, and not
 // whatever SelectedParcels holds at the entry's position.
 TEST_F(ParcelEditing, TheEditorsTakeOnlyTheParcelsTheEntriesAre) {
-  ParcelProperties form(session);
   Select({3});
   // A link record among the entries: refused by each editor, and nothing is written.
   session.selection.AddParcelEntry("06041201100000002", {PickKind::LinkRecord, 1, session.cama.LinkReading});
@@ -147,15 +133,12 @@ TEST_F(ParcelEditing, TheEditorsTakeOnlyTheParcelsTheEntriesAre) {
 // was typed for it; once it has left the selection the fields are empty and Apply writes nowhere,
 // nor onto an index the box does not name a parcel by.
 TEST_F(ParcelEditing, TheOpenDialogFollowsTheSelectionAndWritesOnlyToAParcel) {
-  Select({1});
-  ParcelProperties form(session);
-  ASSERT_TRUE(form.Open());
+  ASSERT_TRUE(OpenOn(1));
   form.acreage = "7";
   Select({2});
   form.Follow();
   EXPECT_EQ(form.entries, (std::vector<std::string>{kLine1, kLine2}));
-  EXPECT_EQ(form.indexText, "1");
-  EXPECT_EQ(form.acreage, "7");
+  EXPECT_EQ(form.indexText + "|" + form.acreage, "1|7");
   form.ShowSelectionRow(1);
   EXPECT_EQ(form.indexText, "2");
 
@@ -171,14 +154,11 @@ TEST_F(ParcelEditing, TheOpenDialogFollowsTheSelectionAndWritesOnlyToAParcel) {
     form.Apply();
     EXPECT_EQ(user.MessageTexts().back(), kMsgNotAParcel + std::string(index) + ".");
   }
-  EXPECT_EQ(session.parcels.ParcelDirty, 0);
-  EXPECT_EQ(session.parcels.ParcelLine.get(0), "");
+  EXPECT_EQ(std::tuple(session.parcels.ParcelDirty, session.parcels.ParcelLine.get(0)), std::tuple(0, ""));
 }
 
-TEST_F(ParcelEditing, ApplyBuildsTheLineFromTheFieldsAndTheSectionCheckRefusesTwoCharacters) {
-  Select({1});
-  ParcelProperties form(session);
-  ASSERT_TRUE(form.Open());
+TEST_F(ParcelEditing, ApplyBuildsTheLineFromTheFieldsWhichSaveWritesAndTheSectionCheckRefusesTwoCharacters) {
+  ASSERT_TRUE(OpenOn(1));
   form.SetSection("12");
   EXPECT_FALSE(form.LeaveSection());
   EXPECT_EQ(user.messages.back().text,
@@ -197,36 +177,26 @@ TEST_F(ParcelEditing, ApplyBuildsTheLineFromTheFieldsAndTheSectionCheckRefusesTw
   form.acreage = "5";
   form.Apply();
   EXPECT_EQ(session.parcels.ParcelLine.get(1), "Sec_012 Q T_M 4521 B    C     5.000T12NR04E-01-00001");
-  EXPECT_EQ(session.parcels.ParcelEdit.get(1), kLine1);
-  EXPECT_EQ(session.parcels.ParcelDirty, -1);
+  EXPECT_EQ(std::tuple(session.parcels.ParcelEdit.get(1), session.parcels.ParcelDirty), std::tuple(kLine1, -1));
   // A second Apply keeps only the last step as the note; a wide acreage lengthens the line.
   form.acreage = "123456.789";
   form.Apply();
   EXPECT_EQ(session.parcels.ParcelEdit.get(1), "Sec_012 Q T_M 4521 B    C     5.000T12NR04E-01-00001");
-  EXPECT_EQ(session.parcels.ParcelLine.get(1), "Sec_012 Q T_M 4521 B    C 123456.789T12NR04E-01-00001");
-  EXPECT_EQ(form.entries[0], session.parcels.ParcelLine.get(1));
-}
-
-TEST_F(ParcelEditing, ApplyThenSaveTwiceWritesTheNoteTwice) {
-  Select({1});
-  ParcelProperties form(session);
-  ASSERT_TRUE(form.Open());
-  form.acreage = "40";
-  form.Apply();
-  const std::string edited = "Sec_001 A T_L 1              40.000T12NR04E-01-00001";
+  const std::string edited = session.parcels.ParcelLine.get(1);
+  EXPECT_EQ(edited, "Sec_012 Q T_M 4521 B    C 123456.789T12NR04E-01-00001");
+  EXPECT_EQ(form.entries[0], edited);
+  // Saved, the note is the last step's; saved again, the note is written once more.
+  const std::string note = "Tessel Edited: Sec_012 Q T_M 4521 B    C     5.000T12NR04E-01-00001";
   ASSERT_TRUE(WriteParcels(session));
-  EXPECT_EQ(Iid(), Text({kMarker, "Tessel Edited: " + kLine1, edited, kRing1, kLoc1, kLine2, kLine3, kRing2, kLoc2}));
+  EXPECT_EQ(Iid(), Text({kMarker, note, edited, kRing1, kLoc1, kLine2, kLine3, kRing2, kLoc2}));
   EXPECT_EQ(ReadJob("T12NR04E.iib"), Text(kIid));
   EXPECT_EQ(session.parcels.ParcelDirty, 0);
   ASSERT_TRUE(WriteParcels(session));
-  EXPECT_EQ(Iid(), Text({kMarker, "Tessel Edited: " + kLine1, "Tessel Edited: " + kLine1, edited, kRing1, kLoc1,
-                         kLine2, kLine3, kRing2, kLoc2}));
+  EXPECT_EQ(Iid(), Text({kMarker, note, note, edited, kRing1, kLoc1, kLine2, kLine3, kRing2, kLoc2}));
 }
 
 TEST_F(ParcelEditing, DeleteThenOkDropsTheLineAndDeleteThenSaveLeavesABlank) {
-  Select({2});
-  ParcelProperties form(session);
-  ASSERT_TRUE(form.Open());
+  ASSERT_TRUE(OpenOn(2));
   form.Delete();
   EXPECT_EQ(form.working, "(Deleted)");
   form.Apply();  // nothing happens
@@ -245,54 +215,41 @@ TEST_F(ParcelEditing, DeleteThenOkDropsTheLineAndDeleteThenSaveLeavesABlank) {
   ASSERT_TRUE(again.Ok());
   EXPECT_EQ(Iid(), Text({kMarker, kLine1, kRing1, kLoc1, "Tessel Edited: (Deleted)" + kLine2, kLine3, kRing2, kLoc2}));
   // The store is read again: the deleted parcel is gone, the tool is the parcel tool again.
-  EXPECT_EQ(session.parcels.ParcelCount, 2);
-  EXPECT_EQ(session.parcels.ParcelLine.get(2), kLine3);
-  EXPECT_EQ(session.SelectionCount, 0);
-  EXPECT_TRUE(session.selection.ParcelList().empty());
-  EXPECT_EQ(session.ToolMode, ToolMode::PickParcels);
-  EXPECT_EQ(session.parcels.ParcelDirty, 0);
+  EXPECT_EQ(std::tuple(session.parcels.ParcelCount, session.parcels.ParcelLine.get(2), session.SelectionCount,
+                       session.selection.ParcelList().size(), session.ToolMode, session.parcels.ParcelDirty),
+            std::tuple(2, kLine3, 0, 0u, ToolMode::PickParcels, 0));
 }
 
 TEST_F(ParcelEditing, NewParcelApplyOkPutsTheNewLineAboveItsParent) {
-  Select({1});
-  ParcelProperties form(session);
-  ASSERT_TRUE(form.Open());
+  ASSERT_TRUE(OpenOn(1));
   form.NewParcel();
   EXPECT_EQ(user.statusNow[1], "Create new Parcel ID, 'Apply' to set and 'ok' to save");
-  EXPECT_EQ(form.indexText, "4");
-  EXPECT_EQ(session.parcels.ParcelEdit.get(1), "DBLATT 4");
-  EXPECT_EQ(session.parcels.ParcelRing.get(4), kRing1);
+  EXPECT_EQ(Joined({form.indexText, session.parcels.ParcelEdit.get(1), session.parcels.ParcelRing.get(4)}),
+            "4|DBLATT 4|" + kRing1);
   form.ChooseSurveyType("M - Mineral Survey");
   form.number = "88";
   form.Apply();
   const std::string added = "Sec_001 A T_M 88             39.510T12NR04E-01-00001";
-  EXPECT_EQ(session.parcels.ParcelLine.get(4), added);
-  EXPECT_EQ(session.parcels.ParcelLine.get(1), kLine1);
+  EXPECT_EQ(session.parcels.ParcelLine.get(4) + "|" + session.parcels.ParcelLine.get(1), added + "|" + kLine1);
   ASSERT_TRUE(form.Ok());
   EXPECT_EQ(Iid(), Text({kMarker, added, kLine1, kRing1, kLoc1, kLine2, kLine3, kRing2, kLoc2}));
   // Read again, the two lines are one group with one ring, both flagged multiple.
-  EXPECT_EQ(session.parcels.ParcelCount, 4);
-  EXPECT_EQ(session.parcels.ParcelRing.get(1), kRing1);
-  EXPECT_EQ(session.parcels.ParcelRing.get(2), kRing1);
-  EXPECT_EQ(session.parcels.ParcelMulti.get(1), 1);
+  EXPECT_EQ(std::tuple(session.parcels.ParcelCount, session.parcels.ParcelRing.get(1), session.parcels.ParcelRing.get(2),
+                       session.parcels.ParcelMulti.get(1)),
+            std::tuple(4, kRing1, kRing1, 1));
 }
 
 TEST_F(ParcelEditing, CancelDropsTheEditsAndClosingKeepsThem) {
-  Select({1});
-  ParcelProperties form(session);
-  ASSERT_TRUE(form.Open());
+  ASSERT_TRUE(OpenOn(1));
   form.acreage = "1";
   form.Apply();
   form.Closed();
-  EXPECT_EQ(session.parcels.ParcelDirty, -1);
   EXPECT_EQ(session.parcels.ParcelLine.get(1), "Sec_001 A T_L 1               1.000T12NR04E-01-00001");
-  EXPECT_EQ(session.ToolMode, ToolMode::PickParcels);
-  EXPECT_EQ(session.SelectionCount, 0);
-  Select({1});
-  ASSERT_TRUE(form.Open());
+  EXPECT_EQ(std::tuple(session.parcels.ParcelDirty, session.ToolMode, session.SelectionCount),
+            std::tuple(-1, ToolMode::PickParcels, 0));
+  ASSERT_TRUE(OpenOn(1));
   form.Cancel();
-  EXPECT_EQ(session.parcels.ParcelDirty, 0);
-  EXPECT_EQ(session.parcels.ParcelLine.get(1), kLine1);
+  EXPECT_EQ(std::tuple(session.parcels.ParcelDirty, session.parcels.ParcelLine.get(1)), std::tuple(0, kLine1));
   EXPECT_EQ(Iid(), Text(kIid));
 }
 
@@ -302,9 +259,7 @@ TEST_F(ParcelEditing, AFailedOkLeavesTheFileAndTheEdits) {
       return step == WriteStep::Rename && path.ends_with(".IID");
     }
   };
-  Select({1});
-  ParcelProperties form(session);
-  ASSERT_TRUE(form.Open());
+  ASSERT_TRUE(OpenOn(1));
   form.Delete();
   {
     FailRename disk;
@@ -313,8 +268,8 @@ TEST_F(ParcelEditing, AFailedOkLeavesTheFileAndTheEdits) {
   EXPECT_EQ(Iid(), Text(kIid));
   ASSERT_EQ(user.messages.size(), 1u);
   EXPECT_NE(user.messages[0].text.find("T12NR04E.IID"), std::string::npos);
-  EXPECT_EQ(session.parcels.ParcelDirty, -1);
-  EXPECT_EQ(session.parcels.ParcelEdit.get(1), "(Deleted)" + kLine1);
+  EXPECT_EQ(std::tuple(session.parcels.ParcelDirty, session.parcels.ParcelEdit.get(1)),
+            std::tuple(-1, "(Deleted)" + kLine1));
   for (const auto& entry : std::filesystem::directory_iterator(jobPath)) {
     const std::string name = entry.path().filename().string();
     EXPECT_TRUE(name == "T12NR04E.IID" || name == "T12NR04E.iib") << name;
@@ -334,8 +289,7 @@ TEST_F(ParcelEditing, QuickEditOverwritesTheCheckedColumnsOfEachSelectedParcel) 
   ASSERT_TRUE(QuickEditOk(session, f));
   const std::string edited = "Sec_101 B T_O 007            39.341 T12NR04E-01-00002";
   EXPECT_EQ(Iid(), Text({kMarker, kLine1, kRing1, kLoc1, "Tessel Edited: " + kLine2, edited, kLine3, kRing2, kLoc2}));
-  EXPECT_EQ(session.parcels.ParcelLine.get(3), kLine3);
-  EXPECT_EQ(user.statusNow[2], "0 Parcel(s) Selected");
+  EXPECT_EQ(session.parcels.ParcelLine.get(3) + "|" + user.statusNow[2], kLine3 + "|0 Parcel(s) Selected");
 
   // With no box checked every selected parcel still gets its note and the file is rewritten.
   Select({1});
@@ -375,9 +329,7 @@ TEST_F(ParcelEditing, QuickEditListIsSortedWithoutAliquotAndUnknownAndRemovesDup
 
   QuickEditFields f;
   FillFromQuickEditEntry("M 12   B", f);
-  EXPECT_EQ(f.typeEntry, "M - Mineral Survey");
-  EXPECT_EQ(f.number, "12");
-  EXPECT_EQ(f.suffix, "B");
+  EXPECT_EQ(Joined({f.typeEntry, f.number, f.suffix}), "M - Mineral Survey|12|B");
   EXPECT_TRUE(f.useType && f.useNumber && f.useSuffix && f.useNote);
   QuickEditFields v;
   FillFromQuickEditEntry("V 1", v);
@@ -407,44 +359,30 @@ const std::vector<std::string> kLld = {
 TEST(ParcelListings, LldAndLotRecordsOfASection) {
   const auto lld = ReadLldSection(Text(kLld), 1);
   ASSERT_EQ(lld.size(), 3u);
-  EXPECT_EQ(lld[0].entry, "001 L 1     ,, X............... 0039.510 ,");
-  EXPECT_EQ(lld[0].location, "A");
-  EXPECT_EQ(lld[0].suffix, "");
-  EXPECT_EQ(lld[0].acreage, "39.510");
-  EXPECT_EQ(lld[0].note, " ");
-  EXPECT_EQ(lld[1].location, " ");  // two flags
-  EXPECT_EQ(lld[1].note, "C");
+  EXPECT_EQ(Joined({lld[0].entry, lld[0].location, lld[0].suffix, lld[0].acreage, lld[0].note}),
+            "001 L 1     ,, X............... 0039.510 ,|A||39.510| ");
+  EXPECT_EQ(lld[1].location + "|" + lld[1].note, " |C");  // two flags
   const std::string lot = Row({{1, " 3"}, {4, "17"}, {7, "L"}, {9, "3"}, {15, ",,"}, {23, "002"}, {27, "0012.500"}, {36, ","}});
   const auto lots = ReadLotSection(Text({lot, Row({{4, " 1"}, {23, "003"}})}), 2);
   ASSERT_EQ(lots.size(), 1u);
-  EXPECT_EQ(lots[0].entry, lot);
-  EXPECT_EQ(lots[0].location, "Q");
-  EXPECT_EQ(lots[0].number, "3");
-  EXPECT_EQ(lots[0].acreage, "12.500");
+  EXPECT_EQ(Joined({lots[0].entry, lots[0].location, lots[0].number, lots[0].acreage}), lot + "|Q|3|12.500");
   // Any bytes read; nothing past a line's end.
   EXPECT_TRUE(ReadLldSection(std::string("\0\r\n\r\r\n  ", 8), 0).size() <= 3u);
-  EXPECT_EQ(CutLeadingZeros("00000.12"), "     .12");
-  EXPECT_EQ(CutLeadingZeros("0040.000"), "  40.000");
-  EXPECT_EQ(CutLeadingZeros("1000.000"), "1000.000");
+  EXPECT_EQ(Joined({CutLeadingZeros("00000.12"), CutLeadingZeros("0040.000"), CutLeadingZeros("1000.000")}),
+            "     .12|  40.000|1000.000");
 }
 
 TEST_F(ParcelEditing, ListingsNeedTheirFiles) {
-  Select({1});
-  ParcelProperties form(session);
-  ASSERT_TRUE(form.Open());
+  ASSERT_TRUE(OpenOn(1));
   std::vector<ListingRecord> records;
   EXPECT_FALSE(form.LldListing(records));
   EXPECT_FALSE(form.LotListing(records));
   EXPECT_EQ(user.MessageTexts(), (std::vector<std::string>{"LLD file not found", "LOT file not found"}));
   WriteJob("T12NR04E.lld", kLld);
   ASSERT_TRUE(form.LldListing(records));
-  EXPECT_EQ(records.size(), 3u);
-  EXPECT_EQ(session.ToolMode, ToolMode::Locked);
+  EXPECT_EQ(std::tuple(records.size(), session.ToolMode), std::tuple(3u, ToolMode::Locked));
   form.FillFromRecord(records[1]);
-  EXPECT_EQ(form.acreage, "160.000");
-  EXPECT_EQ(form.suffix, "B");
-  EXPECT_EQ(form.noteText, "C - Conflict ");
-  EXPECT_EQ(form.number, "0");
+  EXPECT_EQ(Joined({form.acreage, form.suffix, form.noteText, form.number}), "160.000|B|C - Conflict |0");
 }
 
 TEST_F(ParcelEditing, MultipleAttributesReplaceTheGroupWithTheChosenRecords) {
@@ -466,8 +404,7 @@ TEST_F(ParcelEditing, MultipleAttributesReplaceTheGroupWithTheChosenRecords) {
   EXPECT_EQ(user.messages.back().text,
             "Improper use of Multiple attribute tool.\r\nYou must select at least one attribute.");
   selection.Choose(2);  // type "V" is not a survey type
-  EXPECT_EQ(user.messages.back().text, "Survey Type not known");
-  EXPECT_EQ(selection.chosen().size(), 0u);
+  EXPECT_EQ(user.messages.back().text + "|" + std::to_string(selection.chosen().size()), "Survey Type not known|0");
   selection.Choose(0);
   selection.Choose(0);
   ASSERT_EQ(selection.chosen().size(), 2u);
@@ -476,8 +413,7 @@ TEST_F(ParcelEditing, MultipleAttributesReplaceTheGroupWithTheChosenRecords) {
   const std::string second = "Sec_001   T_A 0    B    C    40.000 T12NR04E-01-00001";
   EXPECT_EQ(ReadJob("ts$0001.001"), Text({"(OBSOLETE)" + kLine1, first, second}));
   EXPECT_EQ(Iid(), Text({kMarker, "(OBSOLETE)" + kLine1, first, second, kRing1, kLoc1, kLine2, kLine3, kRing2, kLoc2}));
-  EXPECT_EQ(session.parcels.ParcelCount, 4);
-  EXPECT_EQ(session.ToolMode, ToolMode::PickParcels);
+  EXPECT_EQ(std::tuple(session.parcels.ParcelCount, session.ToolMode), std::tuple(4, ToolMode::PickParcels));
 }
 
 TEST_F(ParcelEditing, CancellingTheIdSelectionBringsTheLinesBack) {
@@ -489,20 +425,15 @@ TEST_F(ParcelEditing, CancellingTheIdSelectionBringsTheLinesBack) {
   ParcelIdSelection selection(session);
   selection.Open(records);
   selection.Cancel();
-  EXPECT_EQ(session.parcels.ParcelLine.get(2), kLine2);
-  EXPECT_EQ(session.parcels.ParcelLine.get(3), kLine3);
+  EXPECT_EQ(session.parcels.ParcelLine.get(2) + session.parcels.ParcelLine.get(3), kLine2 + kLine3);
   EXPECT_FALSE(JobHas("ts$0001.001"));
-  EXPECT_EQ(session.SelectionCount, 0);
-  EXPECT_EQ(session.ToolMode, ToolMode::PickParcels);
+  EXPECT_EQ(std::tuple(session.SelectionCount, session.ToolMode), std::tuple(0, ToolMode::PickParcels));
   EXPECT_EQ(Iid(), Text(kIid));
 }
 
-class RawPolygonTags : public JobFixture {
- protected:
-  void SetUp() override { UseJob("T12NR04E"); }
-};
+using RawPolygonTags = ParcelEditing;
 
-TEST_F(RawPolygonTags, OkRewritesTagsBehindTheHeadingAndRemovesTheCopy) {
+TEST_F(RawPolygonTags, OkRewritesTagsBehindTheHeadingAndRemovesTheCopyAsFarAsTheHeadingCounts) {
   WriteJob("T12NR04E.RPO", {"RAW POLYGONS", "   3 POLYGONS FOUND", "dropped", "S 100 200", "I 300 400", "O 500 600"});
   WriteJob("T12NR04E.CRP", {"", "", ""});
   ReadRawPolygons(session);
@@ -514,15 +445,14 @@ TEST_F(RawPolygonTags, OkRewritesTagsBehindTheHeadingAndRemovesTheCopy) {
   ASSERT_TRUE(SetRawPolygonTags(session, "I"));
   EXPECT_EQ(ReadJob("T12NR04E.RPO"), Text({"RAW POLYGONS", "   3 POLYGONS FOUND", "", "I 100 200", "I 300 400", "I 500 600"}));
   EXPECT_FALSE(JobHas("T12NR04E.rp2"));
-  EXPECT_EQ(session.ToolMode, ToolMode::ZoomPan);
-  EXPECT_EQ(session.SelectionCount, 2);  // counts on from here
+  // The selection counts on from here.
+  EXPECT_EQ(std::tuple(session.ToolMode, session.SelectionCount), std::tuple(ToolMode::ZoomPan, 2));
   // No option chosen: the selected lines begin with a blank.
   session.SelectionCount = 1;
   ASSERT_TRUE(SetRawPolygonTags(session, ""));
   EXPECT_EQ(ReadJob("T12NR04E.RPO"), Text({"RAW POLYGONS", "   3 POLYGONS FOUND", "", " 100 200", "I 300 400", "I 500 600"}));
-}
 
-TEST_F(RawPolygonTags, AFourDigitCountLosesTheLaterPolygonsAndAHeadingWithoutEndWritesNothing) {
+  // A four-digit count loses the later polygons; a heading without end writes nothing.
   std::vector<std::string> rpo = {"1234 POLYGONS FOUND", ""};
   for (int i = 1; i <= 125; ++i) rpo.push_back("S ring" + std::to_string(i));
   WriteJob("T12NR04E.RPO", rpo);
@@ -546,21 +476,21 @@ TEST_F(ParcelEditing, BandsCarryTheColourOverKeysInNoRow) {
   ReadParcels(session);
   canvas.calls.clear();
   BandParcels(session, BandKind::EW);
-  const auto dots = canvas.Of("Dot");
-  ASSERT_EQ(dots.size(), 3u);
-  EXPECT_EQ(dots[0].colour, PaletteColour(0));  // Q at the start: colour 0
-  EXPECT_EQ(dots[1].colour, PaletteColour(9));  // C
-  EXPECT_EQ(dots[2].colour, PaletteColour(9));  // Q keeps the colour before it
+  const auto colours = [&] {
+    std::vector<decltype(PaletteColour(0))> out;
+    for (const auto& dot : canvas.Of("Dot")) out.push_back(dot.colour);
+    return out;
+  };
+  // Q at the start: colour 0; C: 9; the second Q keeps the colour before it.
+  EXPECT_EQ(colours(), (std::vector{PaletteColour(0), PaletteColour(9), PaletteColour(9)}));
   EXPECT_EQ(canvas.calls.front(), (CanvasCall{"PenWidth", {12.0}, 0, {}}));
   EXPECT_EQ(canvas.calls.back(), (CanvasCall{"PenWidth", {1.0}, 0, {}}));
   canvas.calls.clear();
   BandParcels(session, BandKind::NSSection);
-  EXPECT_EQ(canvas.Of("Dot")[0].colour, PaletteColour(11));
-  EXPECT_EQ(canvas.Of("Dot")[1].colour, PaletteColour(5));
-  EXPECT_EQ(canvas.Of("Dot")[2].colour, PaletteColour(5));
-  EXPECT_EQ(BandColourNumber(BandKind::EWSection, "018"), 2);
-  EXPECT_EQ(BandColourNumber(BandKind::NS, "K"), 11);
-  EXPECT_EQ(BandColourNumber(BandKind::EWSection, "037"), 0);
+  EXPECT_EQ(colours(), (std::vector{PaletteColour(11), PaletteColour(5), PaletteColour(5)}));
+  EXPECT_EQ(std::vector({BandColourNumber(BandKind::EWSection, "018"), BandColourNumber(BandKind::NS, "K"),
+                         BandColourNumber(BandKind::EWSection, "037")}),
+            (std::vector{2, 11, 0}));
 }
 
 // The described walk of the locator's lists, with the neighbour pass of the quick edit list.

@@ -166,8 +166,8 @@ TEST_F(Picking, WindowsTakeWhatLiesStrictlyInsideInEveryToolAndDragDirection) {
            {100, 100, 200, 200}, {200, 200, 100, 100}, {100, 200, 200, 100}, {200, 100, 100, 200}}) {
     SCOPED_TRACE(::testing::Message() << "from " << x0 << "," << y0);
     ParcelsClearAll(session);  // back to the parcel tool, which needs no display mark for a window
-    EXPECT_EQ(Mapped(sel.SelectedParcels, 2), (Ints{0, 0}));
-    EXPECT_EQ(session.ToolMode, ToolMode::PickParcels);
+    EXPECT_EQ(std::tuple(Mapped(sel.SelectedParcels, 2), session.ToolMode),
+              std::tuple(Ints{0, 0}, ToolMode::PickParcels));
     Drag(x0, y0, x1, y1);
     EXPECT_EQ(sel.ParcelList(), (Strings{"Sec_001 A", "Sec_004 D"}));
     PointsClear(session);  // back to point picking
@@ -180,8 +180,7 @@ TEST_F(Picking, WindowsTakeWhatLiesStrictlyInsideInEveryToolAndDragDirection) {
     EXPECT_EQ(sel.LineList, (Strings{"100001 100005 100.00 1 45.0000 S1", "100005 100001 100.00 1 45.0000 S1"}));
   }
   // Two parcel locations: a window disables the location commands but that of the attributes menu.
-  EXPECT_FALSE(user.enabled.at("mnuPopupParcelMultiple"));
-  EXPECT_FALSE(user.enabled.at("mnuPopupParcelMoveCentroid"));
+  EXPECT_FALSE(user.enabled.at("mnuPopupParcelMultiple") || user.enabled.at("mnuPopupParcelMoveCentroid"));
   EXPECT_EQ(user.enabled.count("mnuAttributesMoveCentroid"), 0u);
 }
 
@@ -192,8 +191,7 @@ TEST_F(PickPoints, AClickListsEachPointFillsThePanelsAndEntriesMapBackByTheirFir
   user.status.clear();
   Click(kLeft, 1001.0f, 5281.0f);
   EXPECT_EQ(user.status[2], (Strings{"Station 100100", "Station 100200"}));
-  EXPECT_EQ(user.statusNow[3], "Northing =5283");
-  EXPECT_EQ(user.statusNow[4], "Easting =1003");
+  EXPECT_EQ(user.statusNow[3] + "|" + user.statusNow[4], "Northing =5283|Easting =1003");
   Click(kLeft, 200.0f, 200.0f);
   EXPECT_EQ(sel.PointList, (Strings{"100100    5280.25     1000.5", "100200    5283     1003", "3003001    200     200"}));
   // The last entry of "100100" and the last whose first six characters are "300300".
@@ -213,8 +211,7 @@ TEST_F(SelectionLists, RemoveButtonsCloseTheGapAndNeedAnEntry) {
   EXPECT_EQ(Mapped(sel.SelectedPoints, 2), (Ints{1, 3}));
   EXPECT_EQ(user.statusNow[2], "2 Points Selected");
   PointsRemoveItem(session, -1);  // no entry chosen: the counter is lowered, then the step ends
-  EXPECT_EQ(session.SelectionCount, 1);
-  EXPECT_EQ(sel.PointList.size(), 2u);
+  EXPECT_EQ(std::tuple(session.SelectionCount, sel.PointList.size()), std::tuple(1, 2u));
   PointsRemoveItem(session, 0);
   PointsRemoveItem(session, 0);
   EXPECT_FALSE(user.enabled.at("frmSelectedPoints/cmdRemoveItem"));
@@ -237,14 +234,10 @@ const std::string kAttr1 = "Sec_001  A T_W  12345     C   40.000", kAttr2 = "Sec
                   kAttr3 = "Sec_003  C T_L  33          5.500";
 const std::string kRing1 = " 100100 100200 100300 100100", kRing3 = " 300100 300200 300300 300100";
 
-std::string Location(const std::string& north, const std::string& east) {
-  return Row({{1, " PARCEL N,E"}, {17, PadLeft(north, 11)}, {33, PadLeft(east, 11)}});
-}
-
 TEST_F(ParcelLocationMove, AShiftClickRewritesTheSelectionsLocationLinesAndKeepsTheFileBefore) {
-  const Strings original = {"PARCELS OF T1N R2E", kAttr1, kRing1, Location("1000.000", "2000.000"), "",
-                            kAttr2, " 200100 200200 200300 200100", Location("3000.500", "4000.250"), kAttr3, kRing3,
-                            Location("5000.000", "6000.000") + "   old note"};
+  const Strings original = {"PARCELS OF T1N R2E", kAttr1, kRing1, LocationRow("1000.000", "2000.000"), "",
+                            kAttr2, " 200100 200200 200300 200100", LocationRow("3000.500", "4000.250"), kAttr3, kRing3,
+                            LocationRow("5000.000", "6000.000") + "   old note"};
   Load(original);
   session.checks.mnuOptionsParcel = true;
   session.ToolMode = ToolMode::PickParcels;
@@ -262,8 +255,7 @@ TEST_F(ParcelLocationMove, AShiftClickRewritesTheSelectionsLocationLinesAndKeeps
   expected[3] = expected[10] = " PARCEL N,E      123456.125     1234567.250  (Tessel moved)";
   EXPECT_EQ(ReadJob("T1N2E.iid"), Text(expected));
   EXPECT_EQ(ReadJob("T1N2E.iib"), Text(original));
-  EXPECT_TRUE(sel.ParcelList().empty());
-  EXPECT_EQ(Refreshes(), 1);
+  EXPECT_EQ(std::tuple(sel.ParcelList().size(), Refreshes()), std::tuple(0u, 1));
   // A second move of the same two, backed up from the first. 12345678.000 is neither 10 nor 11
   // characters: the northing keeps the blanks of the line before, none on the first moved line,
   // while the easting gets its six.

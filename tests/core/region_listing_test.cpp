@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "regions/how_file.h"
 #include "regions/region_console.h"
 #include "test_support.h"
@@ -18,12 +20,8 @@ TEST(RegionHowFile, BlankLinesAreDroppedBothWays) {
   EXPECT_EQ(ParseHowListing(HowListingText(rows)), rows);
   EXPECT_TRUE(ParseHowListing("").empty());
   EXPECT_TRUE(ParseHowListing(std::string("\0\r\n", 3)).size() == 1);
-  EXPECT_TRUE(IsRegionKeyword("FIXED"));
-  EXPECT_FALSE(IsRegionKeyword("fixed"));
-  EXPECT_FALSE(IsRegionKeyword(" FIXED"));
-  EXPECT_EQ(RowProjectName("C:\\jobs\\T2"), "T2");
-  EXPECT_EQ(RowProjectName("/jobs/T3"), "T3");
-  EXPECT_EQ(RowProjectName("T4"), "T4");
+  EXPECT_TRUE(IsRegionKeyword("FIXED") && !IsRegionKeyword("fixed") && !IsRegionKeyword(" FIXED"));
+  EXPECT_EQ(Joined({RowProjectName("C:\\jobs\\T2"), RowProjectName("/jobs/T3"), RowProjectName("T4")}), "T2|T3|T4");
 }
 
 class RegionListing : public JobFixture {
@@ -57,8 +55,7 @@ TEST_F(RegionListing, EditsSaveAtOnceAndKeywordsGoBeforeTheSelection) {
   console.chkNoPath = true;
   user.files.push_back(Def("/elsewhere/", "T9"));
   console.Add();
-  EXPECT_EQ(console.rows.back(), "T9");
-  EXPECT_EQ(console.addFolder, "/elsewhere/");
+  EXPECT_EQ(console.rows.back() + "|" + console.addFolder, "T9|/elsewhere/");
   EXPECT_EQ(session.region.RegionDirty, 0);
 
   // Up on the first row and down on the last change nothing; a move keeps the row selected.
@@ -70,8 +67,7 @@ TEST_F(RegionListing, EditsSaveAtOnceAndKeywordsGoBeforeTheSelection) {
   EXPECT_EQ(console.rows, before);
   console.selected = 0;
   console.MoveDown();
-  EXPECT_EQ(console.rows[1], "T1");
-  EXPECT_EQ(console.selected, 1);
+  EXPECT_EQ(std::tuple(console.rows[1], console.selected), std::tuple("T1", 1));
 
   // Save does nothing; removing every row leaves an empty listing.
   const std::string saved = ReadJob("REG.how");
@@ -107,17 +103,16 @@ TEST_F(RegionListing, AddCutsTheFileNameNotThePathAtItsFirstPoint) {
   EXPECT_TRUE(user.messages.empty());
 }
 
-TEST_F(RegionListing, EditInvalidatesEverythingAfterTheMerge) {
+TEST_F(RegionListing, EditInvalidatesEverythingAfterTheMergeAndWithoutARegionStaysDirty) {
   RegionConsole console(session);
   console.enabled = {false, true, true, true, true, true, true, true};
   console.InsertKeyword(kKeywordFixed);
   EXPECT_EQ(console.enabled, (RegionCommands{true, false, false, false, true, true, true, true}));
-}
+  EXPECT_TRUE(user.messages.empty());
 
-TEST_F(RegionListing, SaveWithoutARegionTellsAndKeepsTheListDirty) {
+  // No region to save to: told, and the list stays dirty.
   session.RegionJobFolder.clear();
   session.RegionJobName.clear();
-  RegionConsole console(session);
   console.InsertKeyword(kKeywordFixed);
   ASSERT_EQ(user.messages.size(), 1u);
   EXPECT_EQ(user.messages[0].text, kMsgCannotWriteHow);
@@ -136,13 +131,11 @@ TEST_F(RegionListing, OpeningReadsTheListingAndSetsTheStates) {
   session.region.MatchTolerance = 2.5;
   RegionConsole console(session);
   console.Open();
-  EXPECT_EQ(console.txtProject, "REG");
   EXPECT_EQ(console.rows, (std::vector<std::string>{"T1", "FIXED", "T2"}));
-  EXPECT_EQ(console.txtTolerance, "2.5");
-  EXPECT_TRUE(console.enabled.cmdAdjust);
-  EXPECT_TRUE(console.enabled.cmdViewRegion);
-  EXPECT_FALSE(console.enabled.cmdParse);
-  EXPECT_FALSE(console.enabled.cmdTest);
+  EXPECT_EQ(console.txtProject + "|" + console.txtTolerance, "REG|2.5");
+  EXPECT_EQ(std::tuple(console.enabled.cmdAdjust, console.enabled.cmdViewRegion, console.enabled.cmdParse,
+                       console.enabled.cmdTest),
+            std::tuple(true, true, false, false));
 }
 
 TEST_F(RegionListing, FolderButtonCreatesTheProjectWithItsQuestions) {
@@ -155,19 +148,17 @@ TEST_F(RegionListing, FolderButtonCreatesTheProjectWithItsQuestions) {
   EXPECT_EQ(user.fileRequests[0].title, "Select or Create project");
   EXPECT_EQ(user.fileRequests[0].filter, "REG.def |REG.def|All project definition files (*.def)|*.def");
   EXPECT_EQ(user.messages[0].text, "Setup project with default properties?");
-  EXPECT_EQ(ReadJob("NEWREG.def"), "DEFAULTS\r\n");
-  EXPECT_EQ(ReadJob("TEMP.JOB"), "NEWREG\r\n");
+  EXPECT_EQ(ReadJob("NEWREG.def") + ReadJob("TEMP.JOB"), "DEFAULTS\r\nNEWREG\r\n");
   EXPECT_TRUE(JobHas("Nad27.con"));
-  EXPECT_EQ(session.RegionJobName, "NEWREG");
-  EXPECT_EQ(console.txtProject, "NEWREG");
+  EXPECT_EQ(session.RegionJobName + "|" + console.txtProject, "NEWREG|NEWREG");
 
   // Without defaults: No tells what remains to be done, and nothing runs.
   std::filesystem::remove(toolPath / "default.def");
   user.files.push_back(FileChoice{JobDir() + "OTHER.def", "OTHER.def"});
   user.answers.push_back(Answer::No);
   console.FolderButton();
-  EXPECT_EQ(user.messages[1].text, "Setup project properties now?");
-  EXPECT_EQ(user.messages[2].text, "You will need to set project properties before running merge");
+  EXPECT_EQ(user.messages[1].text + "|" + user.messages[2].text,
+            "Setup project properties now?|You will need to set project properties before running merge");
   EXPECT_TRUE(processes.launches.empty());
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <tuple>
 
 #include "regions/match_test.h"
 #include "regions/region_console.h"
@@ -26,7 +27,7 @@ class RegionMatch : public JobFixture {
   }
 };
 
-TEST_F(RegionMatch, WindowIsASquareWithInclusiveBoundsAndTagsFromColumnSeven) {
+TEST_F(RegionMatch, WindowIsASquareWithInclusiveBoundsTagsFromColumnSevenInTheWalksOrder) {
   // Exactly T apart on both axes matches; a hair beyond does not.
   EXPECT_EQ(Both({{"100100TA", 1000, 1000}, {"100100TB", 1010, 1010}}, 10), (std::vector<int>{2, 1}));
   EXPECT_TRUE(Both({{"100100TA", 1000, 1000}, {"100100TB", 1010.001, 1000}}, 10).empty());
@@ -41,15 +42,9 @@ TEST_F(RegionMatch, WindowIsASquareWithInclusiveBoundsAndTagsFromColumnSeven) {
   EXPECT_TRUE(Both({{"10010XTA", 1000, 1000}, {"100100TA", 1000, 1000}}, 10).empty());
   // A negative tolerance leaves every window empty.
   EXPECT_TRUE(Both({{"100100TA", 1000, 1000}, {"100100TB", 1000, 1000}}, -1).empty());
-}
-
-TEST_F(RegionMatch, PointsAtZeroAreNeverTestedButMayBePartners) {
   // Point 1 has X = 0: it is skipped as i, yet point 2 finds it; point 2 itself is never found.
   EXPECT_EQ(Both({{"100100TA", 0, 100}, {"100100TB", 3, 100}}, 10), (std::vector<int>{1}));
-}
-
-TEST_F(RegionMatch, OrderIsTheOrderOfTheWalk) {
-  // i = 1 finds 3 and 4; i = 3 adds 1; i = 4 adds nothing new; 2 is alone.
+  // The order is the walk's: i = 1 finds 3 and 4; i = 3 adds 1; i = 4 adds nothing new; 2 is alone.
   EXPECT_EQ(Both({{"100100TA", 100, 100}, {"200200TB", 900, 900}, {"100100TB", 101, 100}, {"100100TC", 100, 101}}, 5),
             (std::vector<int>{3, 4, 1}));
 }
@@ -94,8 +89,8 @@ TEST_F(RegionMatch, ComparisonStopsAtTheTablesBound) {
   SetPoints(points);
   std::vector<std::string> panels;
   CompareCoordinates(session, 1, [&](int, const std::string& text) { panels.push_back(text); });
-  EXPECT_EQ(session.region.match.MatchPointCount, RegionMatchStore::kBound);
-  EXPECT_EQ(session.region.match.MatchLineCount, 0);
+  EXPECT_EQ(std::tuple(session.region.match.MatchPointCount, session.region.match.MatchLineCount),
+            std::tuple(RegionMatchStore::kBound, 0));
   EXPECT_TRUE(panels.empty());
 }
 
@@ -129,13 +124,11 @@ TEST_F(RegionMatch, ComparisonTellsItsProgressAndACancelKeepsNoMatch) {
     StopAfter stop(at + 1);
     EXPECT_FALSE(again.CompareForTest(&stop)) << at;
     again.ShowTest(false);
-    EXPECT_EQ(session.region.match.MatchPointCount, 0) << at;
-    EXPECT_EQ(session.region.match.MatchLineCount, 0) << at;
-    EXPECT_EQ(again.statusPanel[2], "Test cancelled: no match was kept.") << at;
-    EXPECT_FALSE(again.enabled.cmdDetails) << at;
-    EXPECT_FALSE(again.chkLines) << at;
-    EXPECT_EQ(user.statusNow[1], "Ready") << at;
-    EXPECT_EQ(user.pointers.back(), Pointer::Default) << at;
+    EXPECT_EQ(std::tuple(session.region.match.MatchPointCount, session.region.match.MatchLineCount,
+                         again.enabled.cmdDetails, again.chkLines, user.pointers.back()),
+              std::tuple(0, 0, false, false, Pointer::Default))
+        << at;
+    EXPECT_EQ(again.statusPanel[2] + "|" + user.statusNow[1], "Test cancelled: no match was kept.|Ready") << at;
   }
 }
 
@@ -164,29 +157,25 @@ TEST_F(RegionPreview, LoadsEveryProjectTaggedAndSkipsKeywordsAndMissingFolders) 
 
   const PointStore& p = session.points;
   ASSERT_EQ(p.PointCount(), 5);
-  EXPECT_EQ(p.PointIds(1), "100100TT1");
-  EXPECT_EQ(p.PointIds(3), "500500TT1");  // control appended, not in .COR
-  EXPECT_EQ(p.PointIds(4), "100100TT2");
+  // The control station appended, not in .COR, is the third.
+  EXPECT_EQ(Joined({p.PointIds(1), p.PointIds(3), p.PointIds(4), p.PointIds(5)}),
+            "100100TT1|500500TT1|100100TT2|200200TT2");
   EXPECT_DOUBLE_EQ(p.PointX(4), 1000.5);
-  EXPECT_EQ(p.PointIds(5), "200200TT2");
   // Lines found by their tagged ends; the .LSA-only project brings its own line.
-  EXPECT_EQ(HeldLineCount(session), 3);
-  EXPECT_EQ(session.lsa.LsaLineEnds.get(2).to, 3);
-  EXPECT_EQ(session.lsa.LsaLineEnds.get(3).from, 4);
-  EXPECT_EQ(session.lsa.LsaLineEnds.get(3).to, 5);
+  EXPECT_EQ(std::tuple(HeldLineCount(session), session.lsa.LsaLineEnds.get(2).to, session.lsa.LsaLineEnds.get(3).from,
+                       session.lsa.LsaLineEnds.get(3).to),
+            std::tuple(3, 3, 4, 5));
   EXPECT_EQ(user.MessageTexts(), (std::vector<std::string>{"Viewing LSA coordinates"}));
-  EXPECT_EQ(user.status[2].back(), "Project folder not found: /no/such/folder/T9");
-  EXPECT_EQ(user.title, kTitlePreview);
-  EXPECT_EQ(panels.front(), "1... ");
-  EXPECT_EQ(panels.back(), "1Total Points = 5. Total Lines = 3.");
+  EXPECT_EQ(Joined({user.status[2].back(), user.title, panels.front(), panels.back()}),
+            "Project folder not found: /no/such/folder/T9|" + std::string(kTitlePreview) +
+                "|1... |1Total Points = 5. Total Lines = 3.");
   EXPECT_TRUE(console.enabled.cmdTest);
 
   console.txtTolerance = "1";
   console.Test();
   EXPECT_EQ(panels.back(), "2Points matching: 2. Lines: 0");
   EXPECT_EQ(console.DetailsLines(), (std::vector<std::string>{" Matching Lines: "}));
-  EXPECT_TRUE(console.enabled.cmdDetails);
-  EXPECT_TRUE(console.chkLines);
+  EXPECT_TRUE(console.enabled.cmdDetails && console.chkLines);
 }
 
 TEST_F(RegionPreview, OverlayIsDrawnAtEveryRefreshOnceTested) {
@@ -220,8 +209,7 @@ TEST_F(RegionPreview, OverlayIsDrawnAtEveryRefreshOnceTested) {
     if (c.op == "Line" && c.colour == kYellow) ++yellow;
     if (c.op == "Dot" && c.colour == kBlue) ++blue;
   }
-  EXPECT_EQ(yellow, 1);
-  EXPECT_EQ(blue, 2);
+  EXPECT_EQ(std::tuple(yellow, blue), std::tuple(1, 2));
   EXPECT_NE(std::find(recording.calls.begin(), recording.calls.end(), CanvasCall{"PenWidth", {6.0}, 0, {}}),
             recording.calls.end());
 

@@ -33,11 +33,19 @@ class RegionWorkflow : public JobFixture {
 };
 
 TEST_F(RegionWorkflow, MergeAdjustParseRunInTheRegionsFolderAndSetTheStates) {
+  // With a member of the region loaded, Merge warns and runs nothing.
+  session.JobName = "T1";
+  console.Merge();
+  ASSERT_EQ(user.messages.size(), 1u);
+  EXPECT_EQ(user.messages[0].text, "Merging is done on the region REG\r\nThe currently loaded project is T1");
+  EXPECT_EQ(user.messages[0].icon, Icon::Exclamation);
+  EXPECT_TRUE(processes.launches.empty());
+
+  session.JobName = "REG";
   console.Merge();
   ASSERT_EQ(processes.launches.size(), 1u);
-  EXPECT_EQ(processes.launches[0].kind, "Run");
-  EXPECT_EQ(Launched(0), Tool("twpjoin"));
-  EXPECT_EQ(processes.launches[0].folder, JobDir());
+  EXPECT_EQ(Joined({processes.launches[0].kind, Launched(0), processes.launches[0].folder}),
+            Joined({"Run", Tool("twpjoin"), JobDir()}));
   EXPECT_EQ(console.enabled, (RegionCommands{true, true, false, false, false, true, false, false}));
 
   // No .lsa: Adjust runs nothing and says what is missing; so does Parse without .cor.
@@ -113,46 +121,39 @@ TEST_F(RegionWorkflow, AToolThatDidNotStartIsToldAndOpensNoStep) {
   EXPECT_EQ(user.messages.size(), boxes);
 }
 
-TEST_F(RegionWorkflow, MergeWithAMemberLoadedWarnsAndRunsNothing) {
-  session.JobName = "T1";
-  console.Merge();
-  ASSERT_EQ(user.messages.size(), 1u);
-  EXPECT_EQ(user.messages[0].text, "Merging is done on the region REG\r\nThe currently loaded project is T1");
-  EXPECT_EQ(user.messages[0].icon, Icon::Exclamation);
-  EXPECT_TRUE(processes.launches.empty());
-}
-
 TEST_F(RegionWorkflow, ViewItemAndViewRegionWalkBetweenTownshipAndRegion) {
   console.ViewItem();
   EXPECT_EQ(user.MessageTexts().back(), kMsgSelectProject);
   WriteJob("T2.COR", {CorRow("100100", "1000.000", "2000.000")});
   console.selected = 2;
   console.ViewItem();
-  EXPECT_EQ(session.JobName, "T2");
-  EXPECT_EQ(session.JobBase, JobDir() + "T2");
-  EXPECT_EQ(ReadJob("TEMP.JOB"), "T2\r\n");
+  EXPECT_EQ(Joined({session.JobName, session.JobBase, ReadJob("TEMP.JOB")}), "T2|" + JobDir() + "T2|T2\r\n");
   EXPECT_EQ(session.points.PointCount(), 1);
 
   WriteJob("REG.lsa", LsaFile({ControlRow("100100", "1.0", "2.0")}, {LsaLineRow("100100", "100100")},
                               {LsaPointRow("100100", "1", "2")}));
   console.ViewRegion();
-  EXPECT_EQ(session.JobName, "REG");
-  EXPECT_EQ(session.JobBase, JobDir() + "REG");
-  EXPECT_EQ(ReadJob("TEMP.JOB"), "REG\r\n");
-  EXPECT_EQ(user.title, "Tessel " + JobDir() + "REG");
-  EXPECT_TRUE(console.enabled.cmdReliabilities);
-  EXPECT_TRUE(console.enabled.cmdTest);
-  EXPECT_FALSE(console.enabled.cmdParse);
+  EXPECT_EQ(Joined({session.JobName, session.JobBase, ReadJob("TEMP.JOB"), user.title}),
+            "REG|" + JobDir() + "REG|REG\r\n|Tessel " + JobDir() + "REG");
+  EXPECT_TRUE(console.enabled.cmdReliabilities && console.enabled.cmdTest && !console.enabled.cmdParse);
   EXPECT_TRUE(StartsWith(console.statusPanel[1], "Total Points = "));
 }
 
-TEST_F(RegionWorkflow, ReliabilitiesRefusesWithoutSdEstimatesBeforeTouchingAnything) {
+TEST_F(RegionWorkflow, ReliabilitiesRefuseWithoutSdEstimatesOrWithAMissingFileBeforeTouchingAnything) {
   WriteJob("REG.def", {"a", "b", "c", "2", "e", "f", " N "});
-  WriteSet("T1\r\nFIXED\r\nT2\r\n");
+  WriteSet("T1\r\nFIXED\r\n");
   console.ReliabilitiesCommand();
   EXPECT_EQ(user.MessageTexts(), (std::vector<std::string>{kMsgEstimatesFromSd}));
   EXPECT_FALSE(JobHas("tempjob.how"));
-  EXPECT_TRUE(processes.launches.empty());
+  // A file of the set missing: named, and nothing runs.
+  WriteJob("REG.def", {"a", "b", "c", "2", "e", "f", "Y"});
+  std::filesystem::remove(jobPath / "REG.pgc");
+  user.messages.clear();
+  console.ReliabilitiesCommand();
+  ASSERT_EQ(user.messages.size(), 2u);
+  EXPECT_NE(user.messages[1].text.find("REG.pgc"), std::string::npos);
+  EXPECT_EQ(ReadJob("REG.how"), "T1\r\nFIXED\r\n");
+  EXPECT_TRUE(processes.launches.empty() && user.shownForms.empty());
 }
 
 TEST_F(RegionWorkflow, ReliabilitiesBacksUpTheSetAndCancelRestoresItByteForByte) {
@@ -184,28 +185,11 @@ TEST_F(RegionWorkflow, ReliabilitiesBacksUpTheSetAndCancelRestoresItByteForByte)
   EXPECT_EQ(ReadJob("REG.how"), how);
 }
 
-TEST_F(RegionWorkflow, ReliabilitiesWithAMissingFileRunsNothingAndNamesIt) {
-  WriteJob("REG.def", {"a", "b", "c", "2", "e", "f", "Y"});
-  WriteSet("T1\r\nFIXED\r\n");
-  std::filesystem::remove(jobPath / "REG.pgc");
-  console.ReliabilitiesCommand();
-  ASSERT_EQ(user.messages.size(), 2u);
-  EXPECT_NE(user.messages[1].text.find("REG.pgc"), std::string::npos);
-  EXPECT_EQ(ReadJob("REG.how"), "T1\r\nFIXED\r\n");
-  EXPECT_TRUE(processes.launches.empty());
-  EXPECT_TRUE(user.shownForms.empty());
-}
-
-TEST(RegionContinuePanel, StandsAtTheLowerRightOfTheMainWindow) {
+TEST(RegionPlacesAndNumbers, TheContinuePanelStandsLowerRightAndNumbersAreFreeFormat) {
   const PanelPlace place = ContinuePanelPlace(1000, 2000, 12000, 9000, 3000);
   EXPECT_DOUBLE_EQ(place.left, 1000 + 12000 - 3000 - 50);
   EXPECT_DOUBLE_EQ(place.top, 2000 + 9000 - 900);
-}
-
-TEST(PostRegionFormat, FreeFormatNumbers) {
-  EXPECT_EQ(FreeFormatNumber(100), " 100 ");
-  EXPECT_EQ(FreeFormatNumber(0.5), " .5 ");
-  EXPECT_EQ(FreeFormatNumber(-2.25), "-2.25 ");
+  EXPECT_EQ(Joined({FreeFormatNumber(100), FreeFormatNumber(0.5), FreeFormatNumber(-2.25)}), " 100 | .5 |-2.25 ");
 }
 
 class PostRegion : public JobFixture {
@@ -258,8 +242,7 @@ TEST_F(PostRegion, EachProjectRunsInItsFolderUpToTheFirstKeyword) {
     EXPECT_FALSE(std::filesystem::exists(root / "other" / left)) << left;
     EXPECT_FALSE(JobHas(left)) << left;
   }
-  EXPECT_EQ(s.JobBase, JobDir() + "REG");
-  EXPECT_EQ(s.JobName, "REG");
+  EXPECT_EQ(s.JobBase + "|" + s.JobName, JobDir() + "REG|REG");
   EXPECT_EQ(user.status[2].back(), "Project folder not found: /no/such/place/");
   EXPECT_EQ(user.MessageTexts(), (std::vector<std::string>{kMsgUpdateComplete}));
   EXPECT_EQ(user.status[1].back(), "Ready");

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <tuple>
+#include <utility>
+
 #include "subdivision/irr_file.h"
 #include "subdivision/irr_save.h"
 #include "subdivision/nominal.h"
@@ -27,19 +31,22 @@ std::vector<std::string> SubFile() {
           Row({{36, "SECTION "}, {44, "40"}})};
 }
 
+// The shades of the given sections or positions, in that order.
+template <typename Shades>
+std::vector<typename Shades::value_type> ShadesAt(const Shades& shades, std::initializer_list<int> at) {
+  std::vector<typename Shades::value_type> out;
+  for (int k : at) out.push_back(shades[static_cast<std::size_t>(k)]);
+  return out;
+}
+
 TEST(TownshipDiagram, SectionButtonsRunBackAndForthFromTheNortheast) {
-  EXPECT_EQ(SectionAt(0, 5), 1);
-  EXPECT_EQ(SectionAt(0, 0), 6);
-  EXPECT_EQ(SectionAt(1, 0), 7);
-  EXPECT_EQ(SectionAt(1, 5), 12);
-  EXPECT_EQ(SectionAt(5, 0), 31);
-  EXPECT_EQ(SectionAt(5, 5), 36);
+  EXPECT_EQ((std::vector{SectionAt(0, 5), SectionAt(0, 0), SectionAt(1, 0), SectionAt(1, 5), SectionAt(5, 0),
+                         SectionAt(5, 5)}),
+            (std::vector{1, 6, 7, 12, 31, 36}));
   // Each button sits where its centre is.
   for (int row = 0; row < 6; ++row) {
     for (int column = 0; column < 6; ++column) {
-      const int centre = NominalId(SectionAt(row, column), 1);
-      EXPECT_EQ(centre / 1000, 140 + 100 * column);
-      EXPECT_EQ(centre % 1000, 640 - 100 * row);
+      EXPECT_EQ(NominalId(SectionAt(row, column), 1), (140 + 100 * column) * 1000 + 640 - 100 * row);
     }
   }
 }
@@ -67,10 +74,8 @@ TEST_F(SectionDialog, TogglesColourTheDiagramFromTheFiles) {
   WriteJob("T1N2E.irr", WriteIrrBlock(session.sectionDefinitions, 7));
   SetStatusMode(session, diagram, true);
   SetDefineMode(session, diagram, true);
-  EXPECT_EQ(diagram.shades[5], Shade::Yellow);
-  EXPECT_EQ(diagram.shades[36], Shade::Yellow);
-  EXPECT_EQ(diagram.shades[7], Shade::Green);
-  EXPECT_EQ(diagram.shades[12], Shade::System);
+  EXPECT_EQ(ShadesAt(diagram.shades, {5, 36, 7, 12}),
+            (std::vector{Shade::Yellow, Shade::Yellow, Shade::Green, Shade::System}));
   SetStatusMode(session, diagram, false);
   for (int s = 1; s <= 36; ++s) EXPECT_EQ(diagram.shades[static_cast<std::size_t>(s)], Shade::System) << s;
 }
@@ -88,26 +93,19 @@ TEST_F(SectionDialog, AClickShowsTheStatusAndOpensTheSectionFromIrr) {
   SectionForm form;
   // With neither mode on nothing shows.
   SectionClick click = ClickSection(session, diagram, 5, form);
-  EXPECT_FALSE(click.showStatus);
-  EXPECT_FALSE(click.openEditor);
+  EXPECT_FALSE(click.showStatus || click.openEditor);
   EXPECT_EQ(diagram.statusText, kNoIrregularSubdivision);
 
   SetStatusMode(session, diagram, true);
   diagram.defineMode = true;
   click = ClickSection(session, diagram, 5, form);
-  EXPECT_TRUE(click.showStatus);
-  EXPECT_TRUE(click.openEditor);
-  EXPECT_EQ(diagram.statusCaption, "Section 5");
-  EXPECT_NE(diagram.statusText.find("corners proportioned"), std::string::npos);
+  EXPECT_TRUE(click.showStatus && click.openEditor);
+  EXPECT_EQ(diagram.statusText, SectionStatusText(test::Text(SubFile()), 5));
   EXPECT_EQ(diagram.shades[5], Shade::Green);
-  EXPECT_EQ(form.caption, "Section 5");
-  EXPECT_EQ(form.labels[3], "300601");
-  EXPECT_EQ(form.labels[2], "300700");
-  EXPECT_EQ(form.shades[3], Shade::Yellow);
-  EXPECT_EQ(form.shades[7], Shade::Red);
-  EXPECT_TRUE(form.emphasised[3]);
-  EXPECT_TRUE(form.emphasised[7]);
-  EXPECT_FALSE(form.emphasised[2]);
+  EXPECT_EQ(test::Joined({diagram.statusCaption, form.caption, form.labels[3], form.labels[2]}),
+            "Section 5|Section 5|300601|300700");
+  EXPECT_EQ(ShadesAt(form.shades, {3, 7}), (std::vector{Shade::Yellow, Shade::Red}));
+  EXPECT_EQ(ShadesAt(form.emphasised, {3, 7, 2}), (std::vector<bool>{true, true, false}));
 
   // A section .sub says nothing about keeps the text.
   click = ClickSection(session, diagram, 6, form);
@@ -133,14 +131,10 @@ TEST_F(SectionDialog, PopupEntriesByPositionRange) {
 }
 
 TEST_F(SectionDialog, DiagramPlacesFollowTheSection) {
-  EXPECT_EQ(PositionPlace(5).row, 0);  // NW corner
-  EXPECT_EQ(PositionPlace(5).column, 0);
-  EXPECT_EQ(PositionPlace(3).row, 4);  // SE corner
-  EXPECT_EQ(PositionPlace(3).column, 4);
-  EXPECT_EQ(PositionPlace(1).row, 2);
-  EXPECT_EQ(PositionPlace(1).column, 2);
-  EXPECT_EQ(PositionPlace(25).row, 0);  // north line, east half
-  EXPECT_EQ(PositionPlace(25).column, 3);
+  // The NW corner, the SE corner, the centre, the north line's east half.
+  for (const auto& [position, row, column] : {std::tuple{5, 0, 0}, {3, 4, 4}, {1, 2, 2}, {25, 0, 3}}) {
+    EXPECT_EQ(std::pair(PositionPlace(position).row, PositionPlace(position).column), std::pair(row, column)) << position;
+  }
   std::set<std::pair<int, int>> places;
   for (int p = 1; p <= 25; ++p) places.insert({PositionPlace(p).row, PositionPlace(p).column});
   EXPECT_EQ(places.size(), 25u);
@@ -153,21 +147,17 @@ TEST_F(SectionDialog, SubstitutionDoubleCornerToggles) {
   ApplySubstitution(session, form, 7, "640600");
   ApplySubstitution(session, form, 8, "");
   SectionDefinitions& d = session.sectionDefinitions.sections[1];
-  EXPECT_EQ(d.Substitute[0], 1);
-  EXPECT_EQ(form.shades[6], Shade::Yellow);
-  EXPECT_EQ(form.shades[7], Shade::System);
-  EXPECT_EQ(d.Substitute[8], 0);
+  EXPECT_EQ(std::tuple(d.Substitute[0], d.Substitute[8]), std::tuple(1, 0));
+  EXPECT_EQ(ShadesAt(form.shades, {6, 7}), (std::vector{Shade::Yellow, Shade::System}));
 
   // The non-computable and offset marks take the substitute.
   ToggleNonComputable(session, form, 6);
-  EXPECT_EQ(d.NonComputable[6], 700641);
-  EXPECT_EQ(form.shades[6], Shade::Red);
+  EXPECT_EQ(std::tuple(d.NonComputable[6], form.shades[6]), std::tuple(700641, Shade::Red));
   ToggleNonComputable(session, form, 6);
   EXPECT_EQ(d.NonComputable[6], 0);
   EXPECT_FALSE(d.QuarterFlag[1]);
   ToggleOffset(session, form, 20);
-  EXPECT_EQ(d.Offset[20], 660600);
-  EXPECT_EQ(form.shades[20], Shade::Cyan);
+  EXPECT_EQ(std::tuple(d.Offset[20], form.shades[20]), std::tuple(660600, Shade::Cyan));
   ToggleOffset(session, form, 10);  // not an offset position
   EXPECT_FALSE(d.OffsetFlag[10]);
 
@@ -179,19 +169,14 @@ TEST_F(SectionDialog, SubstitutionDoubleCornerToggles) {
   ASSERT_EQ(session.sectionDefinitions.DoubleCornerCount, 2);
   EXPECT_EQ(session.sectionDefinitions.DoubleCorners[1], (DoubleCornerRecord{700600, 700603, 2, 3}));
   EXPECT_EQ(session.sectionDefinitions.DoubleCorners[2], (DoubleCornerRecord{700600, 700604, 2, 4}));
-  EXPECT_TRUE(d.DoubleFlag[2]);
-  EXPECT_EQ(form.shades[3], Shade::Green);
+  EXPECT_EQ(std::tuple(bool(d.DoubleFlag[2]), form.shades[3]), std::tuple(true, Shade::Green));
   // The dialog of a corner is filled from the records of the corner before it.
   EXPECT_EQ(DoubleCornerPrefill(session, form, 3)[0].point, "");
   const auto next = DoubleCornerPrefill(session, form, 4);
-  EXPECT_EQ(next[0].point, "700603");
-  EXPECT_EQ(next[0].direction, "S");
-  EXPECT_EQ(next[1].point, "700604");
-  EXPECT_EQ(next[1].direction, "W");
+  EXPECT_EQ(test::Joined({next[0].point, next[0].direction, next[1].point, next[1].direction}), "700603|S|700604|W");
   DeleteDoubleCorner(session, form, 3);
-  EXPECT_EQ(session.sectionDefinitions.DoubleCornerCount, 0);
-  EXPECT_FALSE(d.DoubleFlag[2]);
-  EXPECT_EQ(form.shades[3], Shade::System);
+  EXPECT_EQ(std::tuple(session.sectionDefinitions.DoubleCornerCount, bool(d.DoubleFlag[2]), form.shades[3]),
+            std::tuple(0, false, Shade::System));
 }
 
 TEST_F(SectionDialog, ProportionsAndLineDefinitions) {
@@ -202,9 +187,8 @@ TEST_F(SectionDialog, ProportionsAndLineDefinitions) {
   EXPECT_EQ(d.Proportions[2], (ProportionDefinition{"540620", "19.800", "0.000"}));
   EXPECT_EQ(form.shades[11], Shade::Green);
   ApplyProportion(session, form, 11, "19.8", "40", true);
-  EXPECT_FALSE(d.ProportionFlag[2]);
-  EXPECT_EQ(d.Proportions[2], ProportionDefinition{});
-  EXPECT_EQ(form.shades[11], Shade::System);
+  EXPECT_EQ(std::tuple(bool(d.ProportionFlag[2]), d.Proportions[2], form.shades[11]),
+            std::tuple(false, ProportionDefinition{}, Shade::System));
 
   EXPECT_EQ(IntersectHeading(form, 1), "For Center of Section 2, Point 540640");
   EXPECT_EQ(IntersectHeading(form, 16), "For Southwest 1/16th Section 2, Point 520620");
@@ -239,19 +223,15 @@ TEST_F(SectionDialog, ResetKeepsDoubleCornersAndClearsTheOffsetsOfSection36) {
   session.sectionDefinitions.sections[36].OffsetFlag[7] = true;
   ResetSection(session, form);
   const SectionDefinitions& d = session.sectionDefinitions.sections[3];
-  EXPECT_EQ(d.Substitute[2], 0);
-  EXPECT_FALSE(d.DoubleFlag[1]);
-  EXPECT_EQ(session.sectionDefinitions.DoubleCornerCount, 2);
-  EXPECT_TRUE(d.OffsetFlag[7]);
-  EXPECT_FALSE(session.sectionDefinitions.sections[36].OffsetFlag[7]);
-  EXPECT_EQ(form.labels[2], "500700");
-  EXPECT_EQ(form.shades[7], Shade::System);
+  EXPECT_EQ(std::tuple(d.Substitute[2], bool(d.DoubleFlag[1]), session.sectionDefinitions.DoubleCornerCount,
+                       bool(d.OffsetFlag[7]), bool(session.sectionDefinitions.sections[36].OffsetFlag[7])),
+            std::tuple(0, false, 2, true, false));
+  EXPECT_EQ(std::tuple(form.labels[2], form.shades[7]), std::tuple("500700", Shade::System));
   // What stayed is written at the next save.
   ASSERT_TRUE(SaveSection(session, 3).saved);
   SectionDefinitionStore read;
   ReadIrrBlock(ReadJob("T1N2E.irr"), 3, read);
-  EXPECT_EQ(read.DoubleCornerCount, 2);
-  EXPECT_TRUE(read.sections[3].OffsetFlag[7]);
+  EXPECT_EQ(std::tuple(read.DoubleCornerCount, bool(read.sections[3].OffsetFlag[7])), std::tuple(2, true));
 }
 
 TEST_F(SectionDialog, OpeningTheDiagramNeedsAJobAndBacksUpIrrOnce) {
@@ -271,8 +251,7 @@ TEST_F(SectionDialog, AfterASaveTheSavedSectionsReturnToTheSystemColourUntilDefi
   diagram.shades[4] = Shade::Green;
   diagram.shades[9] = Shade::Yellow;
   RefreshAfterSave(session, diagram, {4, 9});
-  EXPECT_EQ(diagram.shades[4], Shade::System);
-  EXPECT_EQ(diagram.shades[9], Shade::System);
+  EXPECT_EQ(ShadesAt(diagram.shades, {4, 9}), (std::vector{Shade::System, Shade::System}));
   WriteJob("T1N2E.irr", {"340640"});
   diagram.defineMode = true;
   RefreshAfterSave(session, diagram, {4});

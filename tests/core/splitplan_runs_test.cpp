@@ -16,14 +16,12 @@ namespace {
 
 using test::Text;
 
-TEST(SplitplanAnswers, ButtonsOfTheSectionDialogAndTheDiagram) {
+TEST(SplitplanAnswers, ButtonsOfTheSectionDialogAndTheDiagramAndTheWizards) {
   EXPECT_EQ(ComputeAnswers(), (std::vector<std::string>{"", "", "", "", "", ""}));
   EXPECT_EQ(AutoIrrAnswers(7), (std::vector<std::string>{"1", "7", "11", "12", "", "", "3", "1"}));
   EXPECT_EQ(NoSubdivisionAnswers(7), (std::vector<std::string>{"1", "7", "10", "12", "", "3", "1"}));
   EXPECT_EQ(ThreeMileAnswers(36), (std::vector<std::string>{"2", "3", "8", "2", "36", "", "9", "4", "3", "1"}));
-}
-
-TEST(SplitplanAnswers, Wizards) {
+  // The wizards.
   EXPECT_EQ(ElongatedAnswers({"640640", "N", "2"}),
             (std::vector<std::string>{"2", "3", "5", "640640", "N", "2", "", "9", "4", "3", "1"}));
   EXPECT_EQ(ShortSectionAnswers({"31", 2, 3}),
@@ -52,9 +50,8 @@ TEST_F(SplitplanRun, WritesTheAnswersAndTempBatAndRunsBlocking) {
   EXPECT_EQ(ReadJob("t1$.001"), "1\r\n12\r\n11\r\n12\r\n\r\n\r\n3\r\n1\r\n");
   EXPECT_EQ(ReadJob("temp.bat"), Batch());
   ASSERT_EQ(processes.launches.size(), 1u);
-  EXPECT_EQ(processes.launches[0].kind, "Run");
-  EXPECT_EQ(processes.launches[0].commandLine, "temp.bat");
-  EXPECT_EQ(processes.launches[0].folder, JobDir());
+  EXPECT_EQ(test::Joined({processes.launches[0].kind, processes.launches[0].commandLine, processes.launches[0].folder}),
+            "Run|temp.bat|" + JobDir());
   EXPECT_EQ(user.pointers, (std::vector<Pointer>{Pointer::Hourglass, Pointer::Default}));
 }
 
@@ -66,11 +63,10 @@ TEST_F(SplitplanRun, ComputeRereadsTheJobsLines) {
   EXPECT_EQ(ReadJob("t1$.001"), "\r\n\r\n\r\n\r\n\r\n\r\n");
   EXPECT_EQ(processes.launches.size(), 1u);
   // Not the full reload, which would empty a parcel store holding unsaved edits.
-  EXPECT_EQ(lineReloads, 1);
-  EXPECT_EQ(fullReloads, 0);
+  EXPECT_EQ(std::pair(lineReloads, fullReloads), std::pair(1, 0));
 }
 
-TEST_F(SplitplanRun, AWizardWithAnEmptyFieldStaysAndRunsNothing) {
+TEST_F(SplitplanRun, AWizardWithAnEmptyFieldStaysAndRunsNothingAndWithItsFieldsRuns) {
   EXPECT_FALSE(FinishElongated(session, {"5", "N", "  "}));
   EXPECT_FALSE(FinishElongated(session, {"", "N", "2"}));
   EXPECT_FALSE(FinishShortSection(session, {"", 1, 1}));
@@ -82,10 +78,10 @@ TEST_F(SplitplanRun, AWizardWithAnEmptyFieldStaysAndRunsNothing) {
   }
   EXPECT_TRUE(processes.launches.empty());
   EXPECT_FALSE(JobHas("t1$.001"));
-}
 
-TEST_F(SplitplanRun, AWizardWithItsFieldsRuns) {
-  // The options are not required: a short section with none chosen sends zeros.
+  // With its fields it runs. The options are not required: a short section with none chosen
+  // sends zeros.
+  user.messages.clear();
   EXPECT_TRUE(FinishShortSection(session, {"19", 0, 0}));
   EXPECT_EQ(ReadJob("t1$.001"), Text({"2", "3", "7", "2", "19", "0", "0", "", "9", "4", "3", "1"}));
   EXPECT_TRUE(FinishMinor(session, {"660660", ""}));

@@ -7,6 +7,8 @@
 
 #include <filesystem>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "job/load_sequence.h"
@@ -121,28 +123,19 @@ TEST(SurveyBlock, DirectiveTableKeepsItsStrings) {
 }
 
 TEST(SurveyBlock, PicturesFormatNumbersAndLeaveTextAlone) {
-  EXPECT_EQ(PictureText("0.05", 3), ".050");
-  EXPECT_EQ(PictureText(" 200 ", 1), "200.0");
-  EXPECT_EQ(PictureText("-1.23456", 3), "-1.235");
-  EXPECT_EQ(PictureText("893700", 1), "893700.0");
-  EXPECT_EQ(PictureText("abc", 3), "abc");
-  EXPECT_EQ(PictureText("1.2.3", 3), "1.2.3");
-  EXPECT_EQ(PictureText("", 3), "");
+  EXPECT_EQ(Joined({PictureText("0.05", 3), PictureText(" 200 ", 1), PictureText("-1.23456", 3),
+                    PictureText("893700", 1), PictureText("abc", 3), PictureText("1.2.3", 3), PictureText("", 3)}),
+            ".050|200.0|-1.235|893700.0|abc|1.2.3|");
 }
 
 TEST_F(SurveyRecordsTest, DirectivesAreReadWithTheirOffsets) {
   const SurveyDirectives d = ReadSurveyDirectives(session.surveys, 1);
-  EXPECT_EQ(d.comments, "C ORIGINAL SURVEY\r\n");
-  EXPECT_TRUE(d.anyDirective);
-  EXPECT_EQ(d.distanceUnits, 0);
-  EXPECT_EQ(d.distanceType, 0);
-  EXPECT_EQ(d.correctionConstant, "0.010");
-  EXPECT_EQ(d.correctionPpm, "2.000");
-  EXPECT_EQ(d.bearingType, 0);
-  EXPECT_TRUE(d.convertToAngles);
-  EXPECT_EQ(d.angleError, "0.0010");
-  // Read from columns 6-14 of a value written in 7-15: its last character is lost.
-  EXPECT_EQ(d.bearingCorrection, "0.003");
+  EXPECT_EQ(std::tuple(d.anyDirective, d.distanceUnits, d.distanceType, d.bearingType, d.convertToAngles),
+            std::tuple(true, 0, 0, 0, true));
+  // The bearing correction is read from columns 6-14 of a value written in 7-15: its last
+  // character is lost.
+  EXPECT_EQ(Joined({d.comments, d.correctionConstant, d.correctionPpm, d.angleError, d.bearingCorrection}),
+            "C ORIGINAL SURVEY\r\n|0.010|2.000|0.0010|0.003");
   EXPECT_EQ(SurveyCommentLabel(session, 0), "C ORIGINAL SURVEY\r\n" + std::string(kDirectivesDefined));
   EXPECT_EQ(SurveyCommentLabel(session, 1), "C RESURVEY\r\n");
   EXPECT_EQ(SurveyListEntries(session), (std::vector<std::string>{Left(kGlo, 42), Left(kBlm, 42)}));
@@ -153,27 +146,21 @@ TEST_F(SurveyRecordsTest, DirectivesAreReadWithTheirOffsets) {
   session.surveys.Clear();
   ReadSurveys(session);
   const SurveyDirectives full = ReadSurveyDirectives(session.surveys, 1);
-  EXPECT_EQ(full.correctionConstant, "123456789012345");
-  EXPECT_EQ(full.correctionPpm, "87654321098765");
-  EXPECT_EQ(full.bearingCorrection, "12345678");
-  EXPECT_EQ(full.comments, "C no key here\r\n");
+  EXPECT_EQ(Joined({full.correctionConstant, full.correctionPpm, full.bearingCorrection, full.comments}),
+            "123456789012345|87654321098765|12345678|C no key here\r\n");
   const SurveyDirectives none = ReadSurveyDirectives(session.surveys, 2);
-  EXPECT_EQ(none.comments, "");
-  EXPECT_FALSE(none.anyDirective);
+  EXPECT_EQ(std::tuple(none.comments, none.anyDirective), std::tuple("", false));
 }
 
 TEST_F(SurveyRecordsTest, LoadingTicksOnlyTheBoxesItShould) {
   const SidForm form = Loaded(0);
   for (int box : {1, 2, 3, 4, 6, 7, 10, 12, 13}) EXPECT_FALSE(form.ticked[static_cast<std::size_t>(box)]) << box;
   for (int box : {5, 8, 9, 11}) EXPECT_TRUE(form.ticked[static_cast<std::size_t>(box)]) << box;
-  EXPECT_EQ(form.name, "GLO 1854");
-  EXPECT_EQ(form.constant, ".050");
-  EXPECT_EQ(form.northing, "0.100");
+  EXPECT_EQ(Joined({form.name, form.constant, form.northing}), "GLO 1854|.050|0.100");
   // The second survey has no directives: its lists are empty and their boxes stay clear.
   const SidForm second = Loaded(1);
-  EXPECT_EQ(second.distanceUnits, -1);
-  EXPECT_FALSE(second.ticked[kBoxDistanceUnits]);
-  EXPECT_TRUE(second.ticked[kBoxComments]);
+  EXPECT_EQ(std::tuple(second.distanceUnits, bool(second.ticked[kBoxDistanceUnits]), bool(second.ticked[kBoxComments])),
+            std::tuple(-1, false, true));
 }
 
 TEST_F(SurveyRecordsTest, SavingCommentsOnlyRewritesTheBlockAndDropsUntickedCorrections) {
@@ -216,8 +203,7 @@ TEST_F(SurveyRecordsTest, PlaneAndCompassChoicesWriteEmptyLines) {
                          SLine("BLM 1978", "   .020", "    50.0", "    20.0", "         ", "         "), "C RESURVEY", "", "", ""}));
   // Read back, the lists are empty.
   const SidForm again = Loaded(1);
-  EXPECT_EQ(again.distanceType, -1);
-  EXPECT_EQ(again.bearingType, -1);
+  EXPECT_EQ(std::pair(again.distanceType, again.bearingType), std::pair(-1, -1));
 }
 
 TEST_F(SurveyRecordsTest, RenamingCarriesTheNameIntoTheRecords) {
@@ -234,8 +220,7 @@ TEST_F(SurveyRecordsTest, RenamingCarriesTheNameIntoTheRecords) {
                   Records()[1], RawRow("100300", "100400", "  80.250", "1", "  1200.0", "GLO 1854 RENAMED X"), "999998"}));
   EXPECT_EQ(ReadJob("T1N2E.ra2"), Text(RawFile(Records())));
   // After the reload the records still belong to the first survey.
-  EXPECT_EQ(session.raw.RawLineEnds.get(1).survey, 1);
-  EXPECT_EQ(session.raw.RawLineEnds.get(3).survey, 1);
+  EXPECT_EQ(std::tuple(session.raw.RawLineEnds.get(1).survey, session.raw.RawLineEnds.get(3).survey), std::tuple(1, 1));
 
   // Renaming to a name another survey has is not refused, and a No leaves the records.
   form = Loaded(1);
@@ -244,21 +229,19 @@ TEST_F(SurveyRecordsTest, RenamingCarriesTheNameIntoTheRecords) {
   user.answers = {Answer::No};
   user.messages.clear();
   ASSERT_TRUE(SaveSidForm(session, form));
-  EXPECT_EQ(user.messages.size(), 1u);
-  EXPECT_EQ(session.surveys.SurveyCount, 2);
+  EXPECT_EQ(std::tuple(user.messages.size(), session.surveys.SurveyCount), std::tuple(1u, 2));
   EXPECT_EQ(SurveyName(session.surveys.SurveyTable.get(2)), "GLO 1854 RENAMED X");
 }
 
-TEST_F(SurveyRecordsTest, NothingTickedWritesNothing) {
+TEST_F(SurveyRecordsTest, NothingTickedWritesNothingAndANewSurveyIsAppendedWhenComplete) {
   SidForm form = Loaded(0);
   form.ticked = {};
   EXPECT_FALSE(SaveSidForm(session, form));
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"Nothing to do!"});
   EXPECT_EQ(Sid(), Text(kSid));
-}
 
-TEST_F(SurveyRecordsTest, NewSurveyIsAppendedWhenComplete) {
-  SidForm form;
+  user.messages.clear();
+  form = SidForm{};
   NewSidForm(form);
   form.name = "NEW ONE";
   form.constant = ".030";
@@ -279,8 +262,8 @@ TEST_F(SurveyRecordsTest, NewSurveyIsAppendedWhenComplete) {
     expected.push_back(line);
   }
   EXPECT_EQ(Sid(), Text(expected));
-  EXPECT_EQ(session.surveys.SurveyCount, 3);
-  EXPECT_EQ(ReadSurveyDirectives(session.surveys, 3).distanceUnits, 3);
+  EXPECT_EQ(std::tuple(session.surveys.SurveyCount, ReadSurveyDirectives(session.surveys, 3).distanceUnits),
+            std::tuple(3, 3));
 
   // A file whose last line has no line end gets one before the new block.
   WriteJobBytes("T1N2E.sid", "SA\r\nC last");
@@ -367,8 +350,7 @@ TEST_F(SurveyRecordsTest, EditingARecordWritesRawAndAsks) {
   RawEditForm form;
   EXPECT_FALSE(LoadRawEdit(session, 5, form));
   ASSERT_TRUE(LoadRawEdit(session, 1, form));
-  EXPECT_EQ(form.fields[3], "79.500");
-  EXPECT_EQ(form.fields[6], "BLM 1978");
+  EXPECT_EQ(form.fields[3] + "|" + form.fields[6], "79.500|BLM 1978");
   user.messages.clear();
   EXPECT_FALSE(SaveRawEdit(session, form));
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"Nothing to do!"});
@@ -386,8 +368,7 @@ TEST_F(SurveyRecordsTest, EditingARecordWritesRawAndAsks) {
   EXPECT_EQ(session.selection.LineList[1], "100200 100300   79.600 4    630.0 BLM 1978");
   EXPECT_EQ(user.MessageTexts(),
             std::vector<std::string>{"RAW file has changed.\r\nUpdate adjustment parameters based upon new values?"});
-  EXPECT_TRUE(processes.launches.empty());
-  EXPECT_EQ(user.statusNow[1], "Select line(s)");
+  EXPECT_TRUE(processes.launches.empty() && user.statusNow[1] == "Select line(s)") << user.statusNow[1];
   // The reload read the new record.
   EXPECT_EQ(session.raw.RawLineFields.get(2)[5], "   630.0");
 }
@@ -408,8 +389,7 @@ TEST_F(SurveyRecordsTest, ARecordEditFindsItsRecordAgainOrWritesNothing) {
   user.answers = {Answer::No};
   ASSERT_TRUE(SaveRawEdit(session, form));
   EXPECT_EQ(session.raw.RawLineFields.get(2)[3], "  99.000");
-  EXPECT_EQ(RawLineText(session.raw.RawLineFields.get(1)), first);
-  EXPECT_EQ(RawLineText(session.raw.RawLineFields.get(3)), third);
+  EXPECT_EQ(RawLineText(session.raw.RawLineFields.get(1)) + RawLineText(session.raw.RawLineFields.get(3)), first + third);
   EXPECT_EQ(session.selection.LineList[0], RawLineText(session.raw.RawLineFields.get(2)));
 
   // The record is gone from the file: nothing is written.
@@ -421,7 +401,17 @@ TEST_F(SurveyRecordsTest, ARecordEditFindsItsRecordAgainOrWritesNothing) {
   EXPECT_EQ(ReadJob("T1N2E.raw"), raw);
 }
 
-TEST_F(SurveyRecordsTest, ChangingTheSidMovesEverySelectedLine) {
+TEST_F(SurveyRecordsTest, SelectingBySidTakesTheRecordsOfTheChosenSurveysAndChangingItMovesEverySelectedLine) {
+  session.selection.LineList = {"old"};
+  EXPECT_EQ(SelectBySid(session, {0}), 2);
+  EXPECT_EQ(session.selection.LineList,
+            (std::vector<std::string>{RawLineText(session.raw.RawLineFields.get(1)), RawLineText(session.raw.RawLineFields.get(3))}));
+  EXPECT_EQ(session.selection.SelectedLines.get(1), 3);
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"2 records selected"});
+  EXPECT_EQ(SelectBySid(session, {0, 1}), 3);
+  EXPECT_EQ(SelectBySid(session, {}), 0);
+
+  session.selection = Selection{};
   SelectAll();
   session.selection.LineList.pop_back();  // records 1 and 2 only
   EXPECT_TRUE(AskChangeSid(session));
@@ -435,17 +425,6 @@ TEST_F(SurveyRecordsTest, ChangingTheSidMovesEverySelectedLine) {
   EXPECT_EQ(session.selection.LineList[0], "100100 100200   80.000 1  10000.0 BLM 1978");
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"RAW file updated\r\nUpdate weights based upon new SID assignment?"});
   EXPECT_EQ(session.raw.RawLineEnds.get(1).survey, 2);
-}
-
-TEST_F(SurveyRecordsTest, SelectingBySidTakesTheRecordsOfTheChosenSurveys) {
-  session.selection.LineList = {"old"};
-  EXPECT_EQ(SelectBySid(session, {0}), 2);
-  EXPECT_EQ(session.selection.LineList,
-            (std::vector<std::string>{RawLineText(session.raw.RawLineFields.get(1)), RawLineText(session.raw.RawLineFields.get(3))}));
-  EXPECT_EQ(session.selection.SelectedLines.get(1), 3);
-  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"2 records selected"});
-  EXPECT_EQ(SelectBySid(session, {0, 1}), 3);
-  EXPECT_EQ(SelectBySid(session, {}), 0);
 }
 
 std::vector<std::string> Rebuilt() {
@@ -534,8 +513,7 @@ TEST_F(SurveyRecordsTest, FailedWritesLeaveTheJobAsItWas) {
     EXPECT_FALSE(SaveRawEdit(session, form));
   }
   EXPECT_EQ(ReadJob("T1N2E.raw"), Text(RawFile(Records())));
-  EXPECT_EQ(session.raw.RawLineFields.get(1)[6], "GLO 1854");
-  EXPECT_EQ(session.raw.RawLineFields.get(1)[1], "100100");
+  EXPECT_EQ(session.raw.RawLineFields.get(1)[1] + session.raw.RawLineFields.get(1)[6], "100100GLO 1854");
   ASSERT_EQ(user.messages.size(), 2u);
   EXPECT_NE(user.messages[1].text.find("T1N2E.raw"), std::string::npos);
 
@@ -548,9 +526,7 @@ TEST_F(SurveyRecordsTest, FailedWritesLeaveTheJobAsItWas) {
   }
   EXPECT_EQ(ReadJob("T1N2E.LSA"), lsa);
   EXPECT_EQ(ReadJob("T1N2E.sd"), Text({"   0.020   0.020", "sd line of a measurement"}));
-  EXPECT_TRUE(processes.launches.empty());
-  EXPECT_FALSE(JobHas("T1N2E.002"));
-  EXPECT_FALSE(JobHas("T1N2E.t$2"));
+  EXPECT_TRUE(processes.launches.empty() && !JobHas("T1N2E.002") && !JobHas("T1N2E.t$2"));
   ASSERT_EQ(user.messages.size(), 1u);
   EXPECT_NE(user.messages[0].text.find("T1N2E.sd"), std::string::npos);
 }

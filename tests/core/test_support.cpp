@@ -45,6 +45,14 @@ std::string Text(const std::vector<std::string>& lines, Eol eol) {
   return out;
 }
 
+std::string Joined(const std::vector<std::string>& texts, const std::string& sep) {
+  std::string out;
+  for (std::size_t i = 0; i < texts.size(); ++i) out += (i ? sep : "") + texts[i];
+  return out;
+}
+
+void WriteBytes(const fs::path& path, const std::string& bytes) { WriteFile(path, bytes); }
+
 void WriteLines(const fs::path& path, const std::vector<std::string>& lines, Eol eol) {
   WriteFile(path, Text(lines, eol));
 }
@@ -90,6 +98,10 @@ std::vector<std::string> LsaFile(const std::vector<std::string>& control, const 
   AddSection(out, {" section four"});
   AddSection(out, points);
   return out;
+}
+
+std::string LocationRow(const std::string& north, const std::string& east) {
+  return Row({{1, " PARCEL N,E"}, {17, PadLeft(north, 11)}, {33, PadLeft(east, 11)}});
 }
 
 std::string RawRow(const std::string& from, const std::string& to, const std::string& distance,

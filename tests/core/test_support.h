@@ -29,6 +29,11 @@ std::string Text(const std::vector<std::string>& lines, Eol eol = Eol::CrLf);
 // overwrites an earlier one where they meet.
 std::string Row(std::initializer_list<std::pair<int, std::string>> fields);
 
+// The texts with `sep` between them: several fields compared in one check.
+std::string Joined(const std::vector<std::string>& texts, const std::string& sep = "|");
+
+// Writes the bytes, replacing the file.
+void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 // Writes the lines, each ended, replacing the file.
 void WriteLines(const std::filesystem::path& path, const std::vector<std::string>& lines, Eol eol = Eol::CrLf);
 
@@ -46,6 +51,8 @@ std::string LsaPointRow(const std::string& id, const std::string& x, const std::
 // section and "0" on the others; sections 3 and 4 hold one line each.
 std::vector<std::string> LsaFile(const std::vector<std::string>& control, const std::vector<std::string>& lines,
                                  const std::vector<std::string>& points);
+// The location line of a parcel in .IID: northing in columns 17-27, easting in 33-43.
+std::string LocationRow(const std::string& north, const std::string& east);
 // A record line of .raw with its fields at columns 1, 10, 17, 27, 31 and 40.
 std::string RawRow(const std::string& from, const std::string& to, const std::string& distance,
                    const std::string& quadrant, const std::string& bearing, const std::string& survey);
@@ -62,6 +69,18 @@ void ExpectFault(FaultKind kind, F&& statement) {
     ADD_FAILURE() << "no run-time fault";
   } catch (const RuntimeFault& fault) {
     EXPECT_EQ(fault.kind(), kind) << fault.what();
+  }
+}
+
+// The same, and the fault's text must be exactly `what`.
+template <typename F>
+void ExpectFault(FaultKind kind, const std::string& what, F&& statement) {
+  try {
+    statement();
+    ADD_FAILURE() << "no run-time fault";
+  } catch (const RuntimeFault& fault) {
+    EXPECT_EQ(fault.kind(), kind) << fault.what();
+    EXPECT_EQ(std::string(fault.what()), what);
   }
 }
 

@@ -53,10 +53,10 @@ TEST(TextNumbers, PicturesRoundHalfAwayFromZeroRoundDecimalsHalfToEven) {
       {ShortestText(45.3), "45.3"},                  {ShortestText(-12.0), "-12"},
   };
   for (const auto& [got, want] : pictures) EXPECT_EQ(got, want);
-  EXPECT_DOUBLE_EQ(RoundDecimals(2.00005, 4), 2.0);
-  EXPECT_DOUBLE_EQ(RoundDecimals(2.00015, 4), 2.0002);
-  EXPECT_DOUBLE_EQ(RoundDecimals(-1.23456, 4), -1.2346);
-  EXPECT_DOUBLE_EQ(RoundDecimals(1234567.12345, 4), 1234567.1234);
+  for (const auto& [value, rounded] : {std::pair{2.00005, 2.0}, {2.00015, 2.0002}, {-1.23456, -1.2346},
+                                      {1234567.12345, 1234567.1234}}) {
+    EXPECT_DOUBLE_EQ(RoundDecimals(value, 4), rounded) << value;
+  }
 }
 
 TEST(TextNumbers, ThroughPictureIsValOfThePicture) {

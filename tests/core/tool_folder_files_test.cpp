@@ -68,13 +68,10 @@ TEST_F(ConfigFile, AnyFailureDropsEverythingReadForTheDefaults) {
     EXPECT_EQ(ReadConfig(CfgPath()), Config{}) << line;
   }
   // A comma in the editor path shifts every later item; a caption that then falls where a
-  // number belongs ends in the defaults too.
+  // number belongs ends in the defaults too. With the last caption empty, the line it shifts onto
+  // a number still reads as 0.
   WriteTool("Tessel.cfg", Lines("C:\\Tools\\my,editor.exe"));
   EXPECT_EQ(ReadConfig(CfgPath()), Config{});
-}
-
-TEST_F(ConfigFile, CommaInTheEditorPathShiftsEveryLaterItem) {
-  // The last entry's caption is empty, so the line it shifts onto a number still reads as 0.
   WriteTool("Tessel.cfg", Lines("C:\\Tools\\my,editor.exe", "none", ""));
   const Config c = ReadConfig(CfgPath());
   EXPECT_EQ(c.EditorPath + "|" + c.ToolButton[0].path + "|" + c.ToolButton[0].caption + "|" + c.ToolButton[1].path +
@@ -85,10 +82,8 @@ TEST_F(ConfigFile, CommaInTheEditorPathShiftsEveryLaterItem) {
             (std::vector<int>{6, 0, 0, 1, 1, 2}));
 }
 
-class ConfigActions : public JobFixture {
+class ConfigActions : public ConfigFile {
  protected:
-  std::string CfgPath() const { return (toolPath / "Tessel.cfg").string(); }
-
   static Config Custom() {
     Config c{.chkLXN = 0, .chkLinesLSA = 0, .chkLinesLXN = 1, .chkLinesRAW = 1, .chkRPO = 1, .chkPoints = 0,
              .chkControl = 2,  // only 1 is on
@@ -117,9 +112,8 @@ TEST_F(ConfigActions, OkAppliesButtonsChecksColoursAndRedrawsWithoutWriting) {
       {"mnuOptionsControl", false},  {"mnuOptionsParcel", true}, {"parcel", true}};
   EXPECT_EQ(user.checked, checks);
   // Light text on a dark background.
-  const auto colours = viewCanvas.Of("Colours");
-  ASSERT_EQ(colours.size(), 1u);
-  EXPECT_EQ(colours[0].args, (std::vector<double>{0.0, double(0xFFFFFF)}));
+  ASSERT_EQ(viewCanvas.Of("Colours").size(), 1u);
+  EXPECT_EQ(viewCanvas.Of("Colours")[0].args, (std::vector<double>{0.0, double(0xFFFFFF)}));
   EXPECT_EQ(display.calls, std::vector<std::string>{"RefreshView"});
   EXPECT_FALSE(fs::exists(CfgPath()));
 }
@@ -133,7 +127,7 @@ TEST_F(ConfigActions, SaveReplacesTheFileOrStillAppliesWhenItCannotWriteAndResto
   // Without a viewer, into a folder that is not there.
   session.ToolFolder = (root / "no such folder").string();
   EXPECT_FALSE(SaveConfig(session, Config{}));
-  EXPECT_EQ(session.config, Config{});
+  EXPECT_EQ(session.config, Config{});  // applied all the same
   EXPECT_EQ(user.MessageTexts(),
             std::vector<std::string>{"Path/File access error: " + (root / "no such folder").string() + PathSeparator() + "Tessel.cfg"});
   user.messages.clear();
@@ -166,8 +160,7 @@ TEST_F(ConfigActions, TheRunnerOfWindowsProgramsIsSavedBesideTesselCfgWhichStays
   EXPECT_TRUE(SaveConfig(session, Custom()));
   const std::string cfg = ReadBytes(CfgPath());
   EXPECT_TRUE(SaveToolRunner(session, "none"));
-  EXPECT_EQ(ReadTool("tessel-tools.ini"), "runner=none\r\n");
-  EXPECT_EQ(ReadBytes(CfgPath()), cfg);
+  EXPECT_EQ(ReadTool("tessel-tools.ini") + ReadBytes(CfgPath()), "runner=none\r\n" + cfg);
   WriteConfig((root / "alone.cfg").string(), Custom());
   EXPECT_EQ(ReadBytes(root / "alone.cfg"), cfg);
   // The next start reads both; Restore Defaults leaves the runner as it is.
@@ -177,8 +170,7 @@ TEST_F(ConfigActions, TheRunnerOfWindowsProgramsIsSavedBesideTesselCfgWhichStays
   EXPECT_EQ(next.toolRunner, "none");
   user.answers = {Answer::Yes};
   EXPECT_TRUE(RestoreDefaults(next));
-  EXPECT_EQ(next.toolRunner, "none");
-  EXPECT_EQ(ReadTool("tessel-tools.ini"), "runner=none\r\n");
+  EXPECT_EQ(next.toolRunner + "|" + ReadTool("tessel-tools.ini"), "none|runner=none\r\n");
   // Without a runner file the start gives Wine; a file that cannot be written is told, naming it.
   fs::remove(toolPath / "tessel-tools.ini");
   MainFormLoad(next);
@@ -192,15 +184,11 @@ TEST_F(ConfigActions, TheRunnerOfWindowsProgramsIsSavedBesideTesselCfgWhichStays
                                      "tessel-tools.ini"});
 }
 
-class DialogMemory : public JobFixture {
- protected:
-  std::filesystem::path Places() const { return toolPath / "ts$002.cfg"; }
-};
-
-TEST_F(DialogMemory, PlacesAreKeptByKeyAndAKeyTakesEveryLineItBegins) {
+TEST_F(ConfigFile, WindowPlacesAreKeptByKeyAndAKeyTakesEveryLineItBegins) {
+  const std::filesystem::path places = toolPath / "ts$002.cfg";
   EXPECT_FALSE(ReadWindowPlace(session, "frmSelectedPoints").has_value());
   WriteWindowPlace(session, "frmSelectedPoints", {1200, 300.5f, 4000, 5000});
-  EXPECT_EQ(ReadBytes(Places()), "frmSelectedPoints,1200,300.5,4000,5000\r\n");
+  EXPECT_EQ(ReadBytes(places), "frmSelectedPoints,1200,300.5,4000,5000\r\n");
   const auto place = ReadWindowPlace(session, "frmSelectedPoints");
   ASSERT_TRUE(place.has_value());
   EXPECT_EQ((std::vector<float>{place->top, place->left, place->height, place->width}),
@@ -209,12 +197,12 @@ TEST_F(DialogMemory, PlacesAreKeptByKeyAndAKeyTakesEveryLineItBegins) {
   // Every line of the key is replaced, through the scratch copy, which keeps the file as it was;
   // a key that begins another takes that line too; a new key goes to the end.
   const std::vector<std::string> before = {"frmADDCalcs,1,2,3,4", "frmSelectedLines,5,6,7,8", "frmADD,9,9,9,9"};
-  WriteLines(Places(), before);
+  WriteLines(places, before);
   EXPECT_EQ(ReadWindowPlace(session, "frmADD")->top, 9.0f);
   EXPECT_EQ(ReadWindowPlace(session, "frmADDCalcs")->top, 1.0f);
   WriteWindowPlace(session, "frmADD", {10, 20, 30, 40});
   WriteWindowPlace(session, "frmSelectedParcels", {1, 1, 1, 1});
-  EXPECT_EQ(ReadBytes(Places()), Text({"frmADD,10,20,30,40", "frmSelectedLines,5,6,7,8", "frmADD,10,20,30,40",
+  EXPECT_EQ(ReadBytes(places), Text({"frmADD,10,20,30,40", "frmSelectedLines,5,6,7,8", "frmADD,10,20,30,40",
                                        "frmSelectedParcels,1,1,1,1"}));
   EXPECT_EQ(ReadBytes(toolPath / "tstemp.cfg"),
             Text({"frmADD,10,20,30,40", "frmSelectedLines,5,6,7,8", "frmADD,10,20,30,40"}));
@@ -245,6 +233,16 @@ TEST_F(Identity, EachRouteCutsThePathAtItsFirstPointAndNamesTheJobInUpperCase) {
     EXPECT_EQ(user.title, "Tessel " + c.base);
   }
   EXPECT_EQ(session.RegionJobFolder + session.RegionJobName, JobDir() + "NEWJOB");
+
+  // Where file names ignore case (Windows), a job opened from the tool folder spelt in another
+  // case is in the tool folder: Close leaves the master support files there.
+  WriteTool("NAD27.CON", {"master"});
+  session.JobFolder = Upper(ToolDir()) + PathSeparator();
+  EXPECT_EQ(session.JobInToolFolder(), FileNamesIgnoreCase());
+  RemoveSupportFiles(session);
+  EXPECT_EQ(ReadTool("NAD27.CON"), "master\r\n");
+  session.JobFolder = JobDir();
+  EXPECT_FALSE(session.JobInToolFolder());
 }
 
 class InstalledToolFolder : public JobFixture {
@@ -280,14 +278,13 @@ TEST_F(InstalledToolFolder, AProgramInAFolderOfItsOwnKeepsItsToolFolderBesideItA
   const auto env = Environment({{"XDG_DATA_HOME", (root / "data").string()}});
   for (const std::filesystem::path& folder : {toolPath, bin}) {
     const ToolFolderChoice choice = ChooseToolFolder(folder.string(), env);
-    EXPECT_EQ(choice.folder, folder.string());
-    EXPECT_EQ(choice.problem, "");
+    EXPECT_EQ(choice.folder + "|" + choice.problem, folder.string() + "|");
     EXPECT_TRUE(std::filesystem::is_empty(folder)) << folder;
   }
   EXPECT_FALSE(std::filesystem::exists(root / "data"));
 }
 
-TEST_F(InstalledToolFolder, AnInstalledProgramUsesTheUsersFolderMadeOnceWithTheMasterCopies) {
+TEST_F(InstalledToolFolder, AnInstalledProgramUsesTheUsersFolderMadeOnceWithTheMasterCopiesOrSaysWhyNot) {
   const std::filesystem::path bin = root / "usr" / "bin";
   std::filesystem::create_directories(bin);
   std::filesystem::create_directories(root / "usr" / "share" / "tessel");
@@ -299,8 +296,7 @@ TEST_F(InstalledToolFolder, AnInstalledProgramUsesTheUsersFolderMadeOnceWithTheM
     std::filesystem::create_directories(data / "tessel");
     WriteLines(data / "tessel" / "ZONE.DAT", {"mine"});
     const ToolFolderChoice choice = ChooseToolFolder(folder, Environment({{"XDG_DATA_HOME", data.string()}}));
-    EXPECT_EQ(choice.folder, userFolder);
-    EXPECT_EQ(choice.problem, "");
+    EXPECT_EQ(choice.folder + "|" + choice.problem, userFolder + "|");
     for (const char* name : {"Nad27.con", "Nad83.con", "Table.dat"}) {
       EXPECT_EQ(ReadBytes(data / "tessel" / name), SupportFileText(name)) << name;
     }
@@ -313,12 +309,8 @@ TEST_F(InstalledToolFolder, AnInstalledProgramUsesTheUsersFolderMadeOnceWithTheM
     EXPECT_EQ(std::count(names.begin(), names.end(), "Zone.dat"), 0);
     EXPECT_TRUE(std::filesystem::is_empty(bin));
   }
-}
-
-TEST_F(InstalledToolFolder, AUsersFolderThatCannotBeMadeIsToldAndNothingIsWrittenBesideTheProgram) {
-  const std::filesystem::path bin = root / "usr" / "bin";
-  std::filesystem::create_directories(bin);
-  std::filesystem::create_directories(root / "usr" / "share" / "tessel");
+  // A user's folder that cannot be made is told, and nothing is written beside the program.
+  std::filesystem::remove_all(data);
   WriteLines(root / "data", {"a file, not a folder"});
   const ToolFolderChoice choice =
       ChooseToolFolder(bin.string(), Environment({{"XDG_DATA_HOME", (root / "data").string()}}));
@@ -341,18 +333,6 @@ TEST_F(Identity, ADatasetPathFromTheRootOrOnADriveIsNotTakenInTheCurrentFolder) 
   }
   session.JobBase = "T1";
   EXPECT_EQ(session.DatasetPath(".def"), root.string() + PathSeparator() + "T1.def");
-}
-
-// Where file names ignore case (Windows), a job opened from the tool folder spelt in another case
-// is in the tool folder: Close leaves the master support files there.
-TEST_F(Identity, TheToolFolderSpeltInAnotherCaseKeepsItsMasterSupportFiles) {
-  WriteTool("NAD27.CON", {"master"});
-  session.JobFolder = Upper(ToolDir()) + PathSeparator();
-  EXPECT_EQ(session.JobInToolFolder(), FileNamesIgnoreCase());
-  RemoveSupportFiles(session);
-  EXPECT_EQ(ReadTool("NAD27.CON"), "master\r\n");
-  session.JobFolder = JobDir();
-  EXPECT_FALSE(session.JobInToolFolder());
 }
 
 }  // namespace

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+#include <utility>
+
 #include "model/platform.h"
 #include "model/tool_log.h"
 
@@ -27,8 +31,7 @@ TEST(ToolLog, EachOutcomeHasItsLineAndOnlyFailuresANote) {
   EXPECT_EQ(ToolLogLine(ended),
             "10:02:11  run  /opt/tessel/fitmain.exe \"T1 N.def\" -q  in /jobs/T1  answers /jobs/T1/t1$.001  "
             "exit code 3  1.2 s");
-  EXPECT_FALSE(LaunchFailed(ended));
-  EXPECT_EQ(ToolLogNote(ended), "");
+  EXPECT_EQ(std::pair(LaunchFailed(ended), ToolLogNote(ended)), std::pair(false, std::string()));
 
   ToolLogEntry missing = Entry(LaunchOutcome::NotFound);
   missing.kind = LaunchKind::Spawn;
@@ -112,15 +115,15 @@ TEST(ToolLog, AWindowsProgramShowsItsRunnerAndAMissingRunnerIsNoticedOnce) {
 }
 
 TEST(ToolLog, MissingProgramsNameToolFolderOnlyWhenLookedForThere) {
-  EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel"), "not found in ToolFolder");
-  EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", "/opt/tessel/"), "not found in ToolFolder");
-  EXPECT_EQ(NotFoundReason("C:\\Tessel\\seedxy.exe", "C:\\Tessel"), "not found in ToolFolder");
-  EXPECT_EQ(NotFoundReason("/usr/bin/notepad", "/opt/tessel"), "not found");
+  const std::string there = "not found in ToolFolder", elsewhere = "not found";
   // The tool folder in another case is the tool folder where names ignore case (Windows).
-  EXPECT_EQ(NotFoundReason("C:\\TESSEL\\seedxy.exe", "c:\\tessel"),
-            FileNamesIgnoreCase() ? "not found in ToolFolder" : "not found");
-  EXPECT_EQ(NotFoundReason("notepad", "/opt/tessel"), "not found");
-  EXPECT_EQ(NotFoundReason("/opt/tessel/seedxy.exe", ""), "not found");
+  for (const auto& [program, folder, reason] :
+       {std::tuple{"/opt/tessel/seedxy.exe", "/opt/tessel", there}, {"/opt/tessel/seedxy.exe", "/opt/tessel/", there},
+        {"C:\\Tessel\\seedxy.exe", "C:\\Tessel", there}, {"/usr/bin/notepad", "/opt/tessel", elsewhere},
+        {"C:\\TESSEL\\seedxy.exe", "c:\\tessel", FileNamesIgnoreCase() ? there : elsewhere},
+        {"notepad", "/opt/tessel", elsewhere}, {"/opt/tessel/seedxy.exe", "", elsewhere}}) {
+    EXPECT_EQ(NotFoundReason(program, folder), reason) << program << " in " << folder;
+  }
 }
 
 TEST(ToolLog, KeepsTheNewestEntriesAndCopiesThemAll) {
@@ -131,9 +134,8 @@ TEST(ToolLog, KeepsTheNewestEntriesAndCopiesThemAll) {
     log.Add(e);
   }
   ASSERT_EQ(log.entries.size(), ToolLog::kKept);
-  EXPECT_EQ(log.dropped, 5u);
-  EXPECT_EQ(*log.entries.front().exitCode, 5);
-  EXPECT_EQ(*log.entries.back().exitCode, static_cast<int>(ToolLog::kKept + 4));
+  EXPECT_EQ(std::tuple(log.dropped, *log.entries.front().exitCode, *log.entries.back().exitCode),
+            std::tuple(std::size_t{5}, 5, static_cast<int>(ToolLog::kKept + 4)));
   const std::string text = log.Text();
   EXPECT_EQ(text.substr(0, text.find('\n')), ToolLogLine(log.entries.front()));
   std::size_t lines = 0;

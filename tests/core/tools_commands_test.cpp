@@ -53,7 +53,7 @@ class Commands : public JobFixture {
   }
   void WriteIid() const {
     WriteJob("T1N2E.iid", {"TITLE", "Sec_001  A T_W  1", " 100100 100200 100300 100100",
-                           Row({{1, " PARCEL N,E"}, {17, "   1333.333"}, {33, "   1666.667"}})});
+                           LocationRow("1333.333", "1666.667")});
   }
   void WriteRpo() const { WriteJob("T1N2E.RPO", {"  1 POLYGONS FOUND", "", "S 100100 100200 100300 100100"}); }
 
@@ -209,10 +209,9 @@ TEST_F(Commands, BlockingRunsRereadWhatTheirToolChanged) {
   EXPECT_EQ(user.MessageTexts(), (Strings{"You already have run LLD, Are you sure you want to continue? ",
                                           "You have already computed Raw Polygons. Are you sure you want to continue? ",
                                           "You have already computed Raw Polygons. Are you sure you want to continue? "}));
-  ASSERT_EQ(session.polygons.RawPolygonCount, 1);
-  EXPECT_EQ(session.polygons.RawPolygonTag.get(1), "S");
-  EXPECT_DOUBLE_EQ(session.polygons.RawPolygonX.get(1), 10.0);
-  EXPECT_DOUBLE_EQ(session.polygons.RawPolygonY.get(1), 10.0);
+  EXPECT_EQ(std::tuple(session.polygons.RawPolygonCount, session.polygons.RawPolygonTag.get(1),
+                       session.polygons.RawPolygonX.get(1), session.polygons.RawPolygonY.get(1)),
+            std::tuple(1, "S", 10.0, 10.0));
 }
 
 TEST_F(Commands, SideFilesStandBesideTheJobOnlyWhileTheToolRuns) {
@@ -241,6 +240,11 @@ TEST_F(Commands, SideFilesStandBesideTheJobOnlyWhileTheToolRuns) {
 class Launching : public JobFixture {
  protected:
   void SetUp() override { UseJob(); }
+  std::vector<std::string> Listing() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(jobPath)) names.push_back(entry.path().filename().string());
+    return names;
+  }
 };
 
 TEST_F(Launching, RecpadScriptWritesAnswersAndBatchRunsHiddenAndCleansUpWhateverHappens) {
@@ -263,9 +267,7 @@ TEST_F(Launching, RecpadScriptWritesAnswersAndBatchRunsHiddenAndCleansUpWhatever
     EXPECT_EQ(processes.modes, std::vector<ShowMode>{ShowMode::Hidden});
     EXPECT_EQ(answers, "\r\n\r\n\r\n\r\n\r\n\r\n");
     EXPECT_EQ(batch, "\"" + recpad + "\"  <\"" + JobDir() + "t1$.001\"\r\nexit\r\n");
-    std::vector<std::string> left;
-    for (const auto& entry : fs::directory_iterator(jobPath)) left.push_back(entry.path().filename().string());
-    EXPECT_EQ(left, std::vector<std::string>{"T1N2E.raw"});
+    EXPECT_EQ(Joined(Listing()), "T1N2E.raw");
     EXPECT_TRUE(user.messages.empty());
   }
   // Where there is no shell the batch file's one command is read back.
@@ -273,6 +275,16 @@ TEST_F(Launching, RecpadScriptWritesAnswersAndBatchRunsHiddenAndCleansUpWhatever
   const auto command = ReadBatchCommand((jobPath / "copy.bat").string());
   ASSERT_TRUE(command.has_value());
   EXPECT_EQ(command->program + "|" + command->input, recpad + "|" + JobDir() + "apdin.001");
+  fs::remove(jobPath / "copy.bat");
+
+  // Without a job: told, and nothing written or run.
+  session.JobBase.clear();
+  session.JobName.clear();
+  processes = ProcessProbe{};
+  RunRecpadScript(session);
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"You must first Open or Create a job."});
+  EXPECT_TRUE(processes.launches.empty());
+  EXPECT_EQ(Joined(Listing()), "T1N2E.raw");
 }
 
 TEST_F(Launching, QuotesInAFolderAreDoubledAndReadBack) {
@@ -295,15 +307,6 @@ TEST_F(Launching, QuotesInAFolderAreDoubledAndReadBack) {
   // An unclosed quote, or a lone quote after the doubled one, is not a command.
   WriteJobBytes("r.bat", "\"a\"\"  <\"b\"\r\n");
   EXPECT_FALSE(ReadBatchCommand((jobPath / "r.bat").string()).has_value());
-}
-
-TEST_F(Launching, RecpadScriptWithoutAJobTellsAndWritesNothing) {
-  session.JobBase.clear();
-  session.JobName.clear();
-  RunRecpadScript(session);
-  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"You must first Open or Create a job."});
-  EXPECT_TRUE(processes.launches.empty());
-  EXPECT_TRUE(fs::is_empty(jobPath));
 }
 
 
@@ -360,10 +363,12 @@ TEST_F(WindowsPrograms, WineRunsThemUnlessTheSettingSaysOtherwiseAndItsAbsenceIs
 
   // A program of this system, or any program where Windows programs run by themselves, or with
   // no runner set, starts itself; no runner is even looked for.
-  EXPECT_EQ(choice(ChooseRunner(tool, false, false, "", without)), "|");
-  EXPECT_EQ(choice(ChooseRunner(tool, true, true, "", without)), "|");
-  EXPECT_EQ(choice(ChooseRunner(tool, true, false, "none", without)), "|");
-  EXPECT_EQ(choice(ChooseRunner(tool, true, false, " None ", without)), "|");
+  EXPECT_EQ(Joined({choice(ChooseRunner(tool, false, false, "", without)),
+                    choice(ChooseRunner(tool, true, true, "", without)),
+                    choice(ChooseRunner(tool, true, false, "none", without)),
+                    choice(ChooseRunner(tool, true, false, " None ", without))},
+                   " "),
+            "| | | |");
   EXPECT_TRUE(asked.empty());
   // Wine by default, an empty setting being the default; another runner when set.
   EXPECT_EQ(choice(ChooseRunner(tool, true, false, "", withWine)), "/usr/bin/wine|");
@@ -391,12 +396,8 @@ TEST_F(WindowsPrograms, TheRunnerSettingIsAFileOfItsOwnBesideTesselCfg) {
   WriteTool("tessel-tools.ini", {"runner="});
   EXPECT_EQ(ReadToolRunner(ini), "wine");
   // Into a folder that is not there: a fault naming the file.
-  try {
-    WriteToolRunner((root / "no such folder" / "tessel-tools.ini").string(), "none");
-    ADD_FAILURE() << "written into a missing folder";
-  } catch (const RuntimeFault& fault) {
-    EXPECT_NE(std::string(fault.what()).find("no such folder"), std::string::npos) << fault.what();
-  }
+  const std::string missing = (root / "no such folder" / "tessel-tools.ini").string();
+  ExpectFault(FaultKind::FileAccess, "Path/File access error: " + missing, [&] { WriteToolRunner(missing, "none"); });
 }
 
 }  // namespace

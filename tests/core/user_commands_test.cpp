@@ -49,8 +49,7 @@ TEST_F(Reports, EveryRowOpensItsFileAsOneArgumentInTheSuitesCaseOrTellsItIsMissi
     processes.launches.clear();
     OpenReport(session, row);
     EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{extensions[i].substr(1) + " file not found"});
-    EXPECT_EQ(user.messages.at(0).icon, Icon::Stop);
-    EXPECT_TRUE(processes.launches.empty());
+    EXPECT_TRUE(user.messages.at(0).icon == Icon::Stop && processes.launches.empty());
 
     const std::string file = session.JobBase + (i == 1 ? ".adj" : row.extension);
     WriteLines(file, {"REPORT"});
@@ -162,7 +161,23 @@ TEST_F(ExportPoints, ReplacesTheChosenFileWithTheSelectionInListOrderAndTheDefBe
   EXPECT_EQ(ReadJob("PART.def"), ReadJob("T1N2E.def"));
 }
 
-TEST_F(ExportPoints, TheJobsOwnNameIsRefusedCancelWritesNothingAndAMissingDefIsSkipped) {
+TEST_F(ExportPoints, ADefBesideTheExportIsReplacedOnlyWhenAgreedTheJobsOwnNameIsRefusedAndAMissingDefIsSkipped) {
+  WriteJob("PART.DEF", {"ANOTHER JOB"});
+  user.answers = {Answer::No};
+  Export({1}, "PART.cor");
+  EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{ReplaceDefQuestion(JobDir() + "PART.DEF")});
+  EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
+  EXPECT_EQ(ReadJob("PART.DEF"), "ANOTHER JOB\r\n");
+  EXPECT_EQ(ReadJob("PART.cor"), Text({ExportLine("100100", 2098745.0, 476318.0)}));
+  EXPECT_FALSE(JobHas("PART.def"));
+
+  user.answers = {Answer::Yes};
+  Export({1}, "PART.cor");
+  EXPECT_EQ(ReadJob("PART.DEF"), ReadJob("T1N2E.def"));
+  EXPECT_FALSE(JobHas("PART.def"));  // the spelling already there is kept
+
+  session.selection = Selection{};
+  user = RecordingUserPort{};
   WriteJob("T1N2E.cor", {"JOB COORDINATES"});
   Export({1}, "T1N2E.cor");
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"You MUST enter a different name for the exported file."});
@@ -179,23 +194,6 @@ TEST_F(ExportPoints, TheJobsOwnNameIsRefusedCancelWritesNothingAndAMissingDefIsS
   Export({}, "PART.cor");  // the job's .def is gone with the rest, and the user is told
   EXPECT_TRUE(JobHas("PART.cor") && !JobHas("PART.def"));
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"Path/File access error: " + JobDir() + "T1N2E.def"});
-}
-
-TEST_F(ExportPoints, ADefAlreadyBesideTheExportIsReplacedOnlyWhenTheUserAgrees) {
-  WriteJob("PART.DEF", {"ANOTHER JOB"});
-  user.answers = {Answer::No};
-  Export({1}, "PART.cor");
-  ASSERT_EQ(user.messages.size(), 1u);
-  EXPECT_EQ(user.messages[0].text, ReplaceDefQuestion(JobDir() + "PART.DEF"));
-  EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
-  EXPECT_EQ(ReadJob("PART.DEF"), "ANOTHER JOB\r\n");
-  EXPECT_EQ(ReadJob("PART.cor"), Text({ExportLine("100100", 2098745.0, 476318.0)}));
-  EXPECT_FALSE(JobHas("PART.def"));
-
-  user.answers = {Answer::Yes};
-  Export({1}, "PART.cor");
-  EXPECT_EQ(ReadJob("PART.DEF"), ReadJob("T1N2E.def"));
-  EXPECT_FALSE(JobHas("PART.def"));
 }
 
 }  // namespace

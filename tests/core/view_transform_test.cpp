@@ -7,6 +7,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -61,7 +62,7 @@ class ViewTransform : public JobFixture, public Display {
   const ViewState& v = s.view;
 };
 
-TEST_F(ViewTransform, ZoomExtentsIsSquareOnTheLargerSpanWithUnevenMargins) {
+TEST_F(ViewTransform, ZoomExtentsIsSquareOnTheLargerSpanWithUnevenMarginsAndTheWidthFromTheHeight) {
   s.extents = JobExtents{2000, 2500, 4000, 5000};  // a tall job: 500 across, 1000 up
   ZoomExtents(s);
   ExpectWindow({1980, 5100, 3050, 3950});
@@ -69,6 +70,9 @@ TEST_F(ViewTransform, ZoomExtentsIsSquareOnTheLargerSpanWithUnevenMargins) {
   s.extents = JobExtents{100, 1100, 200, 600};  // a wide job: the margins still hang on MaxY and MinX
   ZoomExtents(s);
   ExpectWindow({80, 700, 1150, -450});
+  SetWindow(s, 1000, 301000, 99999, 1000);  // the literal 1.33333 and not 4/3 gives the width
+  ExpectScale({1000, 301000, 399999, -300000});
+  EXPECT_EQ(canvas.calls.back().args, (std::vector<double>{v.ScaleLeft, v.ScaleTop, v.ScaleWidth, v.ScaleHeight}));
 }
 
 TEST_F(ViewTransform, ExtentsBeyondTheSinglesRangeStopAtItsLargestValue) {
@@ -88,12 +92,6 @@ TEST_F(ViewTransform, ExtentsBeyondTheSinglesRangeStopAtItsLargestValue) {
   s.extents = JobExtents{-1e39, 0, -1e39, 0};
   ZoomExtents(s);
   EXPECT_TRUE(std::isfinite(v.ScaleTop) && std::isfinite(v.ScaleHeight));
-}
-
-TEST_F(ViewTransform, TheAspectRuleTakesTheWidthFromTheHeight) {
-  SetWindow(s, 1000, 301000, 99999, 1000);  // the literal 1.33333 and not 4/3 gives the width
-  ExpectScale({1000, 301000, 399999, -300000});
-  EXPECT_EQ(canvas.calls.back().args, (std::vector<double>{v.ScaleLeft, v.ScaleTop, v.ScaleWidth, v.ScaleHeight}));
 }
 
 TEST_F(ViewTransform, OnlyTheMenuPathGuardsZoomInAgainstASmallWindow) {
@@ -197,12 +195,6 @@ TEST_F(ViewTransform, AnEmptySlotTakesThePresentScaleAndASetSlotShowsIt) {
   Expect("slot 3", s.view.SavedViews[3], {50, 900, 250, 600});
 }
 
-}  // namespace
-}  // namespace tessel::test
-
-namespace tessel::test {
-namespace {
-
 // The view on canvases of their own shape: one job unit as many pixels across as up.
 class CanvasShape : public JobFixture {
  protected:
@@ -242,15 +234,13 @@ TEST_F(CanvasShape, ACanvasOfTheViewsShapeKeepsTheViewsOwnValues) {
 
 // On a canvas of another shape the window shows whole and centred; resized back, the canvas
 // shows the window itself again.
-TEST_F(CanvasShape, ACanvasOfAnotherShapeShowsTheWindowWholeAboutItsCentre) {
+TEST_F(CanvasShape, ACanvasOfAnotherShapeShowsTheWindowAndSavedViewsWholeAboutTheirCentre) {
   Pixels(1000, 750);
   SetWindow(session, 100, 900, 0, 300);  // 800 x 600 about (500, 600), width by the view's 1.33333
   const ViewState& v = session.view;
   const auto expect = [&](double left, double top, double width, double height) {
-    EXPECT_NEAR(v.ScaleLeft, left, 0.01);
-    EXPECT_NEAR(v.ScaleTop, top, 0.01);
-    EXPECT_NEAR(v.ScaleWidth, width, 0.01);
-    EXPECT_NEAR(v.ScaleHeight, height, 0.01);
+    for (const auto& [got, want] : {std::pair{v.ScaleLeft, left}, {v.ScaleTop, top}, {v.ScaleWidth, width},
+                                    {v.ScaleHeight, height}}) EXPECT_NEAR(got, want, 0.01);
   };
   Pixels(1200, 600);  // wider: as high, widened about the centre
   FitScaleToCanvas(session);
@@ -270,13 +260,9 @@ TEST_F(CanvasShape, ACanvasOfAnotherShapeShowsTheWindowWholeAboutItsCentre) {
   for (const auto& [w, h] : {std::pair{1000, 750}, std::pair{1200, 600}, std::pair{500, 1000}}) {
     Pixels(w, h);
     ZoomPrevious(session, 15000, 11000);
-    EXPECT_FLOAT_EQ(v.ViewLeft, 100) << w;
-    EXPECT_FLOAT_EQ(v.ViewTop, 900) << w;
-    EXPECT_FLOAT_EQ(v.ViewRight, 15100) << w;
+    EXPECT_EQ(std::tuple(v.ViewLeft, v.ViewTop, v.ViewRight), std::tuple(100.0f, 900.0f, 15100.0f)) << w;
   }
-}
-
-TEST_F(CanvasShape, SavedViewsAreShownSquareOnACanvasOfAnotherShape) {
+  // Saved views are shown square too.
   session.view.SavedViews[2] = ViewRect{10, 1000, 1343.33f, 0};
   Pixels(1000, 750);
   RecallSavedView(session, 2);
@@ -316,7 +302,7 @@ TEST_F(CanvasShape, TheWheelZoomsAboutThePointerByTheKeysStep) {
   EXPECT_TRUE(user.messages.empty());
 }
 
-TEST(ViewShapes, APageShowsTheWholeViewWidenedToItsShape) {
+TEST(ViewShapes, PagesWidenTheViewToTheirShapeAndScaleBarsTakeRoundLengths) {
   const ScaleRect view{100, 900, 400, -300};  // 4:3
   const ScaleRect portrait = FitScaleToShape(view, 0.75);
   EXPECT_DOUBLE_EQ(portrait.width, 400);
@@ -324,23 +310,15 @@ TEST(ViewShapes, APageShowsTheWholeViewWidenedToItsShape) {
   EXPECT_DOUBLE_EQ(portrait.left, 100);
   EXPECT_DOUBLE_EQ(portrait.top + portrait.height / 2, 750);  // the same centre
   const ScaleRect wide = FitScaleToShape(view, 2.0);
-  EXPECT_DOUBLE_EQ(wide.height, -300);
-  EXPECT_DOUBLE_EQ(wide.width, 600);
-  EXPECT_DOUBLE_EQ(wide.left, 0);
-  const ScaleRect bad = FitScaleToShape(view, std::numeric_limits<double>::quiet_NaN());
-  EXPECT_DOUBLE_EQ(bad.width, 400);
-}
+  EXPECT_EQ(std::tuple(wide.left, wide.height, wide.width), std::tuple(0.0, -300.0, 600.0));
+  EXPECT_DOUBLE_EQ(FitScaleToShape(view, std::numeric_limits<double>::quiet_NaN()).width, 400);
 
-TEST(ViewShapes, ScaleBarsTakeRoundLengthsAndThePointerItsNorthingFirst) {
-  EXPECT_DOUBLE_EQ(ScaleBarLength(6000), 1000);
-  EXPECT_DOUBLE_EQ(ScaleBarLength(5000), 1000);
-  EXPECT_DOUBLE_EQ(ScaleBarLength(4999), 500);
-  EXPECT_DOUBLE_EQ(ScaleBarLength(2.4), 0.2);
-  EXPECT_DOUBLE_EQ(ScaleBarLength(0), 0);
-  EXPECT_DOUBLE_EQ(ScaleBarLength(std::numeric_limits<double>::infinity()), 0);
-  EXPECT_EQ(ScaleBarText(500), "500");
-  EXPECT_EQ(ScaleBarText(0.2), "0.2");
-  EXPECT_EQ(CursorText(2000.126, 5000.5), "N 5000.50  E 2000.13");
+  for (const auto& [span, bar] : {std::pair{6000.0, 1000.0}, {5000.0, 1000.0}, {4999.0, 500.0}, {2.4, 0.2}, {0.0, 0.0},
+                                  {std::numeric_limits<double>::infinity(), 0.0}}) {
+    EXPECT_DOUBLE_EQ(ScaleBarLength(span), bar) << span;
+  }
+  EXPECT_EQ(ScaleBarText(500) + "|" + ScaleBarText(0.2), "500|0.2");
+  EXPECT_EQ(CursorText(2000.126, 5000.5), "N 5000.50  E 2000.13");  // the northing first
 }
 
 }  // namespace

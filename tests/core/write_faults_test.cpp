@@ -9,6 +9,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "datasets/identity.h"
@@ -31,19 +33,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr WriteStep kSteps[] = {WriteStep::Open, WriteStep::Write, WriteStep::Flush, WriteStep::Close,
-                                WriteStep::Rename};
-
-const char* StepName(WriteStep step) {
-  switch (step) {
-    case WriteStep::Open: return "open";
-    case WriteStep::Write: return "write";
-    case WriteStep::Flush: return "flush";
-    case WriteStep::Close: return "close";
-    case WriteStep::Rename: return "rename";
-  }
-  return "?";
-}
+constexpr std::pair<WriteStep, const char*> kSteps[] = {{WriteStep::Open, "open"},   {WriteStep::Write, "write"},
+                                                        {WriteStep::Flush, "flush"}, {WriteStep::Close, "close"},
+                                                        {WriteStep::Rename, "rename"}};
 
 // Fails one step of every write whose file name ends with `suffix` (any file when it is empty).
 class FailingDisk : public WriteFaults {
@@ -80,7 +72,7 @@ bool HasTemporary(const fs::path& folder) {
 
 const std::string kRing = " 100100 100200 100300 100100";
 const std::vector<std::string> kIid = {"TITLE", "Sec_001  A T_W  1", kRing,
-                                       Row({{1, " PARCEL N,E"}, {17, "   1333.333"}, {33, "   1666.667"}})};
+                                       LocationRow("1333.333", "1666.667")};
 
 class WriteFaultsTest : public JobFixture {
  protected:
@@ -98,17 +90,13 @@ class WriteFaultsTest : public JobFixture {
 TEST_F(WriteFaultsTest, WriteFileBytesReplacesWholeOrLeavesTheFileAsItWas) {
   const std::string path = (jobPath / "T1N2E.COR").string();
   WriteFileBytes(path, "old\r\n");
-  for (const WriteStep step : kSteps) {
+  for (const auto& [step, name] : kSteps) {
+    SCOPED_TRACE(name);
     FailingDisk disk(step, "");
-    try {
-      WriteFileBytes(path, std::string(5000, 'x'));
-      ADD_FAILURE() << StepName(step) << ": no fault";
-    } catch (const RuntimeFault& fault) {
-      EXPECT_EQ(fault.kind(), FaultKind::FileAccess);
-      EXPECT_EQ(std::string(fault.what()), "Path/File access error: " + path);
-    }
-    EXPECT_EQ(ReadBytes(path), "old\r\n") << StepName(step);
-    EXPECT_FALSE(HasTemporary(root)) << StepName(step);
+    ExpectFault(FaultKind::FileAccess, "Path/File access error: " + path,
+                [&] { WriteFileBytes(path, std::string(5000, 'x')); });
+    EXPECT_EQ(ReadBytes(path), "old\r\n");
+    EXPECT_FALSE(HasTemporary(root));
   }
   // A small file on a full disk fails too: the fault shows only at the close.
   {
@@ -141,14 +129,9 @@ TEST_F(WriteFaultsTest, AFileHeldOpenByAnotherProgramIsNamedAndLeftAsItWas) {
   {
     FileHeldOpen other(path);
     if (!other.holds()) GTEST_SKIP() << "this system lets a file held open be replaced";
-    try {
-      WriteFileBytes(path, "new\r\n");
-      ADD_FAILURE() << "no fault";
-    } catch (const RuntimeFault& fault) {
-      EXPECT_EQ(fault.kind(), FaultKind::FileAccess);
-      EXPECT_EQ(std::string(fault.what()), "Path/File access error: " + path +
-                                               " is held open by another program; close it there and try again");
-    }
+    ExpectFault(FaultKind::FileAccess,
+                "Path/File access error: " + path + " is held open by another program; close it there and try again",
+                [&] { WriteFileBytes(path, "new\r\n"); });
     EXPECT_FALSE(HasTemporary(root));
   }
   EXPECT_EQ(ReadBytes(path), "old\r\n");
@@ -184,9 +167,8 @@ TEST_F(WriteFaultsTest, EveryWriterLeavesTheJobAsItWasAndNamesTheFile) {
          s.selection.ClearParcelList();
          s.selection.AddParcelEntry("Sec_001", {PickKind::Parcel, 1, s.parcels.Reading});
          s.selection.SelectedParcels.at(0) = 1;
-         MoveParcelLocation(s, 5.0, 6.0);
-         EXPECT_EQ(s.parcels.ParcelX.get(1), 1666.667);  // the parcel stays where the file has it
-         EXPECT_EQ(s.parcels.ParcelY.get(1), 1333.333);
+         MoveParcelLocation(s, 5.0, 6.0);  // the parcel stays where the file has it
+         EXPECT_EQ(std::tuple(s.parcels.ParcelX.get(1), s.parcels.ParcelY.get(1)), std::tuple(1666.667, 1333.333));
        },
        ""},
       {"Tessel.cfg", [&](WriteFaultsTest&) { WriteTool("Tessel.cfg", {"old"}); },
@@ -219,8 +201,8 @@ TEST_F(WriteFaultsTest, EveryWriterLeavesTheJobAsItWasAndNamesTheFile) {
        ""},
   };
   for (const Writer& writer : writers) {
-    for (const WriteStep step : kSteps) {
-      SCOPED_TRACE(std::string(writer.name) + " failing at " + StepName(step));
+    for (const auto& [step, stepName] : kSteps) {
+      SCOPED_TRACE(std::string(writer.name) + " failing at " + stepName);
       fs::remove_all(jobPath);
       fs::remove_all(toolPath);
       fs::create_directories(jobPath);
@@ -258,11 +240,9 @@ TEST_F(WriteFaultsTest, BackupsStandWhenOnlyTheRewriteFails) {
     FailingDisk disk(WriteStep::Write, ".IID");
     EXPECT_FALSE(FileClose(session));
   }
-  EXPECT_EQ(session.JobBase, JobDir() + "T1N2E");
-  EXPECT_EQ(session.parcels.ParcelLine.get(1), "Sec_001  A T_W  1 EDITED");
+  EXPECT_EQ(session.JobBase + "|" + session.parcels.ParcelLine.get(1), JobDir() + "T1N2E|Sec_001  A T_W  1 EDITED");
   user.answers = {Answer::Yes};
-  EXPECT_TRUE(FileClose(session));
-  EXPECT_TRUE(session.JobBase.empty());
+  EXPECT_TRUE(FileClose(session) && session.JobBase.empty());
   EXPECT_NE(ReadJob("T1N2E.IID").find("Sec_001  A T_W  1 EDITED"), std::string::npos);
 
   // ts$002.cfg: a failed rewrite leaves its former lines in tstemp.cfg.
@@ -275,26 +255,21 @@ TEST_F(WriteFaultsTest, BackupsStandWhenOnlyTheRewriteFails) {
 }
 
 TEST_F(WriteFaultsTest, AScriptThatCannotBeWrittenIsNotRun) {
-  ProcessProbe probe;
-  Session s{user, canvas, probe};
-  s.ToolFolder = session.ToolFolder;
-  s.JobBase = session.JobBase;
-  s.JobFolder = session.JobFolder;
-  s.CurrentFolder = session.CurrentFolder;
+  ProcessProbe& probe = processes;
   for (const char* file : {"temp.bat", "t1$.001"}) {
     WriteJob("temp.bat", {"\"old\"  <\"old\"", "exit"});
     user = RecordingUserPort{};
     probe.launches.clear();
     {
       FailingDisk disk(WriteStep::Close, file);
-      RunRecpadScript(s);
+      RunRecpadScript(session);
     }
     EXPECT_TRUE(probe.launches.empty()) << file;
     ASSERT_EQ(user.messages.size(), 1u) << file;
     EXPECT_TRUE(user.messages[0].text.ends_with(file)) << user.messages[0].text;
   }
   user = RecordingUserPort{};
-  RunRecpadScript(s);
+  RunRecpadScript(session);
   EXPECT_EQ(probe.launches.size(), 1u);
   EXPECT_TRUE(user.messages.empty());
 }

@@ -80,7 +80,7 @@ class ZipTest : public JobFixture {
   fs::path Out() const { return root / "out"; }
 };
 
-TEST_F(ZipTest, ArchiveWrittenHereOpensWithUnzip) {
+TEST_F(ZipTest, ArchiveWrittenHereOpensWithUnzipWithPathsStoredLessTheirRootAndMembersReplaced) {
   const fs::path zip = root / "t1.zip";
   ASSERT_EQ(ZipArchive(zip.string(), "T1.*", jobPath.string()), kZipOk);
   EXPECT_EQ(Shell("unzip -tq " + Q(zip)), 0);
@@ -89,17 +89,24 @@ TEST_F(ZipTest, ArchiveWrittenHereOpensWithUnzip) {
   for (const char* name : {"T1.bin", "T1.def", "T1.raw"}) {
     EXPECT_EQ(ReadBytes(Out() / name), ReadJob(name)) << name;
   }
-}
 
-TEST_F(ZipTest, PathsAreStoredAsGivenLessTheirRoot) {
-  const fs::path zip = root / "paths.zip";
+  const fs::path paths = root / "paths.zip";
   fs::create_directory(jobPath / "sub");
   WriteJob("sub/a.txt", {"a"});
-  ASSERT_EQ(ZipArchive(zip.string(), "sub/a.txt " + JobDir() + "T1.def", jobPath.string()), kZipOk);
+  ASSERT_EQ(ZipArchive(paths.string(), "sub/a.txt " + JobDir() + "T1.def", jobPath.string()), kZipOk);
   const std::string absolute = ZipMemberName(JobDir() + "T1.def");
-  EXPECT_FALSE(absolute.empty());
-  EXPECT_NE(absolute.front(), '/');
-  EXPECT_EQ(Output("unzip -Z1 " + Q(zip)), "sub/a.txt\n" + absolute + "\n");
+  EXPECT_TRUE(!absolute.empty() && absolute.front() != '/') << absolute;
+  EXPECT_EQ(Output("unzip -Z1 " + Q(paths)), "sub/a.txt\n" + absolute + "\n");
+
+  // Adding replaces the members of the same name and keeps the others.
+  const fs::path added = root / "added.zip";
+  ASSERT_EQ(ZipArchive(added.string(), "T1.def other.txt", jobPath.string()), kZipOk);
+  WriteJob("T1.def", {"CHANGED"});
+  ASSERT_EQ(ZipArchive(added.string(), "T1.def T1.raw", jobPath.string()), kZipOk);
+  EXPECT_EQ(Output("unzip -Z1 " + Q(added)), "T1.def\nother.txt\nT1.raw\n");
+  EXPECT_EQ(Output("unzip -p " + Q(added) + " T1.def") + Output("unzip -p " + Q(added) + " other.txt"),
+            "CHANGED\r\nnot the job\r\n");
+  EXPECT_EQ(Shell("unzip -tq " + Q(added)), 0);
 }
 
 TEST_F(ZipTest, ArchiveWrittenByZipOpensHere) {
@@ -110,30 +117,17 @@ TEST_F(ZipTest, ArchiveWrittenByZipOpensHere) {
 
   ASSERT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*"), kZipOk);
   EXPECT_EQ(FilesUnder(Out()), (std::vector<std::string>{"T1.bin", "T1.def", "sub/lf.txt"}));
-  EXPECT_EQ(ReadBytes(Out() / "sub/lf.txt"), "one\ntwo\r\nthree\n");
-  EXPECT_EQ(ReadBytes(Out() / "T1.bin"), ReadJob("T1.bin"));
+  EXPECT_EQ(ReadBytes(Out() / "sub/lf.txt") + ReadBytes(Out() / "T1.bin"), "one\ntwo\r\nthree\n" + ReadJob("T1.bin"));
 
   // Again with the line-end conversion, over the files now there: text converted, the member
   // with a NUL byte left as it is.
   ASSERT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*", true), kZipOk);
-  EXPECT_EQ(ReadBytes(Out() / "sub/lf.txt"), "one\r\ntwo\r\nthree\r\n");
-  EXPECT_EQ(ReadBytes(Out() / "T1.bin"), ReadJob("T1.bin"));
+  EXPECT_EQ(ReadBytes(Out() / "sub/lf.txt") + ReadBytes(Out() / "T1.bin"), "one\r\ntwo\r\nthree\r\n" + ReadJob("T1.bin"));
 
   // An item pattern picks members by their last component.
   fs::remove_all(Out());
   ASSERT_EQ(UnzipArchive(zip.string(), Out().string(), "*.txt"), kZipOk);
   EXPECT_EQ(FilesUnder(Out()), std::vector<std::string>{"sub/lf.txt"});
-}
-
-TEST_F(ZipTest, AddingReplacesMembersOfTheSameNameAndKeepsTheOthers) {
-  const fs::path zip = root / "t1.zip";
-  ASSERT_EQ(ZipArchive(zip.string(), "T1.def other.txt", jobPath.string()), kZipOk);
-  WriteJob("T1.def", {"CHANGED"});
-  ASSERT_EQ(ZipArchive(zip.string(), "T1.def T1.raw", jobPath.string()), kZipOk);
-  EXPECT_EQ(Output("unzip -Z1 " + Q(zip)), "T1.def\nother.txt\nT1.raw\n");
-  EXPECT_EQ(Output("unzip -p " + Q(zip) + " T1.def"), "CHANGED\r\n");
-  EXPECT_EQ(Output("unzip -p " + Q(zip) + " other.txt"), "not the job\r\n");
-  EXPECT_EQ(Shell("unzip -tq " + Q(zip)), 0);
 }
 
 TEST_F(ZipTest, CurrentJobPatternTakesInTheArchiveOfTheSameBaseName) {
@@ -206,21 +200,19 @@ TEST_F(ZipTest, AFailedAddIsToldInABoxNamingTheArchive) {
   EXPECT_NE(user.messages[1].text.find("not a ZIP file"), std::string::npos) << user.messages[1].text;
 }
 
-TEST_F(ZipTest, NothingToAddLeavesTheArchiveAlone) {
+TEST_F(ZipTest, NothingToAddOrADamagedArchiveLeavesTheArchiveAsItWas) {
   const fs::path zip = root / "t1.zip";
   ASSERT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string()), kZipOk);
   const std::string before = ReadBytes(zip);
   EXPECT_EQ(ZipArchive(zip.string(), "none.* missing.txt", jobPath.string()), kZipNothingToDo);
   EXPECT_EQ(ZipArchive(zip.string(), "   ", jobPath.string()), kZipNothingToDo);
   EXPECT_EQ(ReadBytes(zip), before);
-}
 
-TEST_F(ZipTest, AddingToADamagedArchiveLeavesItAsItWas) {
-  const fs::path zip = root / "bad.zip";
-  WriteLines(zip, {"this is not a zip file"});
+  const fs::path bad = root / "bad.zip";
+  WriteLines(bad, {"this is not a zip file"});
   std::string problem;
-  EXPECT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string(), &problem), kZipCannotOpen);
-  EXPECT_EQ(ReadBytes(zip), "this is not a zip file\r\n");
+  EXPECT_EQ(ZipArchive(bad.string(), "T1.def", jobPath.string(), &problem), kZipCannotOpen);
+  EXPECT_EQ(ReadBytes(bad), "this is not a zip file\r\n");
   EXPECT_NE(problem.find("bad.zip"), std::string::npos);
 }
 
@@ -250,11 +242,7 @@ TEST_F(ZipTest, DamagedArchivesAreRefusedBeforeAnythingIsWritten) {
   // Cut short, empty, not a ZIP at all.
   for (const std::string& damaged : {bytes.substr(0, bytes.size() / 2), std::string(), std::string("PK\x03\x04junk")}) {
     const fs::path zip = root / "damaged.zip";
-    {
-      std::FILE* f = std::fopen(zip.string().c_str(), "wb");
-      std::fwrite(damaged.data(), 1, damaged.size(), f);
-      std::fclose(f);
-    }
+    WriteBytes(zip, damaged);
     std::string problem;
     EXPECT_NE(UnzipArchive(zip.string(), Out().string(), "*.*", false, &problem), kZipOk);
     EXPECT_FALSE(problem.empty());
@@ -269,11 +257,7 @@ TEST_F(ZipTest, DamagedArchivesAreRefusedBeforeAnythingIsWritten) {
   ASSERT_NE(at, std::string::npos);
   flipped[at + 10] = 'y';
   const fs::path zip = root / "crc.zip";
-  {
-    std::FILE* f = std::fopen(zip.string().c_str(), "wb");
-    std::fwrite(flipped.data(), 1, flipped.size(), f);
-    std::fclose(f);
-  }
+  WriteBytes(zip, flipped);
   EXPECT_EQ(UnzipArchive(zip.string(), Out().string(), "*.*"), kZipDamaged);
   EXPECT_EQ(TestZipArchive(zip.string()), kZipDamaged);
   EXPECT_EQ(ReadBytes(Out() / "a.txt"), "kept\r\n");
@@ -287,23 +271,18 @@ TEST_F(ZipTest, DamagedArchivesAreRefusedBeforeAnythingIsWritten) {
   EXPECT_EQ(TestZipArchive((root / "missing.zip").string()), kZipCannotOpen);
 }
 
-TEST(ZipNames, SafeNamesStayInsideTheTarget) {
+TEST(ZipNames, SafeNamesStayInsideTheTargetAndLineEndsConvertOnlyLoneLineFeeds) {
   for (const char* name : {"a.txt", "sub/a.txt", "sub\\a.txt", "a..b", "..a/b", "sub/"}) {
     EXPECT_TRUE(ZipNameIsSafe(name)) << name;
   }
   for (const char* name : {"", "/", "/a", "\\a", "..", "../a", "a/../../b", "a/..", "C:a", "c:\\a", "./.."}) {
     EXPECT_FALSE(ZipNameIsSafe(name)) << name;
   }
+  EXPECT_EQ(Joined({LfToCrLf("a\nb\r\nc\n\n"), LfToCrLf("\n"), LfToCrLf("\r\r\n"), LfToCrLf("")}),
+            "a\r\nb\r\nc\r\n\r\n|\r\n|\r\r\n|");
 }
 
-TEST(ZipNames, LineEndsConvertOnlyLoneLineFeeds) {
-  EXPECT_EQ(LfToCrLf("a\nb\r\nc\n\n"), "a\r\nb\r\nc\r\n\r\n");
-  EXPECT_EQ(LfToCrLf("\n"), "\r\n");
-  EXPECT_EQ(LfToCrLf("\r\r\n"), "\r\r\n");
-  EXPECT_EQ(LfToCrLf(""), "");
-}
-
-TEST_F(ZipTest, ExtractAsksFirstAndCanMakeTheTargetTheJobFolder) {
+TEST_F(ZipTest, ExtractAsksFirstCanMakeTheTargetTheJobFolderAndANewFolderInsideIt) {
   const fs::path zip = root / "t1.zip";
   ASSERT_EQ(ZipArchive(zip.string(), "T1.def", jobPath.string()), kZipOk);
   fs::create_directory(Out());
@@ -312,15 +291,14 @@ TEST_F(ZipTest, ExtractAsksFirstAndCanMakeTheTargetTheJobFolder) {
   EXPECT_EQ(UnzipCommand(session, zip.string(), Out().string(), true, false), -1);
   EXPECT_EQ(user.MessageTexts(), std::vector<std::string>{"Unzip " + zip.string() + "\nto folder " + Out().string() + "?"});
   EXPECT_EQ(user.messages[0].buttons, Buttons::YesNo);
-  EXPECT_TRUE(FilesUnder(Out()).empty());
-  EXPECT_EQ(session.JobFolder, JobDir());
+  EXPECT_EQ(std::tuple(FilesUnder(Out()).size(), session.JobFolder), std::tuple(0u, JobDir()));
 
   user.messages.clear();
   EXPECT_EQ(UnzipCommand(session, zip.string(), Out().string(), true, false), kZipOk);
   EXPECT_EQ(FilesUnder(Out()), std::vector<std::string>{"T1.def"});
   ASSERT_EQ(user.messages.size(), 2u);
-  EXPECT_EQ(user.messages[1].text, "Choose File, Open to view this job");
-  EXPECT_EQ(session.JobFolder, Out().string() + PathSeparator());
+  EXPECT_EQ(user.messages[1].text + "|" + session.JobFolder,
+            "Choose File, Open to view this job|" + Out().string() + PathSeparator());
 
   // A refused archive is told, and the folder still changes when asked.
   user.messages.clear();
@@ -330,8 +308,17 @@ TEST_F(ZipTest, ExtractAsksFirstAndCanMakeTheTargetTheJobFolder) {
   ASSERT_EQ(user.messages.size(), 3u);
   EXPECT_EQ(user.messages[1].icon, Icon::Stop);
   EXPECT_NE(user.messages[1].text.find("bad.zip"), std::string::npos);
-  EXPECT_EQ(user.messages[2].text, "Choose File, Open to view this job");
-  EXPECT_EQ(session.JobFolder, Out().string() + PathSeparator());
+  EXPECT_EQ(user.messages[2].text + "|" + session.JobFolder,
+            "Choose File, Open to view this job|" + Out().string() + PathSeparator());
+
+  // A new folder is made inside the target.
+  user.inputs.push_back(std::string("fresh"));
+  EXPECT_EQ(UnzipNewFolder(session, root.string()), (root / "fresh").string());
+  EXPECT_TRUE(fs::is_directory(root / "fresh"));
+  EXPECT_EQ(user.prompts, std::vector<std::string>{"Enter a name for the new folder"});
+  // Cancelled or empty: nothing.
+  user.inputs = {std::nullopt, std::string("  ")};
+  EXPECT_EQ(UnzipNewFolder(session, root.string()) + UnzipNewFolder(session, root.string()), "");
 }
 
 TEST_F(ZipTest, ProgressIsToldAndACancelLeavesTheArchiveAsItWasAndNothingBesideIt) {
@@ -416,18 +403,7 @@ TEST_F(ZipTest, ExtractionCancelsOnlyWhileTheArchiveIsTested) {
   EXPECT_EQ(UnzipCancelledNote("a.zip"), "Extraction cancelled: nothing was extracted from a.zip.");
 }
 
-TEST_F(ZipTest, NewFolderIsMadeInsideTheTarget) {
-  user.inputs.push_back(std::string("fresh"));
-  EXPECT_EQ(UnzipNewFolder(session, root.string()), (root / "fresh").string());
-  EXPECT_TRUE(fs::is_directory(root / "fresh"));
-  EXPECT_EQ(user.prompts, std::vector<std::string>{"Enter a name for the new folder"});
-  // Cancelled or empty: nothing.
-  EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
-  user.inputs.push_back(std::string("  "));
-  EXPECT_EQ(UnzipNewFolder(session, root.string()), "");
-}
-
-TEST_F(ZipTest, ZippingTheCurrentJobNeedsAJob) {
+TEST_F(ZipTest, TheWizardNeedsAJobForTheCurrentJobAndANameAndItemsForTheManualPage) {
   EXPECT_TRUE(ZipWizardNext(session, true));
   session.JobBase.clear();
   EXPECT_TRUE(ZipWizardNext(session, false));
@@ -436,9 +412,9 @@ TEST_F(ZipTest, ZippingTheCurrentJobNeedsAJob) {
   ASSERT_EQ(user.messages.size(), 1u);
   EXPECT_EQ(user.messages[0].text, "No job is open");
   EXPECT_EQ(user.messages[0].icon, Icon::Stop);
-}
+  user.messages.clear();
+  UseJob("T1");
 
-TEST_F(ZipTest, ManualFinishNeedsANameAndItems) {
   const std::string zip = (root / "manual.zip").string();
   EXPECT_FALSE(ZipManualFinish(session, " ", "T1.def"));
   EXPECT_FALSE(ZipManualFinish(session, zip, "  "));
