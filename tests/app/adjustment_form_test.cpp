@@ -61,8 +61,11 @@ class AdjustmentFormTest : public QObject, WindowBench {
 
   // The entry ends the submenu after the suite's own; the run gives the headless result's rows;
   // a station's row zooms there; the layer is on the canvas while the window holds a result and
-  // gone when it closes or the job closes.
-  void runShowsResultZoomsAndDrawsItsLayer() {
+  // gone when it closes or the job closes. Accept names .COR and its backup, writes the adjusted
+  // stations only, keeps the former file as .tlc, reads the job again and says how many stations
+  // it wrote.
+  void runShowsResultZoomsDrawsItsLayerAndAcceptRewritesCor() {
+    const QByteArray before = Job(".COR");
     const QList<QAction*> entries = W().findChild<QMenu*>(QStringLiteral("mnuCommandQuality"))->actions();
     QCOMPARE(entries.back()->objectName(), QString::fromLatin1(kAdjustEntryName));
     QCOMPARE(entries.back()->text(), QStringLiteral("Adjust Record Data (Tessel)"));
@@ -100,16 +103,6 @@ class AdjustmentFormTest : public QObject, WindowBench {
 
     RunFromMenu();
     QVERIFY(!S().adjustmentOverlay.Empty());
-    QVERIFY(FileClose(S()));
-    QVERIFY(!Adjust().isVisible());
-    QVERIFY(S().adjustmentOverlay.Empty());
-  }
-
-  // Accept names .COR and its backup, writes the adjusted stations only, keeps the former file
-  // as .tlc, reads the job again and says how many stations it wrote.
-  void acceptRewritesCorAndReloads() {
-    const QByteArray before = Job(".COR");
-    RunFromMenu();
     const Adjustment& result = *Adjust().Result();
     const StationResult& moved = result.stations.front();
     // A line of .COR that is no adjusted station: the control.
@@ -130,6 +123,9 @@ class AdjustmentFormTest : public QObject, WindowBench {
     QVERIFY(point > 0);
     QVERIFY(std::abs(S().points.PointX(point) - moved.x) < 0.01);
     QVERIFY(std::abs(S().points.PointY(point) - moved.y) < 0.01);
+    QVERIFY(FileClose(S()));
+    QVERIFY(!Adjust().isVisible());
+    QVERIFY(S().adjustmentOverlay.Empty());
   }
 };
 
