@@ -9,16 +9,6 @@
 
 namespace tessel {
 
-// The sample job's .def and .COR in `folder`, opened on `session` with its tools in `tools`.
-void OpenSmallJob(Session& session, const QString& folder, const QString& tools = QString()) {
-  for (const char* ext : {".def", ".COR"}) {
-    QVERIFY(QFile::copy(QStringLiteral(TESSEL_SAMPLES_DIR "/T12NR04E") + QLatin1String(ext),
-                        folder + QStringLiteral("/T12NR04E") + QLatin1String(ext)));
-  }
-  if (!tools.isEmpty()) session.ToolFolder = tools.toStdString();
-  OpenJob(session, (folder + QStringLiteral("/T12NR04E.def")).toStdString(), "T12NR04E.def");
-}
-
 class GisExportFormTest : public QObject {
   Q_OBJECT
 
@@ -34,7 +24,7 @@ class GisExportFormTest : public QObject {
     QVERIFY(exportMenu && exportMenu->actions().contains(entry));
   }
 
-  void dialogExportsTheChosenLayers() {
+  void dialogExportsTheChosenLayersOrToADatabase() {
     if (!GdalAvailable()) QSKIP("built without GDAL");
     QTemporaryDir dir;
     QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("job")) && QDir(dir.path()).mkpath(QStringLiteral("tool")));
@@ -92,35 +82,26 @@ class GisExportFormTest : public QObject {
     for (int i = 0; i < layers->count(); ++i) layers->item(i)->setCheckState(Qt::Unchecked);
     QVERIFY(!form.Export());
     QCOMPARE(b.user.messages.back().text, std::string("Choose at least one layer to export."));
-  }
 
-  // The database choice: its fields are kept in the tool folder for the next time, the password
-  // typed is used once and stored nowhere, and a server that cannot be reached is told in a box.
-  void databaseChoiceKeepsTheFieldsButNeverThePassword() {
-    if (!GdalAvailable()) QSKIP("built without GDAL");
-    QTemporaryDir dir;
-    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("tool")));
-    Bench b;
-    OpenSmallJob(b.session, dir.path(), dir.filePath(QStringLiteral("tool")));
-
-    auto form = std::make_unique<GisExportForm>(b.session, nullptr);
-    form->show();
-    auto edit = [&form](const char* name) { return form->findChild<QLineEdit*>(QLatin1String(name)); };
+    // The database choice: its fields are kept in the tool folder for the next time, the password
+    // typed is used once and stored nowhere, and a server that cannot be reached is told in a box.
+    auto database = std::make_unique<GisExportForm>(b.session, nullptr);
+    database->show();
+    auto edit = [&database](const char* name) { return database->findChild<QLineEdit*>(QLatin1String(name)); };
     QVERIFY(edit("txtGisFile")->isVisible());
     QVERIFY(!edit("txtDbHost")->isVisible());
-    form->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
+    database->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
     QVERIFY(!edit("txtGisFile")->isVisible());
     QVERIFY(edit("txtDbHost")->isVisible());
     QCOMPARE(edit("txtDbPassword")->echoMode(), QLineEdit::Password);
 
     edit("txtDbHost")->setText(dir.path() + QStringLiteral("/no-server"));
-    const std::pair<const char*, const char*> fields[] = {
-        {"txtDbPort", "5999"}, {"txtDbName", "county"}, {"txtDbUser", "clerk"}, {"txtDbSchema", "plss"}, {"txtDbPassword", "s3cret"}};
-    for (const auto& [name, text] : fields) {
-      edit(name)->setText(QString::fromLatin1(text));
-    }
-    form->findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
-    QVERIFY(form->result() != int(QDialog::Accepted));
+    const std::pair<const char*, const char*> fields[] = {{"txtDbPort", "5999"}, {"txtDbName", "county"},
+                                                          {"txtDbUser", "clerk"}, {"txtDbSchema", "plss"},
+                                                          {"txtDbPassword", "s3cret"}};
+    for (const auto& [name, text] : fields) edit(name)->setText(QString::fromLatin1(text));
+    database->findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
+    QVERIFY(database->result() != int(QDialog::Accepted));
     QVERIFY(b.user.messages.back().icon == Icon::Exclamation);
     const QString told = QString::fromStdString(b.user.messages.back().text);
     QVERIFY2(told.contains(QStringLiteral("the server cannot be reached")), qPrintable(told));
@@ -130,15 +111,15 @@ class GisExportFormTest : public QObject {
     QVERIFY(bytes.contains("dbname=county\r\nuser=clerk\r\nschema=plss"));
     QVERIFY(!bytes.contains("s3cret"));
 
-    form = std::make_unique<GisExportForm>(b.session, nullptr);
+    database = std::make_unique<GisExportForm>(b.session, nullptr);
     QCOMPARE(edit("txtDbHost")->text(), dir.path() + QStringLiteral("/no-server"));
     QCOMPARE(edit("txtDbSchema")->text(), QStringLiteral("plss"));
     QVERIFY(edit("txtDbPassword")->text().isEmpty());
 
     // Without a database or a service there is nothing to connect to.
-    form->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
+    database->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
     edit("txtDbName")->clear();
-    QVERIFY(!form->Export());
+    QVERIFY(!database->Export());
     QCOMPARE(b.user.messages.back().text, std::string("Give the database, or a service that names it."));
   }
 
@@ -146,7 +127,8 @@ class GisExportFormTest : public QObject {
   void linkLayerFollowsTheJobsLinkFile() {
     QTemporaryDir dir;
     Bench b;
-    OpenSmallJob(b.session, dir.path());
+    QVERIFY(CopySampleJob(dir.path()));
+    OpenJob(b.session, dir.filePath(QStringLiteral("T12NR04E.def")).toStdString(), "T12NR04E.def");
     // The last layer of the list: its name, whether it is offered, whether it is ticked.
     const auto linkItem = [&b] {
       GisExportForm form(b.session, nullptr);
