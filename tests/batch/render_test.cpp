@@ -43,7 +43,9 @@ class RenderTest : public QObject {
     }
   }
 
-  void pngOfTheAskedSizeLayersAndBackground() {
+  // A PNG of the asked size, layers and background. The load's messages, and nothing else, reach
+  // standard error; a PDF is one page.
+  void pngOfTheAskedSizeLayersAndBackgroundAndAOnePagePdf() {
     const QString png = Out("job.png");
     QCOMPARE(Render(png, {"--size", "1000x750", "--layers", "points,raw", "--background", "2"}), 0);
     QCOMPARE(stderr_, QByteArray());
@@ -53,6 +55,17 @@ class RenderTest : public QObject {
     QCOMPARE(Render(png), 0);
     QCOMPARE(QImage(png).size(), QSize(1280, 960));
     QCOMPARE(QImage(png).pixelColor(2, 2), QColor(Qt::white));
+
+    QVERIFY(QFile::remove(Job(QStringLiteral("T12NR04E.LSA"))));
+    QCOMPARE(Render(Out("job.pdf")), 0);
+    QCOMPARE(stderr_, QByteArray("LSA file not found\n"));
+    QFile file(Out("job.pdf"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QVERIFY(bytes.startsWith("%PDF-") && bytes.size() > 1000);
+    QCOMPARE(static_cast<int>(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page/") +
+                              bytes.count("/Type /Page>")),
+             1);
   }
 
   void absurdNumbersDrawNothingWhereTheyCannotAndTheRestAsEver() {
@@ -95,20 +108,6 @@ class RenderTest : public QObject {
     QCOMPARE(image.pixelColor(20, 50), QColor(0x00, 0x00, 0xFF));
     QCOMPARE(image.pixelColor(199, 50), QColor(0x00, 0xFF, 0x00));
     QCOMPARE(image.pixelColor(100, 20), QColor(Qt::white));
-  }
-
-  // The load's messages, and nothing else, reach standard error; a PDF is one page.
-  void loadMessagesGoToStandardErrorAndAPdfIsOnePage() {
-    QVERIFY(QFile::remove(Job(QStringLiteral("T12NR04E.LSA"))));
-    QCOMPARE(Render(Out("job.pdf")), 0);
-    QCOMPARE(stderr_, QByteArray("LSA file not found\n"));
-    QFile file(Out("job.pdf"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    QVERIFY(bytes.startsWith("%PDF-") && bytes.size() > 1000);
-    QCOMPARE(static_cast<int>(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page/") +
-                              bytes.count("/Type /Page>")),
-             1);
   }
 
   // Labels of one layer are kept apart, counted where left out; another layer's labels, a label
