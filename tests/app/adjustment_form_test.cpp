@@ -109,6 +109,7 @@ class AdjustmentFormTest : public QObject, WindowBench {
     const std::string kept = result.fixedStations.front().id;
     QVERIFY(!CorLine(before, moved.id).isEmpty() && !CorLine(before, kept).isEmpty());
 
+    boxes_->texts.clear();
     boxes_->answers = {QMessageBox::Yes, QMessageBox::Ok};
     Adjust().findChild<QPushButton*>(QStringLiteral("cmdAccept"))->click();
     QVERIFY(boxes_->Asked(QStringLiteral("T12NR04E.COR")) && boxes_->Asked(QStringLiteral("T12NR04E.tlc")));

@@ -348,7 +348,8 @@ class CadastralFormsTest : public QObject {
     QVERIFY(!township->isVisible());
     QCOMPARE(bench_->user.MessageTexts(), std::vector<std::string>{"You must first open or create a project"});
     add->trigger();
-    QCOMPARE(bench_->user.messages.back().text, std::string(kMsgNeedProject));
+    QCOMPARE(bench_->user.MessageTexts(),
+             (std::vector<std::string>{"You must first open or create a project", kMsgNeedProject}));
     auto* form = window.findChild<QWidget*>(QStringLiteral("frmADD"));
     QVERIFY(form && !form->isVisible());
   }
