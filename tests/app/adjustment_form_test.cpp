@@ -80,8 +80,7 @@ class AdjustmentFormTest : public QObject, WindowBench {
     QCOMPARE(observations->rowCount(), static_cast<int>(expected.adjustment->observations.size()));
     QVERIFY(QFile::exists(JobFile(QStringLiteral("T12NR04E.tla"))));
 
-    QVERIFY(!S().adjustmentOverlay.Empty());
-    QVERIFY(EllipsePixels() > 0);
+    QVERIFY(!S().adjustmentOverlay.Empty() && EllipsePixels() > 0);
 
     // Sorted by Y, largest first: the row clicked is not the result's first station.
     stations->sortItems(2, Qt::DescendingOrder);
@@ -121,11 +120,9 @@ class AdjustmentFormTest : public QObject, WindowBench {
     QCOMPARE(CorLine(after, kept), CorLine(before, kept));
     // The job read again: the station stands where the adjustment put it.
     const int point = S().points.Find(moved.id);
-    QVERIFY(point > 0);
-    QVERIFY(std::abs(S().points.PointX(point) - moved.x) < 0.01);
+    QVERIFY(point > 0 && std::abs(S().points.PointX(point) - moved.x) < 0.01);
     QVERIFY(std::abs(S().points.PointY(point) - moved.y) < 0.01);
-    QVERIFY(FileClose(S()));
-    QVERIFY(!Adjust().isVisible());
+    QVERIFY(FileClose(S()) && !Adjust().isVisible());
     QVERIFY(S().adjustmentOverlay.Empty());
   }
 };

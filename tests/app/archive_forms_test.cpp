@@ -64,8 +64,7 @@ class ArchiveFormsTest : public QObject {
     const QDir dir(job.path());
     QVERIFY(WriteText(dir.filePath("P1.def"), "P1\r\n"));
     QVERIFY(WriteText(dir.filePath("P1.raw"), "HEAD\r\n999999\r\n200300   030700           2   00453015   999999RPB\r\n"));
-    QVERIFY(WriteText(dir.filePath("P1.con"), "c\r\n"));
-    QVERIFY(WriteText(dir.filePath("P1.lot"), "l\r\n"));
+    QVERIFY(WriteText(dir.filePath("P1.con"), "c\r\n") && WriteText(dir.filePath("P1.lot"), "l\r\n"));
     Bench b;
     b.session.ToolFolder = job.path().toStdString();
     ApdWizardForm form(b.session, nullptr);
@@ -89,8 +88,7 @@ class ArchiveFormsTest : public QObject {
     QTest::mouseClick(finish, Qt::LeftButton);
     QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblProgress"))->text(),
              QStringLiteral("...Analyzing APD raw file\n...Building .add file\n...Importing control"));
-    QVERIFY(finish->isHidden());
-    QVERIFY(form.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->isHidden());
+    QVERIFY(finish->isHidden() && form.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->isHidden());
     QVERIFY(!form.findChild<QPushButton*>(QStringLiteral("cmdOK"))->isHidden());
     QCOMPARE(QString::fromStdString(b.user.messages.back().text),
              QStringLiteral("APD Import complete.  You may now proceed to boundary transfer."));
@@ -104,8 +102,7 @@ class ArchiveFormsTest : public QObject {
   void zipCurrentJobPageStartsAtTheJobAndZipsIt() {
     QTemporaryDir job;
     const QDir dir(job.path());
-    QVERIFY(WriteText(dir.filePath("J1.def"), "J1\r\n"));
-    QVERIFY(WriteText(dir.filePath("J1.raw"), "R\r\n"));
+    QVERIFY(WriteText(dir.filePath("J1.def"), "J1\r\n") && WriteText(dir.filePath("J1.raw"), "R\r\n"));
     Bench b;
     SetJob(b.session, job.path().toStdString() + "/", "J1");
     ZipWizard2Form page(b.session, nullptr);
@@ -147,8 +144,7 @@ class ArchiveFormsTest : public QObject {
     // The stand-in archiver, in capitals: writes each argument on its own line into a file named
     // for its command letter, in its current folder.
     QVERIFY(InstallArchiver(tools.path(), "LHA", "for a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"args-$1.log\"\n"));
-    QVERIFY(WriteText(job.filePath("J1.def"), "J1\r\n"));
-    QVERIFY(WriteText(job.filePath("J1.raw"), "R\r\n"));
+    QVERIFY(WriteText(job.filePath("J1.def"), "J1\r\n") && WriteText(job.filePath("J1.raw"), "R\r\n"));
     const auto run = JobWithRealLaunches(tools.path(), job.path(), "J1");
     Session& session = run->session;
     const auto args = [&job](const char* log) { return QString::fromLocal8Bit(Bytes(job.filePath(log))); };
@@ -169,8 +165,7 @@ class ArchiveFormsTest : public QObject {
 
   void aFailedArchiverIsToldInTheToolLogAndInABox() {
     QTemporaryDir tools, job;
-    QVERIFY(InstallArchiver(tools.path(), "lha", "exit 2\n"));
-    QVERIFY(WriteText(job.filePath("J1.def"), "J1\r\n"));
+    QVERIFY(InstallArchiver(tools.path(), "lha", "exit 2\n") && WriteText(job.filePath("J1.def"), "J1\r\n"));
     const auto run = JobWithRealLaunches(tools.path(), job.path(), "J1");
     RecordingUserPort& user = run->user;
     Session& session = run->session;

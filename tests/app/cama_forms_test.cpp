@@ -102,9 +102,7 @@ class CamaFormsTest : public QObject, WindowBench {
         }
       };
       Ticking(20, answer, [this] { Action("mnuAttributesCama")->trigger(); });
-      QVERIFY(shown && menusOff);
-      QVERIFY(W().menuBar()->isEnabled());
-      QVERIFY(!LongWorkBar(W().statusBar()));
+      QVERIFY(shown && menusOff && W().menuBar()->isEnabled() && !LongWorkBar(W().statusBar()));
       QCOMPARE(Panel(1), QString::fromStdString(S().JobBase));
       if (cancel) {
         QVERIFY(Bytes(cama) == before);
@@ -130,8 +128,7 @@ class CamaFormsTest : public QObject, WindowBench {
 
     auto* cama = In<QPushButton>("frmTesting", "cmdCama");
     Action("mnuViewCama")->setChecked(true);
-    QVERIFY(s.checks.mnuViewCama);
-    QVERIFY(!cama->isHidden());
+    QVERIFY(s.checks.mnuViewCama && !cama->isHidden());
 
     // The link record in frmTesting's list, then CAMA: the section's records.
     s.selection.AddParcelEntry(s.cama.LinkGeocode.get(1), {PickKind::LinkRecord, 1, s.cama.LinkReading});

@@ -153,11 +153,9 @@ class DesktopTest : public QObject, WindowBench {
     QVERIFY(Ticking(5, look, [this] { Action("mnuFileOpen")->trigger(); }) > 1);
     QVERIFY(boxSeen && cancelHidden && keptPicture);
     QVERIFY2(told.startsWith(QStringLiteral("Reading T12NR04E.COR")), qPrintable(told));
-    QVERIFY(!LongWorkBar(W().statusBar()));
-    QVERIFY(W().menuBar()->isEnabled());
+    QVERIFY(!LongWorkBar(W().statusBar()) && W().menuBar()->isEnabled());
     QCOMPARE(Panel(1), QStringLiteral("T12NR04E"));
-    QVERIFY(S().points.PointCount() > 0);
-    QVERIFY(W().canvas().Picture() != before);
+    QVERIFY(S().points.PointCount() > 0 && W().canvas().Picture() != before);
   }
 
   // With no job open, only what works without one is offered: opening or making a job, the
@@ -484,8 +482,7 @@ class DesktopTest : public QObject, WindowBench {
     Action("mnuViewLegend")->trigger();
     QVERIFY(legend.isVisible());
     const QString surveys = QStringLiteral("Record lines (RAW) by survey|");
-    QVERIFY(legend.Rows().filter(surveys).isEmpty());
-    QVERIFY(legend.Rows().contains(QStringLiteral("Layers|Lines  (LSA)")));
+    QVERIFY(legend.Rows().filter(surveys).isEmpty() && legend.Rows().contains(QStringLiteral("Layers|Lines  (LSA)")));
     QVERIFY(legend.Rows().contains(QStringLiteral("CAMA links|Numbered survey, matched")));
     Open();
     QCOMPARE(legend.Rows().filter(surveys), (QStringList{surveys + "GLO 1854 EXT", surveys + "GLO 1855",
@@ -561,8 +558,7 @@ class DesktopTest : public QObject, WindowBench {
     QCOMPARE(said, QStringLiteral("Counting begins / About to count"));
     QVERIFY(seen && waiting && ticks >= 10);
     QCOMPARE(pressed.count(), 0);
-    QVERIFY(W().menuBar()->isEnabled() && toolbar->isEnabled());
-    QVERIFY(!LongWorkBar(W().statusBar()));
+    QVERIFY(W().menuBar()->isEnabled() && toolbar->isEnabled() && !LongWorkBar(W().statusBar()));
     QVERIFY(!LongWorkRunning(W()));
     // Work that ends by itself says so.
     QVERIFY(RunLongWork(W(), [](Progress& progress) { progress.Report("Done", 1.0); }));

@@ -36,8 +36,7 @@ class GisExportFormTest : public QObject {
     GisExportForm form(b.session, nullptr);
     auto* file = form.findChild<QLineEdit*>(QStringLiteral("txtGisFile"));
     auto* format = form.findChild<QLabel*>(QStringLiteral("lblGisFormat"));
-    QVERIFY(file && format);
-    QVERIFY(file->text().endsWith(QStringLiteral("T12NR04E.gpkg")));
+    QVERIFY(file && format && file->text().endsWith(QStringLiteral("T12NR04E.gpkg")));
     QCOMPARE(format->text(), QStringLiteral("GeoPackage"));
     const QString out = dir.path() + QStringLiteral("/parcels.shp");
     file->setText(out);
@@ -65,17 +64,14 @@ class GisExportFormTest : public QObject {
       ++visible;
       if (zones->item(i)->text().startsWith(QStringLiteral("EPSG:3435 "))) shown = zones->item(i);
     }
-    QVERIFY(shown);
-    QVERIFY(visible < 10);
+    QVERIFY(shown && visible < 10);
     zones->setCurrentItem(shown);
     QCOMPARE(crs->text(), QStringLiteral("EPSG:3435"));
 
     form.findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
     QCOMPARE(form.result(), int(QDialog::Accepted));
-    QVERIFY(QFile::exists(out));
-    QVERIFY(QFile::exists(dir.path() + QStringLiteral("/parcels.prj")));
-    QVERIFY(!b.user.messages.empty());
-    QVERIFY(b.user.messages.back().icon == Icon::Information);
+    QVERIFY(QFile::exists(out) && QFile::exists(dir.path() + QStringLiteral("/parcels.prj")));
+    QVERIFY(!b.user.messages.empty() && b.user.messages.back().icon == Icon::Information);
     QVERIFY(b.user.messages.back().text.find("parcels: 30 features") != std::string::npos);
 
     // No layer at all is refused with a box, and the dialog stays.
@@ -88,11 +84,9 @@ class GisExportFormTest : public QObject {
     auto database = std::make_unique<GisExportForm>(b.session, nullptr);
     database->show();
     auto edit = [&database](const char* name) { return database->findChild<QLineEdit*>(QLatin1String(name)); };
-    QVERIFY(edit("txtGisFile")->isVisible());
-    QVERIFY(!edit("txtDbHost")->isVisible());
+    QVERIFY(edit("txtGisFile")->isVisible() && !edit("txtDbHost")->isVisible());
     database->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
-    QVERIFY(!edit("txtGisFile")->isVisible());
-    QVERIFY(edit("txtDbHost")->isVisible());
+    QVERIFY(!edit("txtGisFile")->isVisible() && edit("txtDbHost")->isVisible());
     QCOMPARE(edit("txtDbPassword")->echoMode(), QLineEdit::Password);
 
     edit("txtDbHost")->setText(dir.path() + QStringLiteral("/no-server"));
@@ -101,15 +95,13 @@ class GisExportFormTest : public QObject {
                                                           {"txtDbPassword", "s3cret"}};
     for (const auto& [name, text] : fields) edit(name)->setText(QString::fromLatin1(text));
     database->findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
-    QVERIFY(database->result() != int(QDialog::Accepted));
-    QVERIFY(b.user.messages.back().icon == Icon::Exclamation);
+    QVERIFY(database->result() != int(QDialog::Accepted) && b.user.messages.back().icon == Icon::Exclamation);
     const QString told = QString::fromStdString(b.user.messages.back().text);
     QVERIFY2(told.contains(QStringLiteral("the server cannot be reached")), qPrintable(told));
     QVERIFY2(!told.contains(QStringLiteral("s3cret")), qPrintable(told));
 
     const QByteArray bytes = Bytes(dir.filePath(QStringLiteral("tool/tessel-db.conn")));
-    QVERIFY(bytes.contains("dbname=county\r\nuser=clerk\r\nschema=plss"));
-    QVERIFY(!bytes.contains("s3cret"));
+    QVERIFY(bytes.contains("dbname=county\r\nuser=clerk\r\nschema=plss") && !bytes.contains("s3cret"));
 
     database = std::make_unique<GisExportForm>(b.session, nullptr);
     QCOMPARE(edit("txtDbHost")->text(), dir.path() + QStringLiteral("/no-server"));

@@ -159,8 +159,7 @@ class HelpTest : public QObject, WindowBench {
     const QVariant picture =
         b.loadResource(QTextDocument::ImageResource, QUrl(QStringLiteral("qrc:/manual/images/main-window.png")));
     QCOMPARE(picture.userType(), int(QMetaType::QImage));
-    QVERIFY(!picture.value<QImage>().isNull());
-    QVERIFY(picture.value<QImage>().width() <= 760);
+    QVERIFY(!picture.value<QImage>().isNull() && picture.value<QImage>().width() <= 760);
 
     // A section chosen in the contents opens at its heading.
     QTreeWidget* tree = Help().findChild<QTreeWidget*>(QStringLiteral("tvwContents"));

@@ -97,8 +97,7 @@ class LaunchTest : public QObject {
     for (const char* name : {"FITMAIN.EXE", "recpad.exe", "seedxy.exe", "exitcode.exe", "cogopad.exe"}) {
       QVERIFY(InstallStandin(tools_, QString::fromLatin1(name)));
     }
-    QVERIFY(WriteText(QDir(tools_).filePath(QStringLiteral("cogopad.hlp")), "help\r\n"));
-    QVERIFY(CopySampleJob(jobs_));
+    QVERIFY(WriteText(QDir(tools_).filePath(QStringLiteral("cogopad.hlp")), "help\r\n") && CopySampleJob(jobs_));
     run_ = std::make_unique<LaunchBench>(tools_);
     OpenJob(S(), JobFile("T12NR04E.def").toStdString(), "T12NR04E.def");
     QCOMPARE(S().JobName, std::string("T12NR04E"));
@@ -117,8 +116,7 @@ class LaunchTest : public QObject {
     QCOMPARE(Log(), QStringList{"fitmain|T12NR04E||<none>"});
     QCOMPARE(points.PointCount(), count);
     QCOMPARE(points.PointX(points.Find("100100")), x + 1.0);
-    QVERIFY(run_->user.messages.empty());
-    QVERIFY(RunnersAsBuilt());
+    QVERIFY(run_->user.messages.empty() && RunnersAsBuilt());
   }
 
   void scriptedRunsFeedTheirAnswerFileAndGiveTheExitCode() {

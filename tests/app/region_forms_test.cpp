@@ -58,8 +58,7 @@ class RegionFormsTest : public QObject, WindowBench {
     QVERIFY(Form("frmRegion")->isVisible());
     QCOMPARE(Form("frmRegion")->windowTitle(), QStringLiteral("Build / Edit  Region"));
     QCOMPARE(Region("cmdMerge")->toolTip(), QStringLiteral("Merge projects with TWPJOIN."));
-    QVERIFY(!Region("cmdTest")->isEnabled());
-    QVERIFY(!Region("cmdDetails")->isEnabled());
+    QVERIFY(!Region("cmdTest")->isEnabled() && !Region("cmdDetails")->isEnabled());
   }
 
   void previewAndTestDrawTheMatchLines() {
@@ -80,8 +79,7 @@ class RegionFormsTest : public QObject, WindowBench {
     QVERIFY(Region("cmdTest")->isEnabled());
     Region("cmdTest")->click();
     QCOMPARE(S().region.match.MatchPointCount, std::int16_t(2));
-    QVERIFY(Region<QCheckBox>("chkLines")->isChecked());
-    QVERIFY(Region("cmdDetails")->isEnabled());
+    QVERIFY(Region<QCheckBox>("chkLines")->isChecked() && Region("cmdDetails")->isEnabled());
     QCOMPARE(Region<QLabel>("lblStatus2")->text(), QStringLiteral("Points matching: 2. Lines: 0"));
 
     Region("cmdDetails")->click();
@@ -120,9 +118,7 @@ class RegionFormsTest : public QObject, WindowBench {
       };
       QVERIFY(Ticking(5, look, [this] { Region("cmdTest")->click(); }) > 1);
       QVERIFY2(told, "no progress shown");
-      QVERIFY(!LongWorkBar(Form("frmRegion")));
-      QVERIFY(Region("cmdTest")->isEnabled());
-      QVERIFY(W().menuBar()->isEnabled());
+      QVERIFY(!LongWorkBar(Form("frmRegion")) && Region("cmdTest")->isEnabled() && W().menuBar()->isEnabled());
       QCOMPARE(S().region.match.MatchPointCount, std::int16_t(cancel ? 0 : 16000));
       QCOMPARE(Region<QLabel>("lblStatus2")->text(), cancel ? QStringLiteral("Test cancelled: no match was kept.")
                                                             : QStringLiteral("Points matching: 16000. Lines: 0"));
@@ -138,17 +134,14 @@ class RegionFormsTest : public QObject, WindowBench {
     UseRegion("T1\r\nT2\r\n", false);
     MessageBoxes answered;
     const QStringList& boxes = answered.texts;
-    QVERIFY(Region("cmdAdjust")->isEnabled());
-    QVERIFY(!Region("cmdParse")->isEnabled());
+    QVERIFY(Region("cmdAdjust")->isEnabled() && !Region("cmdParse")->isEnabled());
     Region("cmdMerge")->click();
     Region("cmdAdjust")->click();
     QCOMPARE(boxes.size(), 2);
     QVERIFY2(boxes[0].contains(QStringLiteral("twpjoin")) && boxes[0].contains(QStringLiteral("Nothing was run.")),
              qPrintable(boxes[0]));
     QVERIFY2(boxes[1].contains(QStringLiteral("fitmain.exe: not found in ToolFolder")), qPrintable(boxes[1]));
-    QVERIFY(Region("cmdAdjust")->isEnabled());
-    QVERIFY(!Region("cmdParse")->isEnabled());
-    QVERIFY(!Region("cmdUpdate")->isEnabled());
+    QVERIFY(Region("cmdAdjust")->isEnabled() && !Region("cmdParse")->isEnabled() && !Region("cmdUpdate")->isEnabled());
   }
 
   // Merge, Adjust, Parse and Reliabilities with the stand-in suite, through the real launches.
@@ -168,15 +161,12 @@ class RegionFormsTest : public QObject, WindowBench {
       Region(name)->click();
     };
     click("cmdMerge");
-    QVERIFY(QFile::exists(dir + "REG.lsa"));
-    QVERIFY(Region("cmdAdjust")->isEnabled());
-    QVERIFY(!Region("cmdParse")->isEnabled());
+    QVERIFY(QFile::exists(dir + "REG.lsa") && Region("cmdAdjust")->isEnabled() && !Region("cmdParse")->isEnabled());
     click("cmdAdjust");
     QVERIFY(QFile::exists(dir + "REG.cor"));
     click("cmdParse");
     // The merge kept T1's 100100, which the parse wrote into T2.
-    QVERIFY(Bytes(dir + "T2.COR").contains("1000.000"));
-    QVERIFY(Region("cmdUpdate")->isEnabled());
+    QVERIFY(Bytes(dir + "T2.COR").contains("1000.000") && Region("cmdUpdate")->isEnabled());
 
     const QByteArray lsa = Bytes(dir + "REG.lsa");
     QVERIFY(lsa != "<missing>");

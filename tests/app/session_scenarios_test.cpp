@@ -149,8 +149,7 @@ class SessionScenarios : public QObject, WindowBench {
     QVERIFY(Form("frmADDCalcs")->isVisible());
     boxes_->answers.push_back(QMessageBox::Yes);
     Press("frmADD", "cmdDelete");
-    QVERIFY(!Form("frmADDCalcs")->isVisible());
-    QVERIFY(boxes_->Asked(kMsgDefinitionGone));
+    QVERIFY(!Form("frmADDCalcs")->isVisible() && boxes_->Asked(kMsgDefinitionGone));
     QCOMPARE(Bytes(Job(jobA_, ".add")), CrLf({saved1, b2}));
   }
 
@@ -203,16 +202,14 @@ class SessionScenarios : public QObject, WindowBench {
     ClickParcel(5);
     QCOMPARE(S().selection.ParcelPicks().size(), std::size_t{4});
     Action("mnuPopupParcelProperties")->trigger();
-    QVERIFY(!Form("frmAttributes")->isVisible());
-    QVERIFY(boxes_->Asked(kMsgSelectionHoldsLinks));
+    QVERIFY(!Form("frmAttributes")->isVisible() && boxes_->Asked(kMsgSelectionHoldsLinks));
     Action("mnuPopupParcelQuickEdit")->trigger();
     QVERIFY(!Form("frmQuickEdit")->isVisible());
 
     Action("mnuOptionsParcelIds")->setChecked(true);
     In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(0);
     Press("frmTesting", "cmdCama");
-    QVERIFY(boxes_->Asked(kMsgRowHoldsParcel));
-    QVERIFY(!Form("frmCamaParcel")->isVisible());
+    QVERIFY(boxes_->Asked(kMsgRowHoldsParcel) && !Form("frmCamaParcel")->isVisible());
     In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(1);
     Press("frmTesting", "cmdCama");
     QCOMPARE(Form("frmCamaParcel")->windowTitle(), QStringLiteral("Cama Parcels for Section 01"));
@@ -248,8 +245,7 @@ class SessionScenarios : public QObject, WindowBench {
     // With the index box emptied nothing is written anywhere, index 0 least of all.
     In<QLineEdit>("frmAttributes", "txtIndex")->clear();
     Press("frmAttributes", "cmdApply");
-    QVERIFY(boxes_->Asked(kMsgNoParcelShown));
-    QVERIFY(S().parcels.ParcelLine.get(0).empty());
+    QVERIFY(boxes_->Asked(kMsgNoParcelShown) && S().parcels.ParcelLine.get(0).empty());
   }
 
   // "Create New" in the survey list, then a click on another survey, then OK: a new block is
@@ -270,8 +266,7 @@ class SessionScenarios : public QObject, WindowBench {
     In<QPlainTextEdit>("frmSidEdit", "txtComments")->setPlainText(QStringLiteral("C A NEW SURVEY"));
     Press("frmSidEdit", "cmdOK");
     const QByteArray now = Bytes(Job(jobA_, ".sid"));
-    QVERIFY(now.startsWith(sid));
-    QVERIFY(now.mid(sid.size()).startsWith("SNEW 2026"));
+    QVERIFY(now.startsWith(sid) && now.mid(sid.size()).startsWith("SNEW 2026"));
     QCOMPARE(S().surveys.SurveyCount, std::int16_t(In<QListWidget>("frmListSurveys", "lstSurveys")->count()));
   }
 

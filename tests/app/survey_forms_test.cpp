@@ -66,8 +66,7 @@ class SurveyFormsTest : public QObject {
     root_ = std::make_unique<QTemporaryDir>();
     tools_ = root_->filePath(QStringLiteral("tools"));
     jobs_ = root_->filePath(QStringLiteral("job"));
-    QVERIFY(QDir().mkpath(tools_) && QDir().mkpath(jobs_));
-    QVERIFY(InstallStandin(tools_, QStringLiteral("recpad.exe")));
+    QVERIFY(QDir().mkpath(tools_) && QDir().mkpath(jobs_) && InstallStandin(tools_, QStringLiteral("recpad.exe")));
     QVERIFY(CopySampleJob(jobs_));
     run_ = std::make_unique<LaunchBench>(tools_);
     run_->window.menuBar()->addMenu(QStringLiteral("&Edit"))->setObjectName(QStringLiteral("mnuEdit"));
@@ -85,8 +84,7 @@ class SurveyFormsTest : public QObject {
 
   void listShowsSurveysAndLoadsTheEditor() {
     run_->window.findChild<QAction*>(QStringLiteral("mnuEditSurveys"))->trigger();
-    QVERIFY(Form("frmListSurveys")->isVisible());
-    QVERIFY(QTest::qWaitForWindowExposed(Form("frmListSurveys")));
+    QVERIFY(Form("frmListSurveys")->isVisible() && QTest::qWaitForWindowExposed(Form("frmListSurveys")));
     auto* list = Find<QListWidget>("frmListSurveys", "lstSurveys");
     QCOMPARE(list->count(), 5);
     QCOMPARE(list->item(0)->text(), QStringLiteral("SGLO 1854 EXT         .050   200.0    60.0"));
@@ -110,8 +108,7 @@ class SurveyFormsTest : public QObject {
     QCOMPARE(Find<QComboBox>("frmSidEdit", "cboDistanceUnits")->currentText(), QStringLiteral("C - Chains"));
     // "Options" shows and hides the lower half.
     Click("frmListSurveys", "cmdProperties");
-    QVERIFY(Form("frmSidEdit")->isVisible());
-    QVERIFY(!Find<QWidget>("frmSidEdit", "fraOptions")->isVisible());
+    QVERIFY(Form("frmSidEdit")->isVisible() && !Find<QWidget>("frmSidEdit", "fraOptions")->isVisible());
     Click("frmSidEdit", "cmdOptions");
     QVERIFY(Find<QWidget>("frmSidEdit", "fraOptions")->isVisible());
     // Typing ticks its box; leaving the field sets its picture.
