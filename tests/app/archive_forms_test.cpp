@@ -46,9 +46,7 @@ class ArchiveFormsTest : public QObject {
     ViewWindow window(tools.path());
     window.Load();
     const auto entry = [&window](const char* name) {
-      auto* action = window.findChild<QAction*>(QString::fromLatin1(name));
-      if (!action) qFatal("no entry %s", name);
-      return action;
+      return Found(window.findChild<QAction*>(QString::fromLatin1(name)), name);
     };
     for (const char* name : {"mnuZipExtract", "mnuZipCreate", "mnuLzhExtract", "mnuLzhSave", "mnuLzhSaveAs"}) entry(name);
     QCOMPARE(window.findChild<QMenu*>(QStringLiteral("mnuZip"))->title(), QStringLiteral("&Zip Maintenance"));
@@ -134,8 +132,9 @@ class ArchiveFormsTest : public QObject {
       QCOMPARE(dir.entryList(QDir::Files), beside);
       QCOMPARE(Bytes(zip) == before, cancel);
       // J1.* takes in the archive there before.
-      QCOMPARE(b.user.notes, std::vector<std::string>{cancel ? "ZIP archive cancelled: " + zip.toStdString() + " was left as it was."
-                                                           : "4 files zipped into " + zip.toStdString()});
+      const std::string said = cancel ? "ZIP archive cancelled: " + zip.toStdString() + " was left as it was."
+                                      : "4 files zipped into " + zip.toStdString();
+      QCOMPARE(b.user.notes, std::vector<std::string>{said});
     }
   }
 
@@ -148,15 +147,16 @@ class ArchiveFormsTest : public QObject {
     const auto run = JobWithRealLaunches(tools.path(), job.path(), "J1");
     Session& session = run->session;
     const auto args = [&job](const char* log) { return QString::fromLocal8Bit(Bytes(job.filePath(log))); };
+    const QString saved = job.filePath("new");
 
     LzhSave(session);
     // "J1.*" reaches the archiver as the job's files, one argument each: no shell is needed.
     QTRY_COMPARE_WITH_TIMEOUT(args("args-u.log"),
                               QStringLiteral("u\n%1.lzh\nJ1.def\nJ1.raw\n").arg(QString::fromStdString(session.JobBase)), 10000);
-    run->user.inputs.push_back(job.filePath("new").toStdString());
+    run->user.inputs.push_back(saved.toStdString());
     QVERIFY(LzhSaveAs(session));
-    QTRY_COMPARE_WITH_TIMEOUT(args("args-a.log"), QStringLiteral("a\n%1.lzh\nJ1.def\nJ1.raw\n").arg(job.filePath("new")), 10000);
-    QTRY_COMPARE_WITH_TIMEOUT(args("args-d.log"), QStringLiteral("d\n%1.lzh\n").arg(job.filePath("new")), 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(args("args-a.log"), QStringLiteral("a\n%1.lzh\nJ1.def\nJ1.raw\n").arg(saved), 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(args("args-d.log"), QStringLiteral("d\n%1.lzh\n").arg(saved), 10000);
     // Each archiver ended well: started and ended in the Tool Log, and no box but the notice.
     QTRY_COMPARE_WITH_TIMEOUT(Ended(session).size(), 3, 10000);
     for (const ToolLogEntry& entry : Ended(session)) QCOMPARE(entry.exitCode, std::optional<int>(0));

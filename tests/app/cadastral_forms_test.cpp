@@ -265,10 +265,9 @@ class CadastralFormsTest : public QObject {
     for (const char* id : {"120100", "120200", "100100", "100700"}) {
       QCOMPARE(session_->pointPicks.Offer(id), std::optional<PickDialog>(PickDialog::AddCalcs));
     }
-    QCOMPARE(calcs->fields[0][0]->text(), QStringLiteral("120100"));
-    QCOMPARE(calcs->fields[0][1]->text(), QStringLiteral("120200"));
-    QCOMPARE(calcs->fields[1][0]->text(), QStringLiteral("100100"));
-    QCOMPARE(calcs->fields[1][1]->text(), QStringLiteral("100700"));
+    QCOMPARE((QStringList{calcs->fields[0][0]->text(), calcs->fields[0][1]->text(), calcs->fields[1][0]->text(),
+                          calcs->fields[1][1]->text()}),
+             (QStringList{"120100", "120200", "100100", "100700"}));
     // Without a line type the check names it and keeps the focus there.
     QVERIFY(!calcs->Save());
     QCOMPARE(bench_->user.messages.back().text, std::string(kMsgNeedLineType));

@@ -490,9 +490,7 @@ class DesktopTest : public QObject, WindowBench {
                                                          surveys + "SR 20 ROW 2004"}));
     auto* tree = legend.findChild<QTreeWidget*>(QStringLiteral("treeLegend"));
     const auto item = [tree](const char* text) {
-      const auto found = tree->findItems(QString::fromLatin1(text), Qt::MatchExactly | Qt::MatchRecursive);
-      if (found.isEmpty()) qFatal("no legend row %s", text);
-      return found.front();
+      return Found(tree->findItems(QString::fromLatin1(text), Qt::MatchExactly | Qt::MatchRecursive).value(0), text);
     };
     const auto mark = [&item](const char* text) { return item(text)->icon(0).pixmap(32, 14).toImage().pixelColor(16, 7); };
     // Survey 1 in palette colour 1, survey 4 in 4: the canvas's cycle through the palette.

@@ -71,6 +71,13 @@ inline QByteArray WindowsHeader() {
   return bytes.replace(0x80, 4, QByteArray("PE\0\0", 4));
 }
 
+// The object a test looks for, which must be there.
+template <typename T>
+T* Found(T* object, const char* name) {
+  if (!object) qFatal("no %s", name);
+  return object;
+}
+
 // The strip of long work under `owner`, null when no work runs; and a click on its Cancel.
 inline QProgressBar* LongWorkBar(QWidget* owner) { return owner->findChild<QProgressBar*>(QStringLiteral("prgLongWork")); }
 inline void CancelLongWork(QWidget* owner) { owner->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->click(); }
@@ -145,22 +152,10 @@ class WindowBench {
 
   ViewWindow& W() { return *window_; }
   Session& S() { return window_->session(); }
-  QAction* Action(const char* name) {
-    auto* action = W().findChild<QAction*>(QString::fromLatin1(name));
-    if (!action) qFatal("no action %s", name);
-    return action;
-  }
-  QWidget* Form(const char* name) {
-    auto* form = W().findChild<QWidget*>(QString::fromLatin1(name));
-    if (!form) qFatal("no form %s", name);
-    return form;
-  }
+  QAction* Action(const char* name) { return Found(W().findChild<QAction*>(QString::fromLatin1(name)), name); }
+  QWidget* Form(const char* name) { return Found(W().findChild<QWidget*>(QString::fromLatin1(name)), name); }
   template <typename T = QWidget>
-  T* In(const char* form, const char* name) {
-    T* child = Form(form)->findChild<T*>(QString::fromLatin1(name));
-    if (!child) qFatal("no %s in %s", name, form);
-    return child;
-  }
+  T* In(const char* form, const char* name) { return Found(Form(form)->findChild<T*>(QString::fromLatin1(name)), name); }
   void Press(const char* form, const char* button) { In<QPushButton>(form, button)->click(); }
   QString Panel(int n) { return W().findChild<QLabel*>(QStringLiteral("Panel%1").arg(n))->text(); }
   QString JobFile(const QString& name) const { return QDir(jobs_).filePath(name); }

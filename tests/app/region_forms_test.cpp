@@ -49,20 +49,18 @@ class RegionFormsTest : public QObject, WindowBench {
   }
   void cleanup() { StopWindow(); }
 
-  void menuEntryOpensTheConsole() {
+  // The Regions menu's first entry opens the console, whose listing is edited by its buttons;
+  // Preview and Test draw the match lines, and Details shows them in the text window.
+  void theConsoleListsPreviewsAndTestsTheRegion() {
     auto* menu = W().findChild<QMenu*>(QStringLiteral("mnuRegions"));
     QVERIFY(menu);
     QCOMPARE(menu->title(), QStringLiteral("Regio&ns"));
     QCOMPARE(menu->actions().first(), Action("mnuRegionBuild"));
-    Action("mnuRegionBuild")->trigger();
+    const std::string dir = UseRegion("T1\r\n\r\nT2\r\n", true);
     QVERIFY(Form("frmRegion")->isVisible());
     QCOMPARE(Form("frmRegion")->windowTitle(), QStringLiteral("Build / Edit  Region"));
     QCOMPARE(Region("cmdMerge")->toolTip(), QStringLiteral("Merge projects with TWPJOIN."));
     QVERIFY(!Region("cmdTest")->isEnabled() && !Region("cmdDetails")->isEnabled());
-  }
-
-  void previewAndTestDrawTheMatchLines() {
-    const std::string dir = UseRegion("T1\r\n\r\nT2\r\n", true);
     auto* list = Region<QListWidget>("lstRegion");
     QCOMPARE(list->count(), 2);
     QCOMPARE(Region<QLineEdit>("txtTolerance")->text(), QStringLiteral("10"));

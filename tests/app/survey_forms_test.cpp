@@ -19,17 +19,9 @@ class SurveyFormsTest : public QObject {
 
  private:
   QString JobFile(const char* name) const { return QDir(jobs_).filePath(QString::fromLatin1(name)); }
+  QWidget* Form(const char* name) { return Found(run_->window.findChild<QWidget*>(QString::fromLatin1(name)), name); }
   template <typename T>
-  T* Find(const char* form, const char* name) {
-    T* child = Form(form)->findChild<T*>(QString::fromLatin1(name));
-    if (!child) qFatal("no %s in %s", name, form);
-    return child;
-  }
-  QWidget* Form(const char* name) {
-    auto* form = run_->window.findChild<QWidget*>(QString::fromLatin1(name));
-    if (!form) qFatal("no form %s", name);
-    return form;
-  }
+  T* Find(const char* form, const char* name) { return Found(Form(form)->findChild<T*>(QString::fromLatin1(name)), name); }
   void Click(const char* form, const char* button) { QTest::mouseClick(Find<QPushButton>(form, button), Qt::LeftButton); }
   void ClickSurvey(int row) {
     auto* list = Find<QListWidget>("frmListSurveys", "lstSurveys");
