@@ -324,6 +324,24 @@ class DesktopTest : public QObject, WindowBench {
     QVERIFY(text.contains(QStringLiteral("netsort"), Qt::CaseInsensitive));
   }
 
+  void aWindowsToolWithoutItsRunnerIsSaidOnceOverTheCanvas() {
+    // Two tools whose header says Windows, and a runner in tessel-tools.ini that is not there.
+    const QString runner = ToolFile(QStringLiteral("no wine"));
+    QVERIFY(WriteText(ToolFile(QStringLiteral("netsort.exe")), WindowsHeader()) &&
+            WriteText(ToolFile(QStringLiteral("jobprops.exe")), WindowsHeader()) &&
+            WriteText(ToolFile(QStringLiteral("tessel-tools.ini")), "runner=" + runner.toLocal8Bit() + "\r\n"));
+    W().Load();
+    Open();
+    for (const char* entry : {"mnuFileNetsort", "mnuFileNetsort", "mnuFileProperties"}) Action(entry)->trigger();
+    const auto& entries = S().toolLog.entries;
+    QCOMPARE(entries.size(), std::size_t(3));
+    for (const ToolLogEntry& e : entries) QCOMPARE(e.outcome, LaunchOutcome::NoRunner);
+    QCOMPARE(Notice()->Text(), "netsort.exe is a Windows program; its runner " + runner +
+                                   " (Configuration Options) was not found. The Tool Log (View > Tool Log) lists "
+                                   "every start of this session.");
+    QCOMPARE(Panel(4), "jobprops.exe is a Windows program; its runner " + runner + " (Configuration Options) was not found");
+  }
+
   void printAndSaveSayWhatTheyDid() {
     Open();
     QString said;
