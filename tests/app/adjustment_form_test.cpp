@@ -3,43 +3,21 @@
 // zoom to a row, the canvas layer while the window holds a result, and Accept's rewrite of .COR
 // with its backup and the job read again.
 
-#include <QAction>
-#include <QDir>
-#include <QFile>
-#include <QMenu>
-#include <QPushButton>
-#include <QTableWidget>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "adjustment/ui/adjustment_form.h"
 #include "adjustment/adjustment_view.h"
-#include "app/view_window.h"
-#include "form_test_support.h"
-#include "job/load_sequence.h"
-#include "message_boxes.h"
 #include "model/text.h"
+#include "form_test_support.h"
 
 namespace tessel {
 
 using namespace adjustment;
 
-class AdjustmentFormTest : public QObject {
+class AdjustmentFormTest : public QObject, WindowBench {
   Q_OBJECT
 
  private:
-  ViewWindow& W() { return *window_; }
-  Session& S() { return window_->session(); }
-  AdjustmentForm& Form() { return *W().findChild<AdjustmentForm*>(QStringLiteral("frmAdjustment")); }
-  QString Job(const char* extension) const { return QDir(job_).filePath(QStringLiteral("T12NR04E") + QLatin1String(extension)); }
-  QByteArray Bytes(const char* extension) const {
-    QFile file(Job(extension));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-  }
+  AdjustmentForm& Adjust() { return *W().findChild<AdjustmentForm*>(QStringLiteral("frmAdjustment")); }
+  QByteArray Job(const char* extension) const { return Bytes(JobFile(QStringLiteral("T12NR04E") + extension)); }
   // The .COR line of a station, as the writer lays it out (id in columns 2-19).
   QByteArray CorLine(const QByteArray& cor, const std::string& id) const {
     for (const QByteArray& line : cor.split('\n')) {
@@ -59,41 +37,35 @@ class AdjustmentFormTest : public QObject {
   // The entry run, Run clicked, the result awaited.
   void RunFromMenu() {
     W().findChild<QAction*>(QString::fromLatin1(kAdjustEntryName))->trigger();
-    QVERIFY(Form().isVisible());
-    Form().findChild<QPushButton*>(QStringLiteral("cmdRun"))->click();
-    QVERIFY(Form().Running());
-    QTRY_VERIFY_WITH_TIMEOUT(!Form().Running(), 60000);
-    QVERIFY(Form().Result().has_value());
+    QVERIFY(Adjust().isVisible());
+    Adjust().findChild<QPushButton*>(QStringLiteral("cmdRun"))->click();
+    QVERIFY(Adjust().Running());
+    QTRY_VERIFY_WITH_TIMEOUT(!Adjust().Running(), 60000);
+    QVERIFY(Adjust().Result().has_value());
   }
 
-  std::unique_ptr<QTemporaryDir> root_;
-  QString job_;
-  std::unique_ptr<ViewWindow> window_;
   std::unique_ptr<MessageBoxes> boxes_;
 
  private slots:
   void init() {
-    root_ = std::make_unique<QTemporaryDir>();
-    job_ = root_->filePath(QStringLiteral("job"));
-    QVERIFY(QDir().mkpath(job_) && CopySampleJob(job_));
-    window_ = std::make_unique<ViewWindow>(root_->path());
-    window_->resize(1000, 750);
-    window_->show();
-    window_->Load();
+    MakeFolders(true);
+    StartWindow();
     boxes_ = std::make_unique<MessageBoxes>();
-    OpenJob(S(), Job(".def").toStdString(), "T12NR04E.def");
+    Open();
   }
 
   void cleanup() {
-    window_.reset();
+    StopWindow();
     boxes_.reset();
-    root_.reset();
   }
 
   // The entry ends the submenu after the suite's own; the run gives the headless result's rows;
   // a station's row zooms there; the layer is on the canvas while the window holds a result and
-  // gone when it closes or the job closes.
-  void runShowsResultZoomsAndDrawsItsLayer() {
+  // gone when it closes or the job closes. Accept names .COR and its backup, writes the adjusted
+  // stations only, keeps the former file as .tlc, reads the job again and says how many stations
+  // it wrote.
+  void runShowsResultZoomsDrawsItsLayerAndAcceptRewritesCor() {
+    const QByteArray before = Job(".COR");
     const QList<QAction*> entries = W().findChild<QMenu*>(QStringLiteral("mnuCommandQuality"))->actions();
     QCOMPARE(entries.back()->objectName(), QString::fromLatin1(kAdjustEntryName));
     QCOMPARE(entries.back()->text(), QStringLiteral("Adjust Record Data (Tessel)"));
@@ -102,14 +74,13 @@ class AdjustmentFormTest : public QObject {
     const Outcome expected = AdjustJob(S().JobBase, Options{});
     QVERIFY(expected.adjustment);
     RunFromMenu();
-    auto* stations = Form().findChild<QTableWidget*>(QStringLiteral("grdStations"));
-    auto* observations = Form().findChild<QTableWidget*>(QStringLiteral("grdObservations"));
+    auto* stations = Adjust().findChild<QTableWidget*>(QStringLiteral("grdStations"));
+    auto* observations = Adjust().findChild<QTableWidget*>(QStringLiteral("grdObservations"));
     QCOMPARE(stations->rowCount(), static_cast<int>(expected.adjustment->stations.size()));
     QCOMPARE(observations->rowCount(), static_cast<int>(expected.adjustment->observations.size()));
-    QVERIFY(QFile::exists(Job(".tla")));
+    QVERIFY(QFile::exists(JobFile(QStringLiteral("T12NR04E.tla"))));
 
-    QVERIFY(!S().adjustmentOverlay.Empty());
-    QVERIFY(EllipsePixels() > 0);
+    QVERIFY(!S().adjustmentOverlay.Empty() && EllipsePixels() > 0);
 
     // Sorted by Y, largest first: the row clicked is not the result's first station.
     stations->sortItems(2, Qt::DescendingOrder);
@@ -125,42 +96,34 @@ class AdjustmentFormTest : public QObject {
     QVERIFY(std::abs(v.ScaleTop + v.ScaleHeight / 2 - station->y) < 1.0);
     QVERIFY(std::abs(v.ScaleHeight) < 20 * S().UnitsPerChain);
 
-    Form().close();
+    Adjust().close();
     QVERIFY(S().adjustmentOverlay.Empty());
     QCOMPARE(EllipsePixels(), 0);
 
     RunFromMenu();
     QVERIFY(!S().adjustmentOverlay.Empty());
-    QVERIFY(FileClose(S()));
-    QVERIFY(!Form().isVisible());
-    QVERIFY(S().adjustmentOverlay.Empty());
-  }
-
-  // Accept names .COR and its backup, writes the adjusted stations only, keeps the former file
-  // as .tlc, reads the job again and says how many stations it wrote.
-  void acceptRewritesCorAndReloads() {
-    const QByteArray before = Bytes(".COR");
-    RunFromMenu();
-    const Adjustment& result = *Form().Result();
+    const Adjustment& result = *Adjust().Result();
     const StationResult& moved = result.stations.front();
     // A line of .COR that is no adjusted station: the control.
     const std::string kept = result.fixedStations.front().id;
     QVERIFY(!CorLine(before, moved.id).isEmpty() && !CorLine(before, kept).isEmpty());
 
+    boxes_->texts.clear();
     boxes_->answers = {QMessageBox::Yes, QMessageBox::Ok};
-    Form().findChild<QPushButton*>(QStringLiteral("cmdAccept"))->click();
+    Adjust().findChild<QPushButton*>(QStringLiteral("cmdAccept"))->click();
     QVERIFY(boxes_->Asked(QStringLiteral("T12NR04E.COR")) && boxes_->Asked(QStringLiteral("T12NR04E.tlc")));
     QVERIFY(boxes_->Asked(QStringLiteral("%1 stations written").arg(result.stations.size())));
 
-    const QByteArray after = Bytes(".COR");
-    QCOMPARE(Bytes(".tlc"), before);
+    const QByteArray after = Job(".COR");
+    QCOMPARE(Job(".tlc"), before);
     QVERIFY(CorLine(after, moved.id) != CorLine(before, moved.id));
     QCOMPARE(CorLine(after, kept), CorLine(before, kept));
     // The job read again: the station stands where the adjustment put it.
     const int point = S().points.Find(moved.id);
-    QVERIFY(point > 0);
-    QVERIFY(std::abs(S().points.PointX(point) - moved.x) < 0.01);
+    QVERIFY(point > 0 && std::abs(S().points.PointX(point) - moved.x) < 0.01);
     QVERIFY(std::abs(S().points.PointY(point) - moved.y) < 0.01);
+    QVERIFY(FileClose(S()) && !Adjust().isVisible());
+    QVERIFY(S().adjustmentOverlay.Empty());
   }
 };
 

@@ -2,26 +2,9 @@
 // the "CAMA Parcels" check with the CAMA button of frmTesting, frmCamaParcel's Apply and OK,
 // frmCama, and frmUnusedCama.
 
-#include <QAction>
-#include <QApplication>
-#include <QFileDialog>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QProgressBar>
-#include <QStatusBar>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#include "app/view_window.h"
 #include "cama/link_chain.h"
 #include "cama/ui/cama_forms.h"
-#include "model/text_file.h"
+#include "form_test_support.h"
 
 namespace tessel {
 
@@ -38,48 +21,42 @@ std::string CamaRow(const std::string& key, const std::string& owner, const std:
 
 }  // namespace
 
-class CamaFormsTest : public QObject {
+class CamaFormsTest : public QObject, WindowBench {
   Q_OBJECT
+
+ private:
+  // The sample job's identity in the jobs folder, as Open would set it; gives the folder.
+  std::string SampleJobIdentity() {
+    const std::string dir = QDir(jobs_).absolutePath().toStdString() + "/";
+    SetJob(S(), dir, "T12NR04E");
+    return dir;
+  }
 
  private slots:
   void init() {
-    tools_ = std::make_unique<QTemporaryDir>();
-    jobs_ = std::make_unique<QTemporaryDir>();
-    window_ = std::make_unique<ViewWindow>(tools_->path());
-    window_->show();
-    window_->Load();
+    MakeFolders(false);
+    StartWindow();
   }
+  void cleanup() { StopWindow(); }
 
-  void cleanup() {
-    window_.reset();
-    jobs_.reset();
-    tools_.reset();
-  }
-
-  void menuEntriesByName() {
-    ViewWindow& w = *window_;
+  // The menu entries by name and caption, and frmQueryTwp's fields with their defaults.
+  void menuEntriesAndTheQueryDialog() {
     const std::pair<const char*, const char*> entries[] = {
-        {"mnuAttributesCama", "Import CAMA file"},
-        {"mnuAttributesCamaLink", "Link Parcels with CAMA"},
-        {"mnuAttributesCamaTest", "Clear Cama Variables"},
-        {"mnuattributesDelCama", "Delete Old Cama"},
-        {"munAttributesUnusedCama", "Show Unused Cama Parcels"},
-        {"mnuViewCama", "CAMA Parcels"}};
-    for (const auto& [name, caption] : entries) {
-      QAction* action = w.findChild<QAction*>(QString::fromLatin1(name));
-      QVERIFY2(action, name);
-      QCOMPARE(action->text(), QString::fromLatin1(caption));
-    }
-    QVERIFY(w.findChild<QAction*>(QStringLiteral("mnuViewCama"))->isCheckable());
-  }
+        {"mnuAttributesCama", "Import CAMA file"},         {"mnuAttributesCamaLink", "Link Parcels with CAMA"},
+        {"mnuAttributesCamaTest", "Clear Cama Variables"}, {"mnuattributesDelCama", "Delete Old Cama"},
+        {"munAttributesUnusedCama", "Show Unused Cama Parcels"}, {"mnuViewCama", "CAMA Parcels"}};
+    for (const auto& [name, caption] : entries) QCOMPARE(Action(name)->text(), QString::fromLatin1(caption));
+    QVERIFY(Action("mnuViewCama")->isCheckable());
 
-  void queryDialogFieldsAndDefaults() {
     QueryTwpForm dialog(DefaultTownshipQuery("T12NR04E"), window_.get());
     QCOMPARE(dialog.objectName(), QStringLiteral("frmQueryTwp"));
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Query CAMA Database"));
-    const char* names[] = {"txtTownship", "txtTwpFraction", "txtTwpDirection", "txtRange", "txtRngFraction", "txtRngDirection"};
-    const char* values[] = {"12", "0", "N", "04", "0", "E"};
-    for (int k = 0; k < 6; ++k) QCOMPARE(dialog.findChild<QLineEdit*>(QString::fromLatin1(names[k]))->text(), QString::fromLatin1(values[k]));
+    const std::pair<const char*, const char*> fields[] = {{"txtTownship", "12"}, {"txtTwpFraction", "0"},
+                                                          {"txtTwpDirection", "N"}, {"txtRange", "04"},
+                                                          {"txtRngFraction", "0"}, {"txtRngDirection", "E"}};
+    for (const auto& [name, value] : fields) {
+      QCOMPARE(dialog.findChild<QLineEdit*>(QString::fromLatin1(name))->text(), QString::fromLatin1(value));
+    }
     dialog.findChild<QLineEdit*>(QStringLiteral("txtTwpFraction"))->setText(QStringLiteral("5"));
     QCOMPARE(QueryCode(dialog.Fields()), std::string("125N040E"));
     QVERIFY(dialog.findChild<QPushButton*>(QStringLiteral("cmdOK")));
@@ -90,11 +67,9 @@ class CamaFormsTest : public QObject {
   // progress and a Cancel in the status bar and the menus off; a cancel leaves .cama byte for byte
   // as it was and says so, a run to the end appends the township's rows.
   void importShowsProgressAndACancelLeavesCamaAsItWas() {
-    ViewWindow& w = *window_;
-    Session& s = w.session();
-    const std::string dir = SampleJobIdentity(s);
-    const std::string cama = dir + "T12NR04E.cama";
-    WriteFileBytes(cama, JoinCrLf({CamaRow("00000000000000000", "EARLIER", "NE")}));
+    const std::string dir = SampleJobIdentity();
+    const QString cama = QString::fromStdString(dir + "T12NR04E.cama");
+    QVERIFY(WriteText(cama, CrLf({CamaRow("00000000000000000", "EARLIER", "NE")})));
     // A database of several reading parts, every other row of the township.
     std::vector<std::string> rows, ours;
     for (int k = 0; k < 12000; ++k) {
@@ -103,16 +78,13 @@ class CamaFormsTest : public QObject {
       else ours.push_back(row);
       rows.push_back(row);
     }
-    const std::string database = dir + "county.txt";
-    WriteFileBytes(database, JoinCrLf(rows));
+    const QString database = QString::fromStdString(dir + "county.txt");
+    QVERIFY(WriteText(database, CrLf(rows)));
 
     for (const bool cancel : {true, false}) {
-      std::string before;
-      QVERIFY(ReadFileBytes(cama, before));
+      const QByteArray before = Bytes(cama);
       bool shown = false, menusOff = false;
-      QTimer answer;
-      answer.setInterval(20);
-      connect(&answer, &QTimer::timeout, this, [&] {
+      const auto answer = [&] {
         QWidget* modal = QApplication::activeModalWidget();
         if (auto* box = qobject_cast<QMessageBox*>(modal)) {
           box->button(QMessageBox::Yes)->click();  // append
@@ -120,55 +92,43 @@ class CamaFormsTest : public QObject {
           modal->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
         } else if (auto* chooser = qobject_cast<QFileDialog*>(modal)) {
           // The chooser is asked for from the worker: the strip stands already.
-          auto* bar = w.statusBar()->findChild<QProgressBar*>(QStringLiteral("prgLongWork"));
+          QProgressBar* bar = LongWorkBar(W().statusBar());
           shown = bar != nullptr && bar->isVisible();
-          menusOff = !w.menuBar()->isEnabled();
-          if (cancel) w.statusBar()->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->click();
+          menusOff = !W().menuBar()->isEnabled();
+          if (cancel) CancelLongWork(W().statusBar());
           // Typed, as selectFile leaves a focused name field alone.
-          chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QString::fromStdString(database));
+          chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(database);
           QMetaObject::invokeMethod(chooser, "accept");
         }
-      });
-      answer.start();
-      w.findChild<QAction*>(QStringLiteral("mnuAttributesCama"))->trigger();
-      answer.stop();
-      QVERIFY(shown);
-      QVERIFY(menusOff);
-      QVERIFY(w.menuBar()->isEnabled());
-      QVERIFY(!w.statusBar()->findChild<QProgressBar*>(QStringLiteral("prgLongWork")));
-      QCOMPARE(w.findChild<QLabel*>(QStringLiteral("Panel1"))->text(), QString::fromStdString(s.JobBase));
-      std::string after;
-      QVERIFY(ReadFileBytes(cama, after));
+      };
+      Ticking(20, answer, [this] { Action("mnuAttributesCama")->trigger(); });
+      QVERIFY(shown && menusOff && W().menuBar()->isEnabled() && !LongWorkBar(W().statusBar()));
+      QCOMPARE(Panel(1), QString::fromStdString(S().JobBase));
       if (cancel) {
-        QVERIFY(after == before);
-        QCOMPARE(w.statusBar()->currentMessage(),
-                 QStringLiteral("CAMA import cancelled: %1 is as it was.").arg(QString::fromStdString(cama)));
+        QVERIFY(Bytes(cama) == before);
+        QCOMPARE(W().statusBar()->currentMessage(), QStringLiteral("CAMA import cancelled: %1 is as it was.").arg(cama));
       } else {
-        QVERIFY(after == before + JoinCrLf(ours));
+        QVERIFY(Bytes(cama) == before + CrLf(ours));
       }
     }
   }
 
   void handLinkThroughTheForms() {
-    ViewWindow& w = *window_;
-    Session& s = w.session();
-    const std::string dir = SampleJobIdentity(s);
+    Session& s = S();
+    const std::string dir = SampleJobIdentity();
     WriteFileBytes(dir + "T12NR04E.cama", JoinCrLf({CamaRow("11111107100000001", "BROWN", "NE"),
                                                     CamaRow("22222207400000002", "JONES", "LOT 3")}));
     s.parcels.ParcelCount = 1;
     s.parcels.ParcelLine.at(1) = "Sec_007 P T_L 3";
     s.parcels.ParcelX.at(1) = 1000;
     s.parcels.ParcelY.at(1) = 2000;
-    w.findChild<QAction*>(QStringLiteral("mnuAttributesCamaLink"))->trigger();
+    Action("mnuAttributesCamaLink")->trigger();
     QVERIFY(s.DatasetExists(".mtc"));
     LoadLinkFile(s);
 
-    auto* testing = w.findChild<QWidget*>(QStringLiteral("frmTesting"));
-    auto* cama = testing->findChild<QPushButton*>(QStringLiteral("cmdCama"));
-    QAction* plot = w.findChild<QAction*>(QStringLiteral("mnuViewCama"));
-    plot->setChecked(true);
-    QVERIFY(s.checks.mnuViewCama);
-    QVERIFY(!cama->isHidden());
+    auto* cama = In<QPushButton>("frmTesting", "cmdCama");
+    Action("mnuViewCama")->setChecked(true);
+    QVERIFY(s.checks.mnuViewCama && !cama->isHidden());
 
     // The link record in frmTesting's list, then CAMA: the section's records.
     s.selection.AddParcelEntry(s.cama.LinkGeocode.get(1), {PickKind::LinkRecord, 1, s.cama.LinkReading});
@@ -176,63 +136,43 @@ class CamaFormsTest : public QObject {
     s.SelectionCount = 1;
     s.Changed(Change::Selection);
     cama->click();
-    auto* form = w.findChild<QWidget*>(QStringLiteral("frmCamaParcel"));
-    QVERIFY(form->isVisible());
-    QCOMPARE(form->windowTitle(), QStringLiteral("Cama Parcels for Section 07"));
-    auto* list = form->findChild<QListWidget*>(QStringLiteral("lstCama"));
+    QVERIFY(Form("frmCamaParcel")->isVisible());
+    QCOMPARE(Form("frmCamaParcel")->windowTitle(), QStringLiteral("Cama Parcels for Section 07"));
+    auto* list = In<QListWidget>("frmCamaParcel", "lstCama");
     QCOMPARE(list->count(), 2);
     QCOMPARE(list->item(1)->text(), QStringLiteral("Sec 07 LOT 3"));
     list->setCurrentRow(1);
     emit list->itemClicked(list->item(1));
-    QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblOwner"))->text().trimmed(), QStringLiteral("Owners Name JONES"));
-    form->findChild<QPushButton*>(QStringLiteral("cmdApply"))->click();
-    form->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
-    QVERIFY(!form->isVisible());
-    std::string mtc;
-    QVERIFY(ReadFileBytes(dir + "T12NR04E.mtc", mtc));
-    QVERIFY(mtc.find("GeoCode = 22222207400000002") != std::string::npos);
+    QCOMPARE(In<QLabel>("frmCamaParcel", "lblOwner")->text().trimmed(), QStringLiteral("Owners Name JONES"));
+    Press("frmCamaParcel", "cmdApply");
+    Press("frmCamaParcel", "cmdOK");
+    QVERIFY(!Form("frmCamaParcel")->isVisible());
+    QVERIFY(Bytes(QString::fromStdString(dir + "T12NR04E.mtc")).contains("GeoCode = 22222207400000002"));
 
-    // A click on the row shows its CAMA record in frmCama.
-    auto* rows = testing->findChild<QListWidget*>(QStringLiteral("lstItems"));
-    // OK read the link file back, and the row kept its record.
+    // OK read the link file back, and the row kept its record; a click on the row shows its CAMA
+    // record in frmCama.
     QCOMPARE(s.selection.ParcelPicks().size(), std::size_t{1});
     QCOMPARE(s.selection.ParcelPicks()[0].reading, s.cama.LinkReading);
+    auto* rows = In<QListWidget>("frmTesting", "lstItems");
     rows->setCurrentRow(0);
     emit rows->itemClicked(rows->item(0));
-    auto* record = w.findChild<QWidget*>(QStringLiteral("frmCama"));
-    QVERIFY(record->isVisible());
-    QCOMPARE(record->windowTitle(), QStringLiteral("Cama Parcel"));
-    QCOMPARE(record->findChild<QLabel*>(QStringLiteral("lblGeocode"))->text(), QStringLiteral("geocode = 22222207400000002"));
-    QVERIFY(record->findChild<QPlainTextEdit*>(QStringLiteral("txtLegal"))->toPlainText().startsWith(QStringLiteral("LOT 3")));
+    QVERIFY(Form("frmCama")->isVisible());
+    QCOMPARE(Form("frmCama")->windowTitle(), QStringLiteral("Cama Parcel"));
+    QCOMPARE(In<QLabel>("frmCama", "lblGeocode")->text(), QStringLiteral("geocode = 22222207400000002"));
+    QVERIFY(In<QPlainTextEdit>("frmCama", "txtLegal")->toPlainText().startsWith(QStringLiteral("LOT 3")));
 
     // The unused report lists record 1, which no link carries now.
-    w.findChild<QAction*>(QStringLiteral("munAttributesUnusedCama"))->trigger();
-    auto* unused = w.findChild<QWidget*>(QStringLiteral("frmUnusedCama"));
-    QVERIFY(unused->isVisible());
-    auto* unusedList = unused->findChild<QListWidget*>(QStringLiteral("lstUnused"));
-    QCOMPARE(unusedList->count(), 1);
-    QCOMPARE(unusedList->item(0)->text(), QStringLiteral("11111107100000001"));
-    unused->findChild<QPushButton*>(QStringLiteral("cmdClear"))->click();
-    QCOMPARE(unusedList->count(), 0);
+    Action("munAttributesUnusedCama")->trigger();
+    QVERIFY(Form("frmUnusedCama")->isVisible());
+    auto* unused = In<QListWidget>("frmUnusedCama", "lstUnused");
+    QCOMPARE(unused->count(), 1);
+    QCOMPARE(unused->item(0)->text(), QStringLiteral("11111107100000001"));
+    Press("frmUnusedCama", "cmdClear");
+    QCOMPARE(unused->count(), 0);
 
-    plot->setChecked(false);
+    Action("mnuViewCama")->setChecked(false);
     QVERIFY(cama->isHidden());
   }
-
- private:
-  // The sample job's identity in the jobs folder, as Open would set it; gives the folder.
-  std::string SampleJobIdentity(Session& s) {
-    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
-    s.JobFolder = dir;
-    s.JobBase = dir + "T12NR04E";
-    s.JobName = "T12NR04E";
-    s.CurrentFolder = dir;
-    return dir;
-  }
-
-  std::unique_ptr<QTemporaryDir> tools_;
-  std::unique_ptr<QTemporaryDir> jobs_;
-  std::unique_ptr<ViewWindow> window_;
 };
 
 }  // namespace tessel

@@ -1,38 +1,24 @@
 // frmConfig on the offscreen platform: its texts and lists, the fields filled from the settings,
-// Save writing Tessel.cfg that the next start reads back, values outside the lists kept, OK changing only the running settings
-// (programs chosen through Browse included), and the runner of Windows programs kept in
-// tessel-tools.ini, out of Tessel.cfg.
+// Save writing Tessel.cfg that the next start reads back, values outside the lists kept, OK
+// changing only the running settings (programs chosen through Browse included), and the runner
+// of Windows programs kept in tessel-tools.ini, out of Tessel.cfg.
 
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QFile>
-#include <QLineEdit>
-#include <QTabWidget>
-#include <QTemporaryDir>
-#include <QtTest>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "job/ui/config_dialog.h"
 #include "model/config.h"
-#include "job/load_sequence.h"
-#include "model/recording_ports.h"
-#include "model/session.h"
+#include "form_test_support.h"
 
 namespace tessel {
 namespace {
 
 // A session of its own on recording ports, with a temporary tool folder.
-struct Bench {
-  Bench() { session.ToolFolder = tools.path().toStdString(); }
+struct ToolsBench : Bench {
+  ToolsBench() { session.ToolFolder = tools.path().toStdString(); }
   QString CfgPath() const { return tools.filePath(QStringLiteral("Tessel.cfg")); }
-
   QTemporaryDir tools;
-  RecordingUserPort user;
-  NullCanvas canvas;
-  RecordingProcessPort processes;
-  Session session{user, canvas, processes};
 };
 
 template <typename W = QWidget>
@@ -86,7 +72,7 @@ class ConfigDialogTest : public QObject {
 
  private slots:
   void textsAndLists() {
-    Bench b;
+    ToolsBench b;
     ConfigDialog d(b.session);
     QCOMPARE(d.objectName() + ": " + d.windowTitle(), QStringLiteral("frmConfig: Configuration Options"));
     const auto items = [&d](const char* name) {
@@ -123,7 +109,7 @@ class ConfigDialogTest : public QObject {
   }
 
   void saveWritesWhatTheNextStartReads() {
-    Bench b;
+    ToolsBench b;
     ConfigDialog d(b.session);
     EnterChanged(d);
     QCOMPARE(Find<QLineEdit>(d, "txtToolRunner")->text(), QStringLiteral("wine"));
@@ -133,12 +119,10 @@ class ConfigDialogTest : public QObject {
     QCOMPARE(b.session.config, Changed());
     QCOMPARE(b.session.toolRunner, std::string("/opt/wine 9/bin/wine"));
     // Tessel.cfg holds the described lines alone; the runner has its own file.
-    QFile cfg(b.CfgPath()), alone(b.tools.filePath(QStringLiteral("alone.cfg"))),
-        runner(b.tools.filePath(QStringLiteral("tessel-tools.ini")));
-    WriteConfig(alone.fileName().toStdString(), Changed());
-    QVERIFY(cfg.open(QIODevice::ReadOnly) && alone.open(QIODevice::ReadOnly) && runner.open(QIODevice::ReadOnly));
-    QCOMPARE(cfg.readAll(), alone.readAll());
-    QCOMPARE(runner.readAll(), QByteArray("runner=/opt/wine 9/bin/wine\r\n"));
+    const QString alone = b.tools.filePath(QStringLiteral("alone.cfg"));
+    WriteConfig(alone.toStdString(), Changed());
+    QCOMPARE(Bytes(b.CfgPath()), Bytes(alone));
+    QCOMPARE(Bytes(b.tools.filePath(QStringLiteral("tessel-tools.ini"))), QByteArray("runner=/opt/wine 9/bin/wine\r\n"));
     Session next(b.user, b.canvas, b.processes);
     next.ToolFolder = b.session.ToolFolder;
     MainFormLoad(next);
@@ -150,7 +134,7 @@ class ConfigDialogTest : public QObject {
   }
 
   void okAppliesWhatWasEnteredOrBrowsedAndWritesNothing() {
-    Bench b;
+    ToolsBench b;
     ConfigDialog d(b.session);
     d.SetProgramChooser([](int k, const QString&) { return k == 1 ? QString() : QStringLiteral("/b/%1").arg(k); });
     EnterChanged(d);

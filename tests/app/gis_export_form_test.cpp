@@ -1,29 +1,11 @@
 // The GIS export dialog on the offscreen platform: its entry under File > Export, the format shown
 // by the file type, the searchable zone list, and an export of the sample job from the dialog.
 
-#include <QAction>
-#include <QCheckBox>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMainWindow>
-#include <QMenu>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#include <memory>
 #include <utility>
 
-#include "app/view_window.h"
 #include "gis_export/gis_export.h"
 #include "gis_export/ui/gis_export_form.h"
-#include "job/load_sequence.h"
-#include "model/recording_ports.h"
-#include "model/session.h"
+#include "form_test_support.h"
 
 namespace tessel {
 
@@ -42,27 +24,19 @@ class GisExportFormTest : public QObject {
     QVERIFY(exportMenu && exportMenu->actions().contains(entry));
   }
 
-  void dialogExportsTheChosenLayers() {
+  void dialogExportsTheChosenLayersOrToADatabase() {
     if (!GdalAvailable()) QSKIP("built without GDAL");
     QTemporaryDir dir;
-    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("job")));
-    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("tool")));
-    for (const QString& name : QDir(QStringLiteral(TESSEL_SAMPLES_DIR)).entryList({QStringLiteral("T12NR04E.*")})) {
-      QVERIFY(QFile::copy(QStringLiteral(TESSEL_SAMPLES_DIR "/") + name, dir.path() + QStringLiteral("/job/") + name));
-    }
-    RecordingUserPort user;
-    NullCanvas canvas;
-    RecordingProcessPort processes;
-    Session session(user, canvas, processes);
-    session.ToolFolder = (dir.path() + QStringLiteral("/tool")).toStdString();
-    const std::string def = (dir.path() + QStringLiteral("/job/T12NR04E.def")).toStdString();
-    OpenJob(session, def, "T12NR04E.def");
+    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("job")) && QDir(dir.path()).mkpath(QStringLiteral("tool")));
+    QVERIFY(CopySampleJob(dir.filePath(QStringLiteral("job"))));
+    Bench b;
+    b.session.ToolFolder = dir.filePath(QStringLiteral("tool")).toStdString();
+    OpenJob(b.session, dir.filePath(QStringLiteral("job/T12NR04E.def")).toStdString(), "T12NR04E.def");
 
-    GisExportForm form(session, nullptr);
+    GisExportForm form(b.session, nullptr);
     auto* file = form.findChild<QLineEdit*>(QStringLiteral("txtGisFile"));
     auto* format = form.findChild<QLabel*>(QStringLiteral("lblGisFormat"));
-    QVERIFY(file && format);
-    QVERIFY(file->text().endsWith(QStringLiteral("T12NR04E.gpkg")));
+    QVERIFY(file && format && file->text().endsWith(QStringLiteral("T12NR04E.gpkg")));
     QCOMPARE(format->text(), QStringLiteral("GeoPackage"));
     const QString out = dir.path() + QStringLiteral("/parcels.shp");
     file->setText(out);
@@ -90,109 +64,73 @@ class GisExportFormTest : public QObject {
       ++visible;
       if (zones->item(i)->text().startsWith(QStringLiteral("EPSG:3435 "))) shown = zones->item(i);
     }
-    QVERIFY(shown);
-    QVERIFY(visible < 10);
+    QVERIFY(shown && visible < 10);
     zones->setCurrentItem(shown);
     QCOMPARE(crs->text(), QStringLiteral("EPSG:3435"));
 
     form.findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
     QCOMPARE(form.result(), int(QDialog::Accepted));
-    QVERIFY(QFile::exists(out));
-    QVERIFY(QFile::exists(dir.path() + QStringLiteral("/parcels.prj")));
-    QVERIFY(!user.messages.empty());
-    QVERIFY(user.messages.back().icon == Icon::Information);
-    QVERIFY(QString::fromStdString(user.messages.back().text).contains(QStringLiteral("parcels: 30 features")));
+    QVERIFY(QFile::exists(out) && QFile::exists(dir.path() + QStringLiteral("/parcels.prj")));
+    QVERIFY(!b.user.messages.empty() && b.user.messages.back().icon == Icon::Information);
+    QVERIFY(b.user.messages.back().text.find("parcels: 30 features") != std::string::npos);
 
     // No layer at all is refused with a box, and the dialog stays.
     for (int i = 0; i < layers->count(); ++i) layers->item(i)->setCheckState(Qt::Unchecked);
     QVERIFY(!form.Export());
-    QVERIFY(user.messages.back().text == "Choose at least one layer to export.");
-  }
+    QCOMPARE(b.user.messages.back().text, std::string("Choose at least one layer to export."));
 
-  // The database choice: its fields are kept in the tool folder for the next time, the password
-  // typed is used once and stored nowhere, and a server that cannot be reached is told in a box.
-  void databaseChoiceKeepsTheFieldsButNeverThePassword() {
-    if (!GdalAvailable()) QSKIP("built without GDAL");
-    QTemporaryDir dir;
-    QVERIFY(QDir(dir.path()).mkpath(QStringLiteral("tool")));
-    for (const char* ext : {".def", ".COR"}) {
-      QVERIFY(QFile::copy(QStringLiteral(TESSEL_SAMPLES_DIR "/T12NR04E") + QLatin1String(ext),
-                          dir.path() + QStringLiteral("/T12NR04E") + QLatin1String(ext)));
-    }
-    RecordingUserPort user;
-    NullCanvas canvas;
-    RecordingProcessPort processes;
-    Session session(user, canvas, processes);
-    session.ToolFolder = (dir.path() + QStringLiteral("/tool")).toStdString();
-    OpenJob(session, (dir.path() + QStringLiteral("/T12NR04E.def")).toStdString(), "T12NR04E.def");
-
-    auto form = std::make_unique<GisExportForm>(session, nullptr);
-    form->show();
-    auto edit = [&form](const char* name) { return form->findChild<QLineEdit*>(QLatin1String(name)); };
-    QVERIFY(edit("txtGisFile")->isVisible());
-    QVERIFY(!edit("txtDbHost")->isVisible());
-    form->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
-    QVERIFY(!edit("txtGisFile")->isVisible());
-    QVERIFY(edit("txtDbHost")->isVisible());
+    // The database choice: its fields are kept in the tool folder for the next time, the password
+    // typed is used once and stored nowhere, and a server that cannot be reached is told in a box.
+    auto database = std::make_unique<GisExportForm>(b.session, nullptr);
+    database->show();
+    auto edit = [&database](const char* name) { return database->findChild<QLineEdit*>(QLatin1String(name)); };
+    QVERIFY(edit("txtGisFile")->isVisible() && !edit("txtDbHost")->isVisible());
+    database->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
+    QVERIFY(!edit("txtGisFile")->isVisible() && edit("txtDbHost")->isVisible());
     QCOMPARE(edit("txtDbPassword")->echoMode(), QLineEdit::Password);
 
     edit("txtDbHost")->setText(dir.path() + QStringLiteral("/no-server"));
-    edit("txtDbPort")->setText(QStringLiteral("5999"));
-    edit("txtDbName")->setText(QStringLiteral("county"));
-    edit("txtDbUser")->setText(QStringLiteral("clerk"));
-    edit("txtDbSchema")->setText(QStringLiteral("plss"));
-    edit("txtDbPassword")->setText(QStringLiteral("s3cret"));
-    form->findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
-    QVERIFY(form->result() != int(QDialog::Accepted));
-    QVERIFY(user.messages.back().icon == Icon::Exclamation);
-    const QString told = QString::fromStdString(user.messages.back().text);
+    const std::pair<const char*, const char*> fields[] = {{"txtDbPort", "5999"}, {"txtDbName", "county"},
+                                                          {"txtDbUser", "clerk"}, {"txtDbSchema", "plss"},
+                                                          {"txtDbPassword", "s3cret"}};
+    for (const auto& [name, text] : fields) edit(name)->setText(QString::fromLatin1(text));
+    database->findChild<QPushButton*>(QStringLiteral("cmdGisExport"))->click();
+    QVERIFY(database->result() != int(QDialog::Accepted) && b.user.messages.back().icon == Icon::Exclamation);
+    const QString told = QString::fromStdString(b.user.messages.back().text);
     QVERIFY2(told.contains(QStringLiteral("the server cannot be reached")), qPrintable(told));
     QVERIFY2(!told.contains(QStringLiteral("s3cret")), qPrintable(told));
 
-    QFile kept(dir.path() + QStringLiteral("/tool/tessel-db.conn"));
-    QVERIFY(kept.open(QIODevice::ReadOnly));
-    const QByteArray bytes = kept.readAll();
-    QVERIFY(bytes.contains("dbname=county\r\nuser=clerk\r\nschema=plss"));
-    QVERIFY(!bytes.contains("s3cret"));
+    const QByteArray bytes = Bytes(dir.filePath(QStringLiteral("tool/tessel-db.conn")));
+    QVERIFY(bytes.contains("dbname=county\r\nuser=clerk\r\nschema=plss") && !bytes.contains("s3cret"));
 
-    form = std::make_unique<GisExportForm>(session, nullptr);
+    database = std::make_unique<GisExportForm>(b.session, nullptr);
     QCOMPARE(edit("txtDbHost")->text(), dir.path() + QStringLiteral("/no-server"));
     QCOMPARE(edit("txtDbSchema")->text(), QStringLiteral("plss"));
     QVERIFY(edit("txtDbPassword")->text().isEmpty());
 
     // Without a database or a service there is nothing to connect to.
-    form->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
+    database->findChild<QRadioButton*>(QStringLiteral("optGisDatabase"))->click();
     edit("txtDbName")->clear();
-    QVERIFY(!form->Export());
-    QCOMPARE(user.messages.back().text, std::string("Give the database, or a service that names it."));
+    QVERIFY(!database->Export());
+    QCOMPARE(b.user.messages.back().text, std::string("Give the database, or a service that names it."));
   }
 
   // The link layer is offered, and ticked, only when the job has a link file to read it from.
   void linkLayerFollowsTheJobsLinkFile() {
     QTemporaryDir dir;
-    RecordingUserPort user;
-    NullCanvas canvas;
-    RecordingProcessPort processes;
-    Session session(user, canvas, processes);
-    for (const char* ext : {".def", ".COR"}) {
-      QVERIFY(QFile::copy(QStringLiteral(TESSEL_SAMPLES_DIR "/T12NR04E") + QLatin1String(ext),
-                          dir.path() + QStringLiteral("/T12NR04E") + QLatin1String(ext)));
-    }
-    OpenJob(session, (dir.path() + QStringLiteral("/T12NR04E.def")).toStdString(), "T12NR04E.def");
-    const auto linkItem = [&session] {
-      auto form = std::make_unique<GisExportForm>(session, nullptr);
-      QListWidgetItem* item = form->findChild<QListWidget*>(QStringLiteral("lstGisLayers"))->item(7);
-      return std::make_pair(item->text(), std::make_pair(item->flags() & Qt::ItemIsEnabled, item->checkState()));
+    Bench b;
+    QVERIFY(CopySampleJob(dir.path()));
+    OpenJob(b.session, dir.filePath(QStringLiteral("T12NR04E.def")).toStdString(), "T12NR04E.def");
+    // The last layer of the list: its name, whether it is offered, whether it is ticked.
+    const auto linkItem = [&b] {
+      GisExportForm form(b.session, nullptr);
+      QListWidgetItem* item = form.findChild<QListWidget*>(QStringLiteral("lstGisLayers"))->item(7);
+      return item->text() + ((item->flags() & Qt::ItemIsEnabled) ? " offered" : " not offered") +
+             (item->checkState() == Qt::Checked ? " ticked" : item->checkState() == Qt::Unchecked ? " unticked" : " part");
     };
-    auto [name, state] = linkItem();
-    QCOMPARE(name, QStringLiteral("cama_links"));
-    QVERIFY(!state.first);
-    QCOMPARE(state.second, Qt::Unchecked);
-
-    QVERIFY(QFile::copy(QStringLiteral(TESSEL_GOLDEN_DIR "/T12NR04E.mtc"), dir.path() + QStringLiteral("/T12NR04E.mtc")));
-    state = linkItem().second;
-    QVERIFY(state.first);
-    QCOMPARE(state.second, Qt::Checked);
+    QCOMPARE(linkItem(), QStringLiteral("cama_links not offered unticked"));
+    QVERIFY(QFile::copy(QStringLiteral(TESSEL_GOLDEN_DIR "/T12NR04E.mtc"), dir.filePath(QStringLiteral("T12NR04E.mtc"))));
+    QCOMPARE(linkItem(), QStringLiteral("cama_links offered ticked"));
   }
 };
 

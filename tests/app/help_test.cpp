@@ -3,58 +3,33 @@
 // too), the manual's links and pictures resolve inside the program, F1 opens the section of the
 // form in use (modal dialogs included), the search, Help > Contents and Help > About.
 
-#include <QAbstractTextDocumentLayout>
-#include <QAction>
-#include <QApplication>
-#include <QDir>
-#include <QDirIterator>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QRegularExpression>
-#include <QScrollBar>
-#include <QTemporaryDir>
-#include <QTextBlock>
-#include <QTimer>
-#include <QTreeWidget>
-#include <QtTest>
 #include <set>
 
-#include "app/view_window.h"
 #include "help/ui/help_forms.h"
 #include "help/ui/help_window.h"
 #include "job/ui/config_dialog.h"
+#include "form_test_support.h"
 
 namespace tessel {
 namespace {
 
 // Every object name of a form in the sources of the form libraries and the desktop: the
-// QString literals that begin with "frm" in src/**/ui/ and src/app/.
+// QString literals that begin with "frm" in src/**/ui/ and src/app/. A form's name may also be a
+// constant of its subsystem's headless code, in any header, which the form takes.
 std::set<QString> FormNamesInSources() {
   std::set<QString> names;
   const QRegularExpression literal(
       QStringLiteral(R"((?:QStringLiteral|QString::fromLatin1|QLatin1String|QString)\(\s*"(frm[A-Za-z0-9_]+)\"\s*\))"));
+  const QRegularExpression constant(QStringLiteral(R"re(constexpr const char\*\s+k\w*Form\w*\s*=\s*"(frm[A-Za-z0-9_]+)")re"));
   QDirIterator it(QStringLiteral(TESSEL_SOURCE_DIR "/src"), {QStringLiteral("*.cpp"), QStringLiteral("*.h")},
                   QDir::Files, QDirIterator::Subdirectories);
   while (it.hasNext()) {
     const QString path = it.next();
-    if (!path.contains(QStringLiteral("/ui/")) && !path.contains(QStringLiteral("/src/app/"))) continue;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) continue;
-    const QString text = QString::fromUtf8(file.readAll());
-    for (auto match = literal.globalMatch(text); match.hasNext();) names.insert(match.next().captured(1));
-  }
-  // A form's name may be a constant of its subsystem's headless code, which the form takes.
-  const QRegularExpression constant(QStringLiteral(R"re(constexpr const char\*\s+k\w*Form\w*\s*=\s*"(frm[A-Za-z0-9_]+)")re"));
-  QDirIterator headers(QStringLiteral(TESSEL_SOURCE_DIR "/src"), {QStringLiteral("*.h")}, QDir::Files,
-                       QDirIterator::Subdirectories);
-  while (headers.hasNext()) {
-    QFile file(headers.next());
-    if (!file.open(QIODevice::ReadOnly)) continue;
-    const QString text = QString::fromUtf8(file.readAll());
+    const QString text = QString::fromUtf8(Bytes(path));
+    if (path.contains(QStringLiteral("/ui/")) || path.contains(QStringLiteral("/src/app/"))) {
+      for (auto match = literal.globalMatch(text); match.hasNext();) names.insert(match.next().captured(1));
+    }
+    if (!path.endsWith(QStringLiteral(".h"))) continue;
     for (auto match = constant.globalMatch(text); match.hasNext();) names.insert(match.next().captured(1));
   }
   return names;
@@ -75,11 +50,10 @@ std::set<QString> FormNamesRunning() {
 
 }  // namespace
 
-class HelpTest : public QObject {
+class HelpTest : public QObject, WindowBench {
   Q_OBJECT
 
  private:
-  ViewWindow& W() { return *window_; }
   HelpController& Controller() { return *W().findChild<HelpController*>(QStringLiteral("HelpController")); }
   HelpWindow& Help() {
     HelpWindow* help = Controller().window();
@@ -109,24 +83,14 @@ class HelpTest : public QObject {
     QVERIFY2(HeadingOnTop(Fragment()), qPrintable(form));
   }
 
-  std::unique_ptr<QTemporaryDir> tools_;
-  std::unique_ptr<ViewWindow> window_;
-
  private slots:
   void init() {
-    tools_ = std::make_unique<QTemporaryDir>();
-    window_ = std::make_unique<ViewWindow>(tools_->path());
-    window_->resize(1000, 750);
-    window_->show();
-    window_->Load();
+    MakeFolders(false);
+    StartWindow();
   }
+  void cleanup() { StopWindow(); }
 
-  void cleanup() {
-    window_.reset();
-    tools_.reset();
-  }
-
-  void everyFormHasAManualSection() {
+  void everyFormHasAManualSectionAndItsLinksResolve() {
     const std::set<QString> scanned = FormNamesInSources();
     const std::set<QString> running = FormNamesRunning();
     // The scan sees the forms of every library, and every form standing in the window.
@@ -148,10 +112,8 @@ class HelpTest : public QObject {
     QVERIFY2(missing.isEmpty(), qPrintable(QStringLiteral("no manual section names ") + missing.join(QStringLiteral(", "))));
     const std::vector<std::string> twice = NamesInSeveralHeadings(manual);
     QVERIFY2(twice.empty(), twice.empty() ? "" : twice.front().c_str());
-  }
 
-  void manualLinksAndPicturesResolve() {
-    const std::vector<ManualPage> manual = LoadManual();
+    // The manual's links and pictures resolve inside the program.
     QVERIFY(manual.size() >= 10);
     QCOMPARE(QString::fromStdString(manual.front().file), QStringLiteral("index.md"));
     const std::vector<std::string> broken = BrokenReferences(manual, [](const std::string& file) {
@@ -161,21 +123,16 @@ class HelpTest : public QObject {
     for (const auto& b : broken) shown << QString::fromStdString(b);
     QVERIFY2(broken.empty(), qPrintable(shown.join(QStringLiteral("\n"))));
     // The program carries the manual's folder as it stands.
-    for (const QString& pattern : {QStringLiteral("*.md"), QStringLiteral("images/*.png")}) {
-      const QString folder = pattern.contains('/') ? QStringLiteral("/images") : QString();
-      const QString glob = pattern.section('/', -1);
-      const QStringList onDisk = QDir(QStringLiteral(TESSEL_SOURCE_DIR "/docs/manual") + folder).entryList({glob}, QDir::Files);
-      const QStringList carried = QDir(QStringLiteral(":/manual") + folder).entryList({glob}, QDir::Files);
-      QCOMPARE(carried, onDisk);
+    for (const auto& [folder, glob] : {std::pair{"", "*.md"}, std::pair{"/images", "*.png"}}) {
+      QCOMPARE(QDir(QStringLiteral(":/manual") + folder).entryList({glob}, QDir::Files),
+               QDir(QStringLiteral(TESSEL_SOURCE_DIR "/docs/manual") + folder).entryList({glob}, QDir::Files));
     }
   }
 
   void contentsLinksBackAndPictures() {
-    QAction* contents = W().findChild<QAction*>(QStringLiteral("mnuHelpContents"));
-    QVERIFY(contents);
     // Help ends the menu bar.
     QCOMPARE(W().menuBar()->actions().last()->menu()->objectName(), QStringLiteral("mnuHelp"));
-    contents->trigger();
+    Action("mnuHelpContents")->trigger();
     QVERIFY(Help().isVisible());
     QCOMPARE(Page(), QStringLiteral("index.md"));
     QCOMPARE(Help().findChild<QTreeWidget*>(QStringLiteral("tvwContents"))->topLevelItemCount(),
@@ -202,8 +159,7 @@ class HelpTest : public QObject {
     const QVariant picture =
         b.loadResource(QTextDocument::ImageResource, QUrl(QStringLiteral("qrc:/manual/images/main-window.png")));
     QCOMPARE(picture.userType(), int(QMetaType::QImage));
-    QVERIFY(!picture.value<QImage>().isNull());
-    QVERIFY(picture.value<QImage>().width() <= 760);
+    QVERIFY(!picture.value<QImage>().isNull() && picture.value<QImage>().width() <= 760);
 
     // A section chosen in the contents opens at its heading.
     QTreeWidget* tree = Help().findChild<QTreeWidget*>(QStringLiteral("tvwContents"));
@@ -264,7 +220,7 @@ class HelpTest : public QObject {
       static_cast<QDialog*>(modal)->reject();
     });
     // A dialog that needs no job: the saved views' dialog lives with an open job.
-    W().findChild<QAction*>(QStringLiteral("mnuFileConfig"))->trigger();
+    Action("mnuFileConfig")->trigger();
     QVERIFY(checked);
     // The dialog took its help window with it; F1 then opens a new one over the main window.
     QVERIFY(!Controller().window());
@@ -274,7 +230,7 @@ class HelpTest : public QObject {
   }
 
   void searchFindsEveryWordAcrossPages() {
-    W().findChild<QAction*>(QStringLiteral("mnuHelpSearch"))->trigger();
+    Action("mnuHelpSearch")->trigger();
     QLineEdit* field = Help().findChild<QLineEdit*>(QStringLiteral("txtSearch"));
     QListWidget* results = Help().findChild<QListWidget*>(QStringLiteral("lstResults"));
     QTest::keyClicks(field, QStringLiteral("SPLITPLAN"));
@@ -311,7 +267,7 @@ class HelpTest : public QObject {
       }
       static_cast<QDialog*>(modal)->accept();
     });
-    W().findChild<QAction*>(QStringLiteral("mnuHelpAbout"))->trigger();
+    Action("mnuHelpAbout")->trigger();
     QCOMPARE(texts.size(), 3);
     QCOMPARE(texts[0], QStringLiteral("Version " TESSEL_VERSION));
     QVERIFY(texts[1].contains(QStringLiteral(QT_VERSION_STR)));

@@ -1,50 +1,22 @@
-// The suite's tools started for real through the Qt process port: copies of the stand-in under
-// the tools' names in a tool folder whose name has a blank in it, the sample job in a folder
-// whose name has blanks and double quotes in it. Every route once: blocking, blocking for the
-// exit code (with side files), watched with its menu entries locked, spawned, spawned with its
-// end reported, and the scripted form.
-// Each stand-in notes in standin.log its name, current folder, TEMP.JOB, standard input and the
-// side files beside the job.
-// Built with TESSEL_WINE_PREFIX, the stand-in is a Windows program and every route goes through
-// Wine in that prefix; the job folder then has no double quotes, which Windows allows in no name.
-
-#include <QDir>
-#include <QFile>
-#include <QMainWindow>
-#include <QProcess>
-#include <QAction>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <QtTest>
+// The suite's tools started for real through the Qt process port, every route once: blocking,
+// blocking for the exit code (with side files), watched with its menu entries locked, spawned,
+// spawned with its end reported, and the scripted form. The stand-in, copied under the tools'
+// names into a folder with a blank, notes in standin.log its name, current folder, TEMP.JOB,
+// standard input and side files; the job's folder has blanks and double quotes. Built with
+// TESSEL_WINE_PREFIX the stand-in is a Windows program run through Wine, and the job's folder
+// has no double quotes, which Windows allows in no name.
 
 #include <algorithm>
 #include <cstdio>
-#include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
-#include "app/qt_process_port.h"
 #include "job/command_table.h"
-#include "job/load_sequence.h"
-#include "model/recording_ports.h"
-#include "model/session.h"
 #include "tools/launching.h"
 #include "tools/tool_runner.h"
 #include "form_test_support.h"
 
 namespace tessel {
 namespace {
-
-QByteArray Contents(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool WriteText(const QString& path, const QByteArray& text) {
-  QFile file(path);
-  return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
-}
 
 #ifdef TESSEL_WINE_PREFIX
 constexpr bool kThroughWine = true;
@@ -58,16 +30,6 @@ QString FolderHere(QString folder) {
     folder = folder.mid(2).replace(QLatin1Char('\\'), QLatin1Char('/'));
   }
   return folder;
-}
-
-// The start of a Windows program, and no more: its header alone.
-QByteArray WindowsHeader() {
-  QByteArray bytes(0x100, '\0');
-  bytes[0] = 'M';
-  bytes[1] = 'Z';
-  bytes[0x3C] = char(0x80);
-  bytes.replace(0x80, 4, QByteArray("PE\0\0", 4));
-  return bytes;
 }
 
 const CommandRow& Row(const char* caption) {
@@ -89,7 +51,7 @@ class LaunchTest : public QObject {
   // job folder.
   QStringList Log() const {
     QStringList out;
-    for (const QString& line : QString::fromLocal8Bit(Contents(JobFile("standin.log"))).split('\n', Qt::SkipEmptyParts)) {
+    for (const QString& line : QString::fromLocal8Bit(Bytes(JobFile("standin.log"))).split('\n', Qt::SkipEmptyParts)) {
       QStringList f = line.split('\t');
       if (f.size() != 5 || QDir(FolderHere(f[1])).canonicalPath() != QDir(jobs_).canonicalPath()) {
         return {"bad line: " + line};
@@ -102,19 +64,18 @@ class LaunchTest : public QObject {
 
   // Every launch that started went through Wine exactly when the stand-in is a Windows program:
   // its header, not its ".exe", decides.
-  bool RunnersAsBuilt() const {
-    return !session_->toolLog.entries.empty() && std::all_of(session_->toolLog.entries.begin(), session_->toolLog.entries.end(), [](const ToolLogEntry& e) {
+  bool RunnersAsBuilt() {
+    const auto& entries = S().toolLog.entries;
+    return !entries.empty() && std::all_of(entries.begin(), entries.end(), [](const ToolLogEntry& e) {
       return LaunchNotStarted(e) || e.runner.empty() != kThroughWine;
     });
   }
+  Session& S() { return run_->session; }
+  QtProcessPort& P() { return run_->processes; }
 
   std::unique_ptr<QTemporaryDir> root_;
   QString tools_, jobs_;
-  std::unique_ptr<QMainWindow> window_;
-  std::unique_ptr<QtProcessPort> processes_;
-  RecordingUserPort user_;
-  NullCanvas canvas_;
-  std::unique_ptr<Session> session_;
+  std::unique_ptr<LaunchBench> run_;
 
  private slots:
   void initTestCase() {
@@ -136,59 +97,50 @@ class LaunchTest : public QObject {
     for (const char* name : {"FITMAIN.EXE", "recpad.exe", "seedxy.exe", "exitcode.exe", "cogopad.exe"}) {
       QVERIFY(InstallStandin(tools_, QString::fromLatin1(name)));
     }
-    QVERIFY(WriteText(QDir(tools_).filePath(QStringLiteral("cogopad.hlp")), "help\r\n"));
-    QVERIFY(CopySampleJob(jobs_));
-    window_ = std::make_unique<QMainWindow>();
-    processes_ = std::make_unique<QtProcessPort>(*window_);
-    user_ = RecordingUserPort{};
-    session_ = std::make_unique<Session>(user_, canvas_, *processes_);
-    processes_->Attach(session_.get());
-    session_->ToolFolder = QDir::toNativeSeparators(tools_).toStdString();
-    OpenJob(*session_, JobFile("T12NR04E.def").toStdString(), "T12NR04E.def");
-    QCOMPARE(session_->JobName, std::string("T12NR04E"));
+    QVERIFY(WriteText(QDir(tools_).filePath(QStringLiteral("cogopad.hlp")), "help\r\n") && CopySampleJob(jobs_));
+    run_ = std::make_unique<LaunchBench>(tools_);
+    OpenJob(S(), JobFile("T12NR04E.def").toStdString(), "T12NR04E.def");
+    QCOMPARE(S().JobName, std::string("T12NR04E"));
   }
 
   void cleanup() {
-    session_.reset();
-    processes_.reset();
-    window_.reset();
+    run_.reset();
     root_.reset();
   }
 
   void leastSquaresRunsInTheJobFolderAndReloads() {
-    const PointStore& points = session_->points;
+    const PointStore& points = S().points;
     const double x = points.PointX(points.Find("100100"));
     const auto count = points.PointCount();
-    RunCommand(*session_, Row("&Least Squares Analysis (FITMAIN)"));
+    RunCommand(S(), Row("&Least Squares Analysis (FITMAIN)"));
     QCOMPARE(Log(), QStringList{"fitmain|T12NR04E||<none>"});
     QCOMPARE(points.PointCount(), count);
     QCOMPARE(points.PointX(points.Find("100100")), x + 1.0);
-    QVERIFY(user_.messages.empty());
-    QVERIFY(RunnersAsBuilt());
+    QVERIFY(run_->user.messages.empty() && RunnersAsBuilt());
   }
 
   void scriptedRunsFeedTheirAnswerFileAndGiveTheExitCode() {
     QVERIFY(WriteText(JobFile("T12NR04E.002"), "scratch\r\n"));
-    RunRecpadScript(*session_);
+    RunRecpadScript(S());
     QCOMPARE(Log(), QStringList{"recpad|T12NR04E|" + QStringLiteral("\\r\\n").repeated(6) + "|<none>"});
     for (const char* name : {"temp.bat", "t1$.001", "T12NR04E.002"}) QVERIFY2(!QFile::exists(JobFile(name)), name);
 
-    const std::string& folder = session_->JobFolder;
-    QCOMPARE(processes_->RunCode(ToolLaunch(*session_, "exitcode"), folder, ShowMode::Hidden), 3);
+    const std::string& folder = S().JobFolder;
+    QCOMPARE(P().RunCode(ToolLaunch(S(), "exitcode"), folder, ShowMode::Hidden), 3);
     QVERIFY(WriteText(JobFile("answers.001"), "Y\r\n"));
-    const std::string script = ScriptCommand(*session_, "exitcode.exe", "answers.001");
+    const std::string script = ScriptCommand(S(), "exitcode.exe", "answers.001");
     QVERIFY(WriteText(JobFile("go.bat"), QByteArray::fromStdString(script) + "\r\nexit\r\n"));
-    QCOMPARE(processes_->RunCode({"go.bat", {}}, folder, ShowMode::Hidden), 3);
+    QCOMPARE(P().RunCode({"go.bat", {}}, folder, ShowMode::Hidden), 3);
     // A missing tool or batch file, or a batch file that asks for something else, runs nothing.
     QVERIFY(WriteText(JobFile("other.bat"), "echo hello\r\nexit\r\n"));
     for (const std::string& command : {std::string("none.bat"), std::string("other.bat"),
-                                       ToolCommandLine(*session_, "descget")}) {
-      QVERIFY2(processes_->RunCode({command, {}}, folder, ShowMode::Hidden) == -1, command.c_str());
+                                       ToolCommandLine(S(), "descget")}) {
+      QVERIFY2(P().RunCode({command, {}}, folder, ShowMode::Hidden) == -1, command.c_str());
     }
     QCOMPARE(Log().size(), 3);
     QCOMPARE(Log().back(), QStringLiteral("exitcode|T12NR04E|Y\\r\\n|<none>"));
 
-    RunCommand(*session_, Row("&Generate Approx. Coords (SEEDXY)"));  // spawned, not waited for
+    RunCommand(S(), Row("&Generate Approx. Coords (SEEDXY)"));  // spawned, not waited for
     QTRY_COMPARE_WITH_TIMEOUT(Log().size(), 4, 10000);
     QCOMPARE(Log().back(), QStringLiteral("seedxy|T12NR04E||<none>"));
     QVERIFY(RunnersAsBuilt());
@@ -200,29 +152,29 @@ class LaunchTest : public QObject {
     const CommandRow& recpad = Row("Input / Edit &Record data (RECPAD)");
     std::vector<QAction*> entries;
     for (const std::string& name : LockedEntries(recpad)) {
-      entries.push_back(new QAction(window_.get()));
+      entries.push_back(new QAction(&run_->window));
       entries.back()->setObjectName(QString::fromStdString(name));
     }
     QVERIFY(!entries.empty());
     std::optional<bool> lockedMeanwhile;
-    QTimer::singleShot(0, window_.get(), [&] {
+    QTimer::singleShot(0, &run_->window, [&] {
       lockedMeanwhile = std::none_of(entries.begin(), entries.end(), [](QAction* a) { return a->isEnabled(); });
     });
-    RunCommand(*session_, recpad);
+    RunCommand(S(), recpad);
     QCOMPARE(lockedMeanwhile, std::optional<bool>(true));
     QVERIFY(std::all_of(entries.begin(), entries.end(), [](QAction* a) { return a->isEnabled(); }));
     QCOMPARE(Log(), QStringList{"recpad|T12NR04E||<none>"});
     QVERIFY(QFile::exists(JobFile("T12NR04E.sd")));  // rebuilt by the editor
 
     // ToolRunCode in a normal window, with its side file copied beside the job for the run only.
-    RunCommand(*session_, Row("&Coordinate Geometry (COGOPAD)"));
+    RunCommand(S(), Row("&Coordinate Geometry (COGOPAD)"));
     QCOMPARE(Log().back(), QStringLiteral("cogopad|T12NR04E||cogopad.hlp"));
     QVERIFY(!QFile::exists(JobFile("cogopad.hlp")));
     QVERIFY(QFile::exists(QDir(tools_).filePath(QStringLiteral("cogopad.hlp"))));
 
     // A start whose end is told later, with the tool's exit code.
     std::optional<SpawnEnd> end;
-    QVERIFY(processes_->SpawnReported(ToolLaunch(*session_, "exitcode"), session_->JobFolder, ShowMode::Hidden,
+    QVERIFY(P().SpawnReported(ToolLaunch(S(), "exitcode"), S().JobFolder, ShowMode::Hidden,
                                       [&end](const SpawnEnd& e) { end = e; }));
     QTRY_VERIFY_WITH_TIMEOUT(end.has_value(), 10000);
     QVERIFY(end->started && !end->crashed);
@@ -240,15 +192,16 @@ class LaunchTest : public QObject {
     const QByteArray path = qgetenv("PATH");
     QTemporaryDir empty;
     qputenv("PATH", QFile::encodeName(empty.path()));
-    RunCommand(*session_, Row("Join Township Files (TWPJOIN)"));
-    processes_->Run(ToolLaunch(*session_, "twprel"), session_->JobFolder);
+    RunCommand(S(), Row("Join Township Files (TWPJOIN)"));
+    P().Run(ToolLaunch(S(), "twprel"), S().JobFolder);
     // Another runner named in the settings, missing too.
-    session_->toolRunner = QDir(tools_).filePath(QStringLiteral("no wine")).toStdString();
-    QCOMPARE(processes_->RunCode(ToolLaunch(*session_, "twprel"), session_->JobFolder, ShowMode::Hidden), -1);
+    const QString runner = QDir(tools_).filePath(QStringLiteral("no wine"));
+    S().toolRunner = runner.toStdString();
+    QCOMPARE(P().RunCode(ToolLaunch(S(), "twprel"), S().JobFolder, ShowMode::Hidden), -1);
     qputenv("PATH", path);
 
     QVERIFY(!QFile::exists(JobFile("standin.log")));
-    const auto& entries = session_->toolLog.entries;
+    const auto& entries = S().toolLog.entries;
     QCOMPARE(entries.size(), std::size_t(3));
     QStringList notices;
     ToolLog fresh;
@@ -256,13 +209,10 @@ class LaunchTest : public QObject {
       QCOMPARE(e.outcome, LaunchOutcome::NoRunner);
       notices << QString::fromStdString(fresh.NoticeFor(e));
     }
+    const QString said = "TWPREL.EXE is a Windows program; its runner " + runner + " (Configuration Options) was not found";
     const QString log = QStringLiteral(". The Tool Log (View > Tool Log) lists every start of this session.");
-    QCOMPARE(notices, QStringList({"twpjoin.exe is a Windows program; install Wine to run it" + log, QString(),
-                                   "TWPREL.EXE is a Windows program; its runner " + QDir(tools_).filePath("no wine") +
-                                       " (Configuration Options) was not found" + log}));
-    QCOMPARE(QString::fromStdString(user_.statusNow[4]), QStringLiteral("TWPREL.EXE is a Windows program; its runner ") +
-                                                          QDir(tools_).filePath("no wine") +
-                                                          " (Configuration Options) was not found");
+    QCOMPARE(notices, QStringList({"twpjoin.exe is a Windows program; install Wine to run it" + log, QString(), said + log}));
+    QCOMPARE(QString::fromStdString(run_->user.statusNow[4]), said);
   }
 };
 

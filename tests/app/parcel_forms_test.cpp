@@ -2,45 +2,17 @@
 // name: parcel properties, Save, quick edit, the multi-attribute tool with its id selection, the
 // raw polygon tags, the locator and banding.
 
-#include <QAction>
-#include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QDir>
-#include <QFile>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QCheckBox>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#include "app/view_window.h"
-#include "job/load_sequence.h"
 #include "model/config.h"
 #include "parcels/raw_polygons.h"
 #include "form_test_support.h"
 
 namespace tessel {
 
-class ParcelFormsTest : public QObject {
+class ParcelFormsTest : public QObject, WindowBench {
   Q_OBJECT
 
  private:
-  ViewWindow& W() { return *window_; }
-  Session& S() { return W().session(); }
-  QAction* Action(const char* name) { return W().findChild<QAction*>(QString::fromLatin1(name)); }
-  template <typename T = QWidget>
-  T* Find(const char* form, const char* name) {
-    QWidget* f = W().findChild<QWidget*>(QString::fromLatin1(form));
-    return f ? f->findChild<T*>(QString::fromLatin1(name)) : nullptr;
-  }
-  QByteArray Iid() {
-    QFile f(jobs_->filePath(QStringLiteral("T12NR04E.IID")));
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-  }
+  QByteArray Iid() { return Bytes(JobFile(QStringLiteral("T12NR04E.IID"))); }
   // Picks parcels as the parcel tool does.
   void Select(std::initializer_list<int> parcels) {
     for (int p : parcels) {
@@ -50,60 +22,36 @@ class ParcelFormsTest : public QObject {
     }
   }
 
-  std::unique_ptr<QTemporaryDir> tools_, jobs_;
-  std::unique_ptr<ViewWindow> window_;
-
  private slots:
   void init() {
-    tools_ = std::make_unique<QTemporaryDir>();
-    jobs_ = std::make_unique<QTemporaryDir>();
-    QVERIFY(CopySampleJob(jobs_->path()));
-    for (const QString& name : QDir(jobs_->path()).entryList(QDir::Files)) {
-      QFile::setPermissions(jobs_->filePath(name), QFile::ReadOwner | QFile::WriteOwner);
+    MakeFolders(true);
+    for (const QString& name : QDir(jobs_).entryList(QDir::Files)) {
+      QFile::setPermissions(JobFile(name), QFile::ReadOwner | QFile::WriteOwner);
     }
-    window_ = std::make_unique<ViewWindow>(tools_->path());
-    window_->resize(1000, 750);
-    window_->show();
-    window_->Load();
-    OpenJob(S(), jobs_->filePath(QStringLiteral("T12NR04E.def")).toStdString(), "T12NR04E.def");
+    StartWindow();
+    Open();
     QCOMPARE(S().parcels.ParcelCount, 30);
   }
-
-  void cleanup() {
-    window_.reset();
-    jobs_.reset();
-    tools_.reset();
-  }
-
-  void menusCarryTheParcelEntries() {
-    for (const char* name : {"mnuFileSave", "mnuOptionsNonAliquot", "mnuBandEW", "mnuBandNS", "mnuBandingEWSection",
-                             "mnuBandingNSSection", "mnuPopupParcelProperties", "mnuPopupParcelQuickEdit",
-                             "mnuPopupParcelCopy", "mnuPopupParcelPaste", "mnuPopupParcelMultiple"}) {
-      QVERIFY2(Action(name), name);
-    }
-    QVERIFY(W().findChild<QMenu*>(QStringLiteral("mnuBand")));
-    QCOMPARE(Action("mnuBandingEWSection")->shortcut(), QKeySequence(Qt::SHIFT | Qt::Key_E));
-    QCOMPARE(Action("mnuBandingNSSection")->shortcut(), QKeySequence(Qt::SHIFT | Qt::Key_N));
-  }
+  void cleanup() { StopWindow(); }
 
   void propertiesApplyAndOkWriteTheFile() {
     Select({1});
     Action("mnuPopupParcelProperties")->trigger();
-    auto* form = W().findChild<QWidget*>(QStringLiteral("frmAttributes"));
+    auto* form = Form("frmAttributes");
     QVERIFY(form->isVisible());
     QCOMPARE(form->windowTitle(), QStringLiteral("Parcel Properties"));
-    QCOMPARE(Find<QLineEdit>("frmAttributes", "txtSection")->text(), QStringLiteral("001"));
-    QVERIFY(Find<QRadioButton>("frmAttributes", "optLocationA")->isChecked());
-    QCOMPARE(Find<QComboBox>("frmAttributes", "cboSurveyType")->currentText(), QStringLiteral("L - Lot, Numbered"));
-    QCOMPARE(Find<QLineEdit>("frmAttributes", "txtAcreage")->text(), QStringLiteral("39.510"));
+    QCOMPARE(In<QLineEdit>("frmAttributes", "txtSection")->text(), QStringLiteral("001"));
+    QVERIFY(In<QRadioButton>("frmAttributes", "optLocationA")->isChecked());
+    QCOMPARE(In<QComboBox>("frmAttributes", "cboSurveyType")->currentText(), QStringLiteral("L - Lot, Numbered"));
+    QCOMPARE(In<QLineEdit>("frmAttributes", "txtAcreage")->text(), QStringLiteral("39.510"));
     // The live echo of a location button into the working line.
-    Find<QRadioButton>("frmAttributes", "optLocationB")->click();
-    QCOMPARE(Find<QComboBox>("frmAttributes", "cboParcel")->currentText().left(10), QStringLiteral("Sec_001 B "));
-    Find<QLineEdit>("frmAttributes", "txtAcreage")->setText(QStringLiteral("40"));
-    Find<QPushButton>("frmAttributes", "cmdApply")->click();
+    In<QRadioButton>("frmAttributes", "optLocationB")->click();
+    QCOMPARE(In<QComboBox>("frmAttributes", "cboParcel")->currentText().left(10), QStringLiteral("Sec_001 B "));
+    In<QLineEdit>("frmAttributes", "txtAcreage")->setText(QStringLiteral("40"));
+    Press("frmAttributes", "cmdApply");
     QCOMPARE(QString::fromStdString(S().parcels.ParcelLine.get(1)),
              QStringLiteral("Sec_001 B T_L 1              40.000T12NR04E-01-00001"));
-    Find<QPushButton>("frmAttributes", "cmdOK")->click();
+    Press("frmAttributes", "cmdOK");
     QVERIFY(!form->isVisible());
     const QByteArray iid = Iid();
     QVERIFY(iid.startsWith("  * * * This file has been edited by Tessel  * * *  \r\n"));
@@ -111,15 +59,14 @@ class ParcelFormsTest : public QObject {
                          "Sec_001 B T_L 1              40.000T12NR04E-01-00001\r\n"));
     QCOMPARE(S().ToolMode, ToolMode::PickParcels);
     QCOMPARE(S().parcels.ParcelDirty, 0);
-    QFile places(tools_->filePath(QStringLiteral("ts$002.cfg")));
-    QVERIFY(places.open(QIODevice::ReadOnly) && places.readAll().contains("frmAttributes,"));
+    QVERIFY(Bytes(ToolFile(QStringLiteral("ts$002.cfg"))).contains("frmAttributes,"));
   }
 
   void deleteThenFileSaveLeavesTheNoteAndABlankLine() {
     Select({2});
     Action("mnuPopupParcelProperties")->trigger();
-    Find<QPushButton>("frmAttributes", "cmdDelete")->click();
-    W().findChild<QWidget*>(QStringLiteral("frmAttributes"))->close();
+    Press("frmAttributes", "cmdDelete");
+    Form("frmAttributes")->close();
     QCOMPARE(S().parcels.ParcelDirty, -1);
     Action("mnuFileSave")->trigger();
     QVERIFY(Iid().contains("Tessel Edited: (Deleted)Sec_001 B T_L 2              39.341 T12NR04E-01-00002\r\n\r\n"));
@@ -131,38 +78,37 @@ class ParcelFormsTest : public QObject {
     Action("mnuPopupParcelQuickEdit")->trigger();
     auto* form = W().findChild<QDialog*>(QStringLiteral("frmQuickEdit"));
     QVERIFY(form->isVisible());
-    Find<QCheckBox>("frmQuickEdit", "chkNumber")->setChecked(true);
-    Find<QLineEdit>("frmQuickEdit", "txtNumber")->setText(QStringLiteral("77"));
-    Find<QPushButton>("frmQuickEdit", "cmdOK")->click();
-    QVERIFY(!form->isVisible());
-    QVERIFY(Iid().contains("Sec_001 C T_L 77             39.130 T12NR04E-01-00003\r\n"));
+    In<QCheckBox>("frmQuickEdit", "chkNumber")->setChecked(true);
+    In<QLineEdit>("frmQuickEdit", "txtNumber")->setText(QStringLiteral("77"));
+    Press("frmQuickEdit", "cmdOK");
+    QVERIFY(!form->isVisible() && Iid().contains("Sec_001 C T_L 77             39.130 T12NR04E-01-00003\r\n"));
     QVERIFY(Iid().contains("Sec_001 D T_L 77             38.941 T12NR04E-01-00004\r\n"));
     // The pick list: sorted, then without duplicates.
     Select({1});
     Action("mnuPopupParcelQuickEdit")->trigger();
-    Find<QPushButton>("frmQuickEdit", "cmdList")->click();
-    auto* list = Find<QListWidget>("frmQuickEditList", "lstAttributes");
+    Press("frmQuickEdit", "cmdList");
+    auto* list = In<QListWidget>("frmQuickEditList", "lstAttributes");
     const int before = list->count();
-    Find<QPushButton>("frmQuickEditList", "cmdRemoveDuplicates")->click();
+    Press("frmQuickEditList", "cmdRemoveDuplicates");
     QVERIFY(list->count() < before);
     list->setCurrentRow(0);
-    Find<QPushButton>("frmQuickEditList", "cmdTake")->click();
-    QVERIFY(Find<QCheckBox>("frmQuickEdit", "chkType")->isChecked());
-    Find<QPushButton>("frmQuickEdit", "cmdCancel")->click();
+    Press("frmQuickEditList", "cmdTake");
+    QVERIFY(In<QCheckBox>("frmQuickEdit", "chkType")->isChecked());
+    Press("frmQuickEdit", "cmdCancel");
   }
 
   void multipleAttributesReplaceAParcelWithChosenRecords() {
     Select({1});
     Action("mnuPopupParcelMultiple")->trigger();
-    auto* form = W().findChild<QWidget*>(QStringLiteral("frmSelectParcelID"));
+    auto* form = Form("frmSelectParcelID");
     QVERIFY(form->isVisible());
     QCOMPARE(S().ToolMode, ToolMode::Locked);
-    auto* records = Find<QListWidget>("frmSelectParcelID", "lstRecords");
+    auto* records = In<QListWidget>("frmSelectParcelID", "lstRecords");
     QCOMPARE(records->count(), 5);  // the .lld records of section 1
-    QVERIFY(QFile::exists(jobs_->filePath(QStringLiteral("ts$0001.001"))));
+    QVERIFY(QFile::exists(JobFile(QStringLiteral("ts$0001.001"))));
     emit records->itemDoubleClicked(records->item(4));
-    QCOMPARE(Find<QListWidget>("frmSelectParcelID", "lstChosen")->count(), 1);
-    Find<QPushButton>("frmSelectParcelID", "cmdOK")->click();
+    QCOMPARE(In<QListWidget>("frmSelectParcelID", "lstChosen")->count(), 1);
+    Press("frmSelectParcelID", "cmdOK");
     QVERIFY(!form->isVisible());
     QVERIFY(Iid().contains("(OBSOLETE)Sec_001 A T_L 1              39.510 T12NR04E-01-00001\r\n"
                            "Sec_001 K T_M 4521 A    A    12.250 T12NR04E-01-00001\r\n"));
@@ -173,9 +119,9 @@ class ParcelFormsTest : public QObject {
     Select({1});
     Action("mnuPopupParcelMultiple")->trigger();
     QCOMPARE(S().parcels.ParcelLine.get(1), std::string());
-    W().findChild<QWidget*>(QStringLiteral("frmSelectParcelID"))->close();
+    Form("frmSelectParcelID")->close();
     QCOMPARE(S().parcels.ParcelLine.get(1), std::string("Sec_001 A T_L 1              39.510 T12NR04E-01-00001"));
-    QVERIFY(!QFile::exists(jobs_->filePath(QStringLiteral("ts$0001.001"))));
+    QVERIFY(!QFile::exists(JobFile(QStringLiteral("ts$0001.001"))));
   }
 
   void rawPolygonTagsRewriteThePolygonFile() {
@@ -185,44 +131,43 @@ class ParcelFormsTest : public QObject {
     Action("mnuPopupEditCRPO")->trigger();
     auto* form = W().findChild<QDialog*>(QStringLiteral("frmEditRPO"));
     QVERIFY(form->isVisible());
-    QCOMPARE(Find<QLabel>("frmEditRPO", "lblCount")->text(), QStringLiteral("1 polygons selected"));
-    Find<QRadioButton>("frmEditRPO", "optOutside")->setChecked(true);
-    Find<QPushButton>("frmEditRPO", "cmdOK")->click();
-    QFile rpo(jobs_->filePath(QStringLiteral("T12NR04E.RPO")));
-    QVERIFY(rpo.open(QIODevice::ReadOnly));
-    QVERIFY(rpo.readAll().contains("  15 POLYGONS FOUND\r\n\r\nI 400360 420360 420400 400400 400360\r\nI 420360 440360 "
-                                   "440400 420400 420360\r\nO 440360"));
+    QCOMPARE(In<QLabel>("frmEditRPO", "lblCount")->text(), QStringLiteral("1 polygons selected"));
+    In<QRadioButton>("frmEditRPO", "optOutside")->setChecked(true);
+    Press("frmEditRPO", "cmdOK");
+    QVERIFY(Bytes(JobFile(QStringLiteral("T12NR04E.RPO"))).contains("  15 POLYGONS FOUND\r\n\r\nI 400360 420360 420400 400400 400360\r\nI 420360 440360 "
+                                                            "440400 420400 420360\r\nO 440360"));
     QCOMPARE(S().ToolMode, ToolMode::ZoomPan);
   }
 
-  void locatorListsAndBandingPaints() {
+  // The parcel entries in their menus, the locator's listing, and banding painted.
+  void menusLocatorAndBanding() {
+    for (const char* name : {"mnuFileSave", "mnuBandEW", "mnuBandNS", "mnuBandingNSSection", "mnuPopupParcelProperties",
+                             "mnuPopupParcelQuickEdit", "mnuPopupParcelCopy", "mnuPopupParcelPaste"}) {
+      QVERIFY2(Action(name), name);
+    }
+    QVERIFY(W().findChild<QMenu*>(QStringLiteral("mnuBand")));
+    QCOMPARE(Action("mnuBandingEWSection")->shortcut(), QKeySequence(Qt::SHIFT | Qt::Key_E));
+    QCOMPARE(Action("mnuBandingNSSection")->shortcut(), QKeySequence(Qt::SHIFT | Qt::Key_N));
+
     Action("mnuOptionsNonAliquot")->trigger();
-    QVERIFY(W().findChild<QWidget*>(QStringLiteral("frmParcelLocator"))->isVisible());
-    Find<QPushButton>("frmParcelLocator", "cmdSections")->click();
-    auto* list = Find<QListWidget>("frmParcelLocator", "lstParcels");
+    QVERIFY(Form("frmParcelLocator")->isVisible());
+    Press("frmParcelLocator", "cmdSections");
+    auto* list = In<QListWidget>("frmParcelLocator", "lstParcels");
     QCOMPARE(list->count(), 4);
     QCOMPARE(list->item(2)->text(), QStringLiteral("Sec_022"));
     emit list->itemClicked(list->item(2));
 
     Action("mnuOptionsParcel")->trigger();
     Action("mnuBandingEWSection")->trigger();
-    const ViewState& v = S().view;
-    const QWidget& c = W().canvas();
-    const double x = S().parcels.ParcelX.get(1), y = S().parcels.ParcelY.get(1);
-    const QPoint at = QPointF((x - v.ScaleLeft) / v.ScaleWidth * c.width(), (y - v.ScaleTop) / v.ScaleHeight * c.height())
-                          .toPoint();
+    const QPoint at = Pixel(S().parcels.ParcelX.get(1), S().parcels.ParcelY.get(1));
     QCOMPARE(W().canvas().Picture().pixelColor(at).rgb() & 0xFFFFFF, PaletteColour(5));
 
     // The parcels read again from a file of one section: the listing follows them.
-    QFile iid(jobs_->filePath(QStringLiteral("T12NR04E.IID")));
-    QVERIFY(iid.open(QIODevice::ReadOnly));
-    const QList<QByteArray> lines = iid.readAll().split('\n');
-    iid.close();
+    const QList<QByteArray> lines = Iid().split('\n');
     const auto first22 = std::find_if(lines.begin(), lines.end(), [](const QByteArray& l) { return l.startsWith("Sec_022"); });
     QVERIFY(first22 != lines.end() && first22 + 2 < lines.end());
-    QVERIFY(iid.open(QIODevice::WriteOnly));
-    iid.write(lines[0] + "\n" + *first22 + "\n" + *(first22 + 1) + "\n" + *(first22 + 2) + "\n");
-    iid.close();
+    QVERIFY(WriteText(JobFile(QStringLiteral("T12NR04E.IID")),
+                      lines[0] + "\n" + *first22 + "\n" + *(first22 + 1) + "\n" + *(first22 + 2) + "\n"));
     Action("mnuFileReload")->trigger();
     QCOMPARE(list->count(), 1);
     QCOMPARE(list->item(0)->text(), QStringLiteral("Sec_022"));

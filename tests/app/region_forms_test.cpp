@@ -2,116 +2,95 @@
 // its buttons, Preview and Test with the match lines on the canvas, Details in the text window,
 // and the enabled states that follow.
 
-#include <QAction>
-#include <QCheckBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPlainTextEdit>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <QtTest>
-
 #include <cstdio>
 
-#include "app/view_window.h"
-#include "message_boxes.h"
-#include "model/text_file.h"
 #include "regions/ui/region_forms.h"
 #include "form_test_support.h"
 
 namespace tessel {
+namespace {
 
-class RegionFormsTest : public QObject {
+// A .COR line: the id from column 2, x to column 31, y to column 45.
+std::string Cor(const char* id, const char* x, const char* y) {
+  std::string line = std::string(" ") + id;
+  line.resize(19, ' ');
+  const std::string xs = x, ys = y;
+  return line + std::string(12 - xs.size(), ' ') + xs + " " + std::string(13 - ys.size(), ' ') + ys;
+}
+
+}  // namespace
+
+class RegionFormsTest : public QObject, WindowBench {
   Q_OBJECT
+
+ private:
+  // The region REG in the jobs folder, its listing `how`, as its opening leaves the session;
+  // gives the folder. With `twoProjects`, T1 and T2 share station 100100, 0.22 apart.
+  std::string UseRegion(const char* how, bool twoProjects) {
+    const std::string dir = QDir(jobs_).absolutePath().toStdString() + "/";
+    if (twoProjects) {
+      WriteFileBytes(dir + "T1.COR", JoinCrLf({Cor("100100", "1000.000", "2000.000"), Cor("100200", "1000.000", "2100.000")}));
+      WriteFileBytes(dir + "T2.COR", JoinCrLf({Cor("100100", "1000.200", "2000.100"), Cor("300300", "5000.000", "2100.000")}));
+    }
+    WriteFileBytes(dir + "REG.how", how);
+    SetJob(S(), dir, "REG");
+    S().RegionJobFolder = dir;
+    S().RegionJobName = "REG";
+    W().findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
+    return dir;
+  }
+  template <typename T = QPushButton>
+  T* Region(const char* name) { return In<T>("frmRegion", name); }
 
  private slots:
   void init() {
-    tools_ = std::make_unique<QTemporaryDir>();
-    jobs_ = std::make_unique<QTemporaryDir>();
-    window_ = std::make_unique<ViewWindow>(tools_->path());
-    window_->show();
-    window_->Load();
+    MakeFolders(false);
+    StartWindow();
   }
+  void cleanup() { StopWindow(); }
 
-  void cleanup() {
-    window_.reset();
-    jobs_.reset();
-    tools_.reset();
-  }
-
-  void menuEntryOpensTheConsole() {
-    ViewWindow& w = *window_;
-    auto* menu = w.findChild<QMenu*>(QStringLiteral("mnuRegions"));
+  // The Regions menu's first entry opens the console, whose listing is edited by its buttons;
+  // Preview and Test draw the match lines, and Details shows them in the text window.
+  void theConsoleListsPreviewsAndTestsTheRegion() {
+    auto* menu = W().findChild<QMenu*>(QStringLiteral("mnuRegions"));
     QVERIFY(menu);
     QCOMPARE(menu->title(), QStringLiteral("Regio&ns"));
-    QAction* build = w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"));
-    QVERIFY(build);
-    QCOMPARE(menu->actions().first(), build);
-    build->trigger();
-    auto* form = w.findChild<QWidget*>(QStringLiteral("frmRegion"));
-    QVERIFY(form && form->isVisible());
-    QCOMPARE(form->windowTitle(), QStringLiteral("Build / Edit  Region"));
-    QCOMPARE(form->findChild<QPushButton*>(QStringLiteral("cmdMerge"))->toolTip(), QStringLiteral("Merge projects with TWPJOIN."));
-    QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->isEnabled());
-    QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->isEnabled());
-  }
-
-  void previewAndTestDrawTheMatchLines() {
-    ViewWindow& w = *window_;
-    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
-    const auto cor = [](const char* id, const char* x, const char* y) {
-      std::string line = std::string(" ") + id;
-      line.resize(19, ' ');
-      std::string xs = x, ys = y;
-      return line + std::string(12 - xs.size(), ' ') + xs + " " + std::string(13 - ys.size(), ' ') + ys;
-    };
-    WriteFileBytes(dir + "T1.COR", JoinCrLf({cor("100100", "1000.000", "2000.000"), cor("100200", "1000.000", "2100.000")}));
-    WriteFileBytes(dir + "T2.COR", JoinCrLf({cor("100100", "1000.200", "2000.100"), cor("300300", "5000.000", "2100.000")}));
-    WriteFileBytes(dir + "REG.how", "T1\r\n\r\nT2\r\n");
-    UseRegion(dir);
-    const Session& s = w.session();
-
-    w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
-    auto* form = w.findChild<QWidget*>(QStringLiteral("frmRegion"));
-    auto* list = form->findChild<QListWidget*>(QStringLiteral("lstRegion"));
+    QCOMPARE(menu->actions().first(), Action("mnuRegionBuild"));
+    const std::string dir = UseRegion("T1\r\n\r\nT2\r\n", true);
+    QVERIFY(Form("frmRegion")->isVisible());
+    QCOMPARE(Form("frmRegion")->windowTitle(), QStringLiteral("Build / Edit  Region"));
+    QCOMPARE(Region("cmdMerge")->toolTip(), QStringLiteral("Merge projects with TWPJOIN."));
+    QVERIFY(!Region("cmdTest")->isEnabled() && !Region("cmdDetails")->isEnabled());
+    auto* list = Region<QListWidget>("lstRegion");
     QCOMPARE(list->count(), 2);
-    QCOMPARE(form->findChild<QLineEdit*>(QStringLiteral("txtTolerance"))->text(), QStringLiteral("10"));
+    QCOMPARE(Region<QLineEdit>("txtTolerance")->text(), QStringLiteral("10"));
 
     // A keyword before the selected row, saved at once.
     list->setCurrentRow(1);
-    form->findChild<QPushButton*>(QStringLiteral("cmdNoRel"))->click();
+    Region("cmdNoRel")->click();
     QCOMPARE(list->item(1)->text(), QStringLiteral("NOREL"));
-    std::string how;
-    QVERIFY(ReadFileBytes(dir + "REG.how", how));
-    QCOMPARE(QString::fromStdString(how), QStringLiteral("T1\r\nNOREL\r\nT2\r\n"));
+    QCOMPARE(Bytes(QString::fromStdString(dir + "REG.how")), QByteArray("T1\r\nNOREL\r\nT2\r\n"));
 
-    form->findChild<QPushButton*>(QStringLiteral("cmdPreview"))->click();
-    QCOMPARE(s.points.PointCount(), std::int16_t(4));
-    QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblStatus1"))->text(), QStringLiteral("Total Points = 4. Total Lines = 0."));
-    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->isEnabled());
-    form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->click();
-    QCOMPARE(s.region.match.MatchPointCount, std::int16_t(2));
-    QVERIFY(form->findChild<QCheckBox*>(QStringLiteral("chkLines"))->isChecked());
-    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->isEnabled());
-    QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblStatus2"))->text(), QStringLiteral("Points matching: 2. Lines: 0"));
+    Region("cmdPreview")->click();
+    QCOMPARE(S().points.PointCount(), std::int16_t(4));
+    QCOMPARE(Region<QLabel>("lblStatus1")->text(), QStringLiteral("Total Points = 4. Total Lines = 0."));
+    QVERIFY(Region("cmdTest")->isEnabled());
+    Region("cmdTest")->click();
+    QCOMPARE(S().region.match.MatchPointCount, std::int16_t(2));
+    QVERIFY(Region<QCheckBox>("chkLines")->isChecked() && Region("cmdDetails")->isEnabled());
+    QCOMPARE(Region<QLabel>("lblStatus2")->text(), QStringLiteral("Points matching: 2. Lines: 0"));
 
-    form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->click();
-    auto* report = w.findChild<QWidget*>(QStringLiteral("frmReport"));
-    QVERIFY(report->isVisible());
-    QCOMPARE(report->windowTitle(), QStringLiteral("Matching Line Details"));
-    QVERIFY(report->findChild<QPlainTextEdit*>()->toPlainText().contains(QStringLiteral(" Matching Lines: ")));
+    Region("cmdDetails")->click();
+    QVERIFY(Form("frmReport")->isVisible());
+    QCOMPARE(Form("frmReport")->windowTitle(), QStringLiteral("Matching Line Details"));
+    QVERIFY(Form("frmReport")->findChild<QPlainTextEdit*>()->toPlainText().contains(QStringLiteral(" Matching Lines: ")));
   }
 
   // A large region is compared beside the form: the form's timers fire meanwhile, the strip at
   // its foot tells the comparing, and a cancel keeps no match and says so; the lines are drawn
   // once a test has run to its end.
   void aLargeRegionIsComparedBesideTheFormWithACancel() {
-    ViewWindow& w = *window_;
-    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
+    const std::string dir = QDir(jobs_).absolutePath().toStdString() + "/";
     for (const char* project : {"T1", "T2"}) {
       std::vector<std::string> rows;
       for (int k = 0; k < 8000; ++k) {
@@ -121,162 +100,89 @@ class RegionFormsTest : public QObject {
       }
       WriteFileBytes(dir + project + ".COR", JoinCrLf(rows));
     }
-    WriteFileBytes(dir + "REG.how", "T1\r\nT2\r\n");
-    UseRegion(dir);
-    const Session& s = w.session();
-    w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
-    auto* form = w.findChild<QWidget*>(QStringLiteral("frmRegion"));
-    form->findChild<QPushButton*>(QStringLiteral("cmdPreview"))->click();
-    QCOMPARE(s.points.PointCount(), std::int16_t(16000));
+    UseRegion("T1\r\nT2\r\n", false);
+    Region("cmdPreview")->click();
+    QCOMPARE(S().points.PointCount(), std::int16_t(16000));
     // Every point lies within the tolerance of every other.
-    form->findChild<QLineEdit*>(QStringLiteral("txtTolerance"))->setText(QStringLiteral("100000"));
+    Region<QLineEdit>("txtTolerance")->setText(QStringLiteral("100000"));
 
     for (const bool cancel : {true, false}) {
-      int ticks = 0;
       bool told = false;
-      QTimer tick;
-      tick.setInterval(5);
-      connect(&tick, &QTimer::timeout, this, [&] {
-        ++ticks;
-        auto* bar = form->findChild<QProgressBar*>(QStringLiteral("prgLongWork"));
+      const auto look = [&] {
+        QProgressBar* bar = LongWorkBar(Form("frmRegion"));
         if (told || bar == nullptr || !bar->format().startsWith(QStringLiteral("Comparing coordinates"))) return;
         told = true;
-        if (cancel) form->findChild<QPushButton*>(QStringLiteral("cmdLongWorkCancel"))->click();
-      });
-      tick.start();
-      form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->click();
-      tick.stop();
-      QVERIFY(ticks > 1);
+        if (cancel) CancelLongWork(Form("frmRegion"));
+      };
+      QVERIFY(Ticking(5, look, [this] { Region("cmdTest")->click(); }) > 1);
       QVERIFY2(told, "no progress shown");
-      QVERIFY(!form->findChild<QProgressBar*>(QStringLiteral("prgLongWork")));
-      QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdTest"))->isEnabled());
-      QVERIFY(w.menuBar()->isEnabled());
-      if (cancel) {
-        QCOMPARE(s.region.match.MatchPointCount, std::int16_t(0));
-        QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblStatus2"))->text(), QStringLiteral("Test cancelled: no match was kept."));
-        QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->isEnabled());
-        QVERIFY(!form->findChild<QCheckBox*>(QStringLiteral("chkLines"))->isChecked());
-      } else {
-        QCOMPARE(s.region.match.MatchPointCount, std::int16_t(16000));
-        QCOMPARE(form->findChild<QLabel*>(QStringLiteral("lblStatus2"))->text(), QStringLiteral("Points matching: 16000. Lines: 0"));
-        QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdDetails"))->isEnabled());
-        QVERIFY(form->findChild<QCheckBox*>(QStringLiteral("chkLines"))->isChecked());
-      }
+      QVERIFY(!LongWorkBar(Form("frmRegion")) && Region("cmdTest")->isEnabled() && W().menuBar()->isEnabled());
+      QCOMPARE(S().region.match.MatchPointCount, std::int16_t(cancel ? 0 : 16000));
+      QCOMPARE(Region<QLabel>("lblStatus2")->text(), cancel ? QStringLiteral("Test cancelled: no match was kept.")
+                                                            : QStringLiteral("Points matching: 16000. Lines: 0"));
+      QCOMPARE(Region("cmdDetails")->isEnabled(), !cancel);
+      QCOMPARE(Region<QCheckBox>("chkLines")->isChecked(), !cancel);
     }
   }
 
   // With the suite's tools missing, Merge and Adjust say in a box that nothing was run, and the
   // steps after them stay closed.
   void aMissingToolIsToldAndOpensNoStep() {
-    ViewWindow& w = *window_;
-    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
-    WriteFileBytes(dir + "REG.how", "T1\r\nT2\r\n");
-    WriteFileBytes(dir + "REG.lsa", "merged before\r\n");
-    UseRegion(dir);
+    WriteFileBytes(QDir(jobs_).absolutePath().toStdString() + "/REG.lsa", "merged before\r\n");
+    UseRegion("T1\r\nT2\r\n", false);
     MessageBoxes answered;
     const QStringList& boxes = answered.texts;
-    w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
-    auto* form = w.findChild<RegionForm*>(QStringLiteral("frmRegion"));
-    const auto button = [form](const char* name) { return form->findChild<QPushButton*>(QString::fromLatin1(name)); };
-    QVERIFY(button("cmdAdjust")->isEnabled());
-    QVERIFY(!button("cmdParse")->isEnabled());
-    button("cmdMerge")->click();
-    button("cmdAdjust")->click();
+    QVERIFY(Region("cmdAdjust")->isEnabled() && !Region("cmdParse")->isEnabled());
+    Region("cmdMerge")->click();
+    Region("cmdAdjust")->click();
     QCOMPARE(boxes.size(), 2);
-    QVERIFY2(boxes[0].contains(QStringLiteral("twpjoin")) && boxes[0].contains(QStringLiteral("Nothing was run.")), qPrintable(boxes[0]));
+    QVERIFY2(boxes[0].contains(QStringLiteral("twpjoin")) && boxes[0].contains(QStringLiteral("Nothing was run.")),
+             qPrintable(boxes[0]));
     QVERIFY2(boxes[1].contains(QStringLiteral("fitmain.exe: not found in ToolFolder")), qPrintable(boxes[1]));
-    QVERIFY(button("cmdAdjust")->isEnabled());
-    QVERIFY(!button("cmdParse")->isEnabled());
-    QVERIFY(!button("cmdUpdate")->isEnabled());
+    QVERIFY(Region("cmdAdjust")->isEnabled() && !Region("cmdParse")->isEnabled() && !Region("cmdUpdate")->isEnabled());
   }
 
   // Merge, Adjust, Parse and Reliabilities with the stand-in suite, through the real launches.
   void workflowRunsTheSuiteAndRestoresTheRegion() {
-    ViewWindow& w = *window_;
-    const QString tools = tools_->path();
     for (const char* name : {"twpjoin", "fitmain", "twpsplit", "twprel"}) {
-      QVERIFY(InstallStandin(tools, QString::fromLatin1(name) + QStringLiteral(".exe")));
+      QVERIFY(InstallStandin(tools_, QString::fromLatin1(name) + QStringLiteral(".exe")));
     }
-    const std::string dir = QDir(jobs_->path()).absolutePath().toStdString() + "/";
-    const auto cor = [](const char* id, const char* x, const char* y) {
-      std::string line = std::string(" ") + id;
-      line.resize(19, ' ');
-      std::string xs = x, ys = y;
-      return line + std::string(12 - xs.size(), ' ') + xs + " " + std::string(13 - ys.size(), ' ') + ys;
-    };
-    WriteFileBytes(dir + "T1.COR", JoinCrLf({cor("100100", "1000.000", "2000.000"), cor("100200", "1000.000", "2100.000")}));
-    WriteFileBytes(dir + "T2.COR", JoinCrLf({cor("100100", "1000.200", "2000.100"), cor("300300", "5000.000", "2100.000")}));
-    WriteFileBytes(dir + "REG.how", "T1\r\nFIXED\r\nT2\r\n");
-    WriteFileBytes(dir + "REG.def", JoinCrLf({"REG", "", "", "2", "", "", "Y"}));
+    const QString dir = QDir(jobs_).absolutePath() + "/";
+    QVERIFY(WriteText(dir + "REG.def", CrLf({"REG", "", "", "2", "", "", "Y"})));
     // The region as its opening leaves it: TEMP.JOB names it for the tools.
-    WriteFileBytes(dir + "TEMP.JOB", "REG\r\n");
-    UseRegion(dir);
-
+    QVERIFY(WriteText(dir + "TEMP.JOB", "REG\r\n"));
     // Every message box of the run is answered with its default button, and noted.
     MessageBoxes answered;
-    const QStringList& boxes = answered.texts;
-    w.findChild<QAction*>(QStringLiteral("mnuRegionBuild"))->trigger();
-    auto* form = w.findChild<RegionForm*>(QStringLiteral("frmRegion"));
-    const auto click = [form](const char* name) {
-      auto* button = form->findChild<QPushButton*>(QString::fromLatin1(name));
-      QVERIFY(button->isEnabled());
-      button->click();
+    UseRegion("T1\r\nFIXED\r\nT2\r\n", true);
+    const auto click = [this](const char* name) {
+      QVERIFY(Region(name)->isEnabled());
+      Region(name)->click();
     };
     click("cmdMerge");
-    QVERIFY(QFile::exists(QString::fromStdString(dir + "REG.lsa")));
-    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdAdjust"))->isEnabled());
-    QVERIFY(!form->findChild<QPushButton*>(QStringLiteral("cmdParse"))->isEnabled());
+    QVERIFY(QFile::exists(dir + "REG.lsa") && Region("cmdAdjust")->isEnabled() && !Region("cmdParse")->isEnabled());
     click("cmdAdjust");
-    QVERIFY(QFile::exists(QString::fromStdString(dir + "REG.cor")));
+    QVERIFY(QFile::exists(dir + "REG.cor"));
     click("cmdParse");
     // The merge kept T1's 100100, which the parse wrote into T2.
-    std::string t2;
-    QVERIFY(ReadFileBytes(dir + "T2.COR", t2));
-    QVERIFY(QString::fromStdString(t2).contains(QStringLiteral("1000.000")));
-    QVERIFY(form->findChild<QPushButton*>(QStringLiteral("cmdUpdate"))->isEnabled());
+    QVERIFY(Bytes(dir + "T2.COR").contains("1000.000") && Region("cmdUpdate")->isEnabled());
 
-    std::string lsa;
-    QVERIFY(ReadFileBytes(dir + "REG.lsa", lsa));
+    const QByteArray lsa = Bytes(dir + "REG.lsa");
+    QVERIFY(lsa != "<missing>");
     click("cmdReliabilities");
-    auto* panel = w.findChild<QWidget*>(QStringLiteral("frmContinue"));
-    QVERIFY(panel && panel->isVisible());
-    std::string how;
-    QVERIFY(ReadFileBytes(dir + "tempjob.how", how));
-    QCOMPARE(QString::fromStdString(how), QStringLiteral("T1\r\nFIXED\r\nT2\r\n"));
-    panel->findChild<QPushButton*>(QStringLiteral("cmdContinue"))->click();
-    QVERIFY(!panel->isVisible());
-    QVERIFY(ReadFileBytes(dir + "REG.how", how));
-    QCOMPARE(QString::fromStdString(how), QStringLiteral("T1\r\nFIXED\r\nT2\r\n"));
-    std::string after;
-    QVERIFY(ReadFileBytes(dir + "REG.lsa", after));
-    QCOMPARE(after, lsa);
-    std::string log;
-    QVERIFY(ReadFileBytes(dir + "standin.log", log));
+    QVERIFY(Form("frmContinue")->isVisible());
+    QCOMPARE(Bytes(dir + "tempjob.how"), QByteArray("T1\r\nFIXED\r\nT2\r\n"));
+    Press("frmContinue", "cmdContinue");
+    QVERIFY(!Form("frmContinue")->isVisible());
+    QCOMPARE(Bytes(dir + "REG.how"), QByteArray("T1\r\nFIXED\r\nT2\r\n"));
+    QCOMPARE(Bytes(dir + "REG.lsa"), lsa);
     QStringList ran;
-    for (const QString& line : QString::fromStdString(log).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-      ran << line.section(QLatin1Char('\t'), 0, 0) + QLatin1Char(':') + line.section(QLatin1Char('\t'), 2, 2);
+    for (const QString& line : QString::fromLocal8Bit(Bytes(dir + "standin.log")).split('\n', Qt::SkipEmptyParts)) {
+      ran << line.section('\t', 0, 0) + ':' + line.section('\t', 2, 2);
     }
-    QCOMPARE(ran, (QStringList{QStringLiteral("twpjoin:REG"), QStringLiteral("fitmain:REG"), QStringLiteral("twpsplit:REG"),
-                                 QStringLiteral("twpjoin:REG"), QStringLiteral("twprel:REG")}));
-    QVERIFY(QFile::exists(QString::fromStdString(dir + "REG.rel")));
-    QVERIFY(boxes.filter(QStringLiteral("Your regional files for REG have been backed up.")).size() == 1);
+    QCOMPARE(ran, QStringList({"twpjoin:REG", "fitmain:REG", "twpsplit:REG", "twpjoin:REG", "twprel:REG"}));
+    QVERIFY(QFile::exists(dir + "REG.rel"));
+    QCOMPARE(answered.texts.filter(QStringLiteral("Your regional files for REG have been backed up.")).size(), 1);
   }
-
- private:
-  // The region REG in `dir` as its opening leaves the session.
-  void UseRegion(const std::string& dir) {
-    Session& s = window_->session();
-    s.JobFolder = dir;
-    s.JobBase = dir + "REG";
-    s.JobName = "REG";
-    s.CurrentFolder = dir;
-    s.RegionJobFolder = dir;
-    s.RegionJobName = "REG";
-  }
-
-  std::unique_ptr<QTemporaryDir> tools_;
-  std::unique_ptr<QTemporaryDir> jobs_;
-  std::unique_ptr<ViewWindow> window_;
 };
 
 }  // namespace tessel

@@ -3,31 +3,12 @@
 // the end: where subsystems meet, nothing is lost, nothing lands on the wrong record, and nothing
 // of one job is left in the next.
 
-#include <QAction>
-#include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QProcess>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QtTest>
-
 #include <cstdio>
 #include <map>
-#include <memory>
-#include <string>
 
-#include "app/view_window.h"
-#include "message_boxes.h"
 #include "calculations/calculation_files.h"
-#include "job/load_sequence.h"
 #include "model/selection_checks.h"
 #include "model/text.h"
-#include "model/text_file.h"
 #include "parcels/parcel_properties.h"
 #include "form_test_support.h"
 
@@ -40,66 +21,27 @@ constexpr const char* kUnsavedQuestion = "Parcel attribute edits have not been s
 // A folder's files, name to bytes.
 std::map<QString, QByteArray> Files(const QString& folder) {
   std::map<QString, QByteArray> files;
-  for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files)) {
-    QFile file(info.filePath());
-    if (file.open(QIODevice::ReadOnly)) files[info.fileName()] = file.readAll();
-  }
+  for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files)) files[info.fileName()] = Bytes(info.filePath());
   return files;
-}
-
-QByteArray Bytes(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-std::vector<std::string> Lines(const QString& path) {
-  std::vector<std::string> lines;
-  LineReader in = LineReader::FromText(Bytes(path).toStdString());
-  while (!in.Eof()) lines.push_back(in.ReadLine());
-  return lines;
 }
 
 }  // namespace
 
-class SessionScenarios : public QObject {
+class SessionScenarios : public QObject, WindowBench {
   Q_OBJECT
 
  private:
-  ViewWindow& W() { return *window_; }
-  Session& S() { return window_->session(); }
-  QAction* Action(const char* name) {
-    auto* action = W().findChild<QAction*>(QString::fromLatin1(name));
-    if (!action) qFatal("no action %s", name);
-    return action;
-  }
-  QWidget* Form(const char* name) {
-    auto* form = W().findChild<QWidget*>(QString::fromLatin1(name));
-    if (!form) qFatal("no form %s", name);
-    return form;
-  }
-  template <typename T>
-  T* In(const char* form, const char* name) {
-    T* child = Form(form)->findChild<T*>(QString::fromLatin1(name));
-    if (!child) qFatal("no %s in %s", name, form);
-    return child;
-  }
   QString Job(const QString& folder, const char* extension) const {
-    return QDir(folder).filePath(QString::fromLatin1(kJob) + QString::fromLatin1(extension));
+    return QDir(folder).filePath(kJob + QString::fromLatin1(extension));
   }
-  void Open(const QString& folder) {
-    const QString def = Job(folder, ".def");
-    OpenJob(S(), def.toStdString(), QFileInfo(def).fileName().toStdString());
-  }
-  // A click of the left button on the canvas at a world position.
-  void ClickAt(double x, double y) {
-    const ViewState& v = S().view;
-    const QWidget& c = W().canvas();
-    const QPoint at =
-        QPointF((x - v.ScaleLeft) / v.ScaleWidth * c.width(), (y - v.ScaleTop) / v.ScaleHeight * c.height()).toPoint();
-    QTest::mousePress(&W().canvas(), Qt::LeftButton, Qt::NoModifier, at);
-    QTest::mouseRelease(&W().canvas(), Qt::LeftButton, Qt::NoModifier, at);
-  }
+  void Open(const QString& folder) { OpenJob(S(), Job(folder, ".def").toStdString(), "T12NR04E.def"); }
   void ClickParcel(int p) { ClickAt(S().parcels.ParcelX.get(p), S().parcels.ParcelY.get(p)); }
+  // The parcel layer on, the parcel tool taken, parcel `p` clicked.
+  void PickParcel(int p) {
+    Action("mnuOptionsParcel")->trigger();
+    Action("Centroid")->trigger();
+    ClickParcel(p);
+  }
   void ChooseRow(const char* form, const char* list, int row) {
     auto* widget = In<QListWidget>(form, list);
     widget->setCurrentRow(row);
@@ -111,7 +53,7 @@ class SessionScenarios : public QObject {
     Action("mnuPopupParcelProperties")->trigger();
     QVERIFY(Form("frmAttributes")->isVisible());
     In<QLineEdit>("frmAttributes", "txtAcreage")->setText(acreage);
-    In<QPushButton>("frmAttributes", "cmdApply")->click();
+    Press("frmAttributes", "cmdApply");
     Form("frmAttributes")->close();
     QCOMPARE(S().parcels.ParcelDirty, std::int16_t{-1});
   }
@@ -125,9 +67,7 @@ class SessionScenarios : public QObject {
     QCOMPARE(S().cama.LinkLoadedCount, S().parcels.ParcelCount);
   }
 
-  std::unique_ptr<QTemporaryDir> root_;
-  QString tools_, jobA_, jobB_;
-  std::unique_ptr<ViewWindow> window_;
+  QString jobA_, jobB_;
   std::unique_ptr<MessageBoxes> boxes_;
 
  private slots:
@@ -137,27 +77,19 @@ class SessionScenarios : public QObject {
   }
 
   void init() {
-    root_ = std::make_unique<QTemporaryDir>();
-    tools_ = root_->filePath(QStringLiteral("tools"));
+    MakeFolders(false);
     // Folders with blanks in their names, as surveyors' folders have.
-    jobA_ = root_->filePath(QStringLiteral("jobs/job a"));
-    jobB_ = root_->filePath(QStringLiteral("jobs/job b"));
-    for (const QString& folder : {tools_, jobA_, jobB_}) QVERIFY(QDir().mkpath(folder));
-    for (const char* tool : {"splitplan.exe", "recpad.exe"}) {
-      QVERIFY(InstallStandin(tools_, QString::fromLatin1(tool)));
-    }
-    QVERIFY(CopySampleJob(jobA_) && CopySampleJob(jobB_));
-    window_ = std::make_unique<ViewWindow>(tools_);
-    window_->resize(1000, 750);
-    window_->show();
-    window_->Load();
+    jobA_ = JobFile(QStringLiteral("job a"));
+    jobB_ = JobFile(QStringLiteral("job b"));
+    QVERIFY(QDir().mkpath(jobA_) && QDir().mkpath(jobB_) && CopySampleJob(jobA_) && CopySampleJob(jobB_));
+    QVERIFY(InstallStandin(tools_, QStringLiteral("splitplan.exe")) && InstallStandin(tools_, QStringLiteral("recpad.exe")));
+    StartWindow();
     boxes_ = std::make_unique<MessageBoxes>();
   }
 
   void cleanup() {
-    window_.reset();
+    StopWindow();
     boxes_.reset();
-    root_.reset();
   }
 
   // Attributes edited, the township diagram's Compute run, then saved: the reload after the
@@ -165,28 +97,25 @@ class SessionScenarios : public QObject {
   void parcelEditsSurviveComputeAndAreSaved() {
     Open(jobA_);
     const std::vector<std::string> original = Lines(Job(jobA_, ".IID"));
-    Action("mnuOptionsParcel")->trigger();
-    Action("Centroid")->trigger();
-    ClickParcel(1);
+    PickParcel(1);
     EditAcreage(QStringLiteral("12.5"));
 
     Action("mnuCommandCadastralIrregular")->trigger();
     QVERIFY(Form("frmTWP")->isVisible());
-    In<QPushButton>("frmTWP", "cmdCompute")->click();
+    Press("frmTWP", "cmdCompute");
     QVERIFY(Bytes(QDir(jobA_).filePath(QStringLiteral("standin.log"))).startsWith("splitplan\t"));
-    QVERIFY(!boxes_->Asked(QString::fromLatin1(kUnsavedQuestion)));
+    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
     QCOMPARE(S().parcels.ParcelDirty, std::int16_t{-1});
 
     Action("mnuFileSave")->trigger();
     std::vector<std::string> saved = original;
     saved[0] = "  * * * This file has been edited by Tessel  * * *  ";
     // Apply joins the acreage and the line's last 17 characters without the blank between them.
-    const std::string edited = "Sec_001 A T_L 1              12.500T12NR04E-01-00001";
-    saved[1] = edited;
+    saved[1] = "Sec_001 A T_L 1              12.500T12NR04E-01-00001";
     saved.insert(saved.begin() + 1, "Tessel Edited: " + original[1]);
-    QCOMPARE(Bytes(Job(jobA_, ".IID")), QByteArray::fromStdString(JoinCrLf(saved)));
+    QCOMPARE(Bytes(Job(jobA_, ".IID")), CrLf(saved));
     Action("mnuFileClose")->trigger();
-    QVERIFY(!boxes_->Asked(QString::fromLatin1(kUnsavedQuestion)));
+    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
   }
 
   // List [A, B1, B2, C]: B is edited while A is deleted. The save writes B where it stands now.
@@ -195,37 +124,33 @@ class SessionScenarios : public QObject {
     const std::string b1 = " 2 120140 120100 120200    .00000  1      .000      .000";
     const std::string b2 = " 2      0 100100 100700 999.99900  2      .000      .000";
     const std::string c = " 3 100100 100200      0    .00000  0      .000      .000";
-    QFile add(Job(jobA_, ".add"));
-    QVERIFY(add.open(QIODevice::WriteOnly));
-    add.write(QByteArray::fromStdString(JoinCrLf({a, b1, b2, c})));
-    add.close();
+    QVERIFY(WriteText(Job(jobA_, ".add"), CrLf({a, b1, b2, c})));
     Open(jobA_);
     Action("mnuCommandCadastralADD")->trigger();
     auto* definitions = In<QListWidget>("frmADD", "lstDefinitions");
     definitions->setCurrentRow(1);
-    In<QPushButton>("frmADD", "cmdEdit")->click();
+    Press("frmADD", "cmdEdit");
     QVERIFY(Form("frmADDCalcs")->isVisible());
     In<QLineEdit>("frmADDCalcs", "txtNewPoint")->setText(QStringLiteral("120150"));
 
     definitions->setCurrentRow(0);
     boxes_->answers.push_back(QMessageBox::Yes);  // "Confirm Delete?"
-    In<QPushButton>("frmADD", "cmdDelete")->click();
-    QCOMPARE(Bytes(Job(jobA_, ".add")), QByteArray::fromStdString(JoinCrLf({b1, b2, c})));
+    Press("frmADD", "cmdDelete");
+    QCOMPARE(Bytes(Job(jobA_, ".add")), CrLf({b1, b2, c}));
     QVERIFY(Form("frmADDCalcs")->isVisible());
 
-    In<QPushButton>("frmADDCalcs", "cmdOK")->click();
+    Press("frmADDCalcs", "cmdOK");
     const std::string saved1 = " 2 120150 120100 120200    .00000  1      .000      .000";
-    QCOMPARE(Bytes(Job(jobA_, ".add")), QByteArray::fromStdString(JoinCrLf({saved1, b2, c})));
+    QCOMPARE(Bytes(Job(jobA_, ".add")), CrLf({saved1, b2, c}));
 
     // An entry deleted under its open editor closes the editor with a word; nothing is written.
     definitions->setCurrentRow(2);
-    In<QPushButton>("frmADD", "cmdEdit")->click();
+    Press("frmADD", "cmdEdit");
     QVERIFY(Form("frmADDCalcs")->isVisible());
     boxes_->answers.push_back(QMessageBox::Yes);
-    In<QPushButton>("frmADD", "cmdDelete")->click();
-    QVERIFY(!Form("frmADDCalcs")->isVisible());
-    QVERIFY(boxes_->Asked(QString::fromLatin1(kMsgDefinitionGone)));
-    QCOMPARE(Bytes(Job(jobA_, ".add")), QByteArray::fromStdString(JoinCrLf({saved1, b2})));
+    Press("frmADD", "cmdDelete");
+    QVERIFY(!Form("frmADDCalcs")->isVisible() && boxes_->Asked(kMsgDefinitionGone));
+    QCOMPARE(Bytes(Job(jobA_, ".add")), CrLf({saved1, b2}));
   }
 
   // CAMA: the CAMA parcel window opened for a link record of section 6, then for one of section
@@ -237,14 +162,14 @@ class SessionScenarios : public QObject {
     ClickParcel(7);  // section 6
     Action("mnuOptionsParcelIds")->setChecked(true);
     QCOMPARE(S().selection.ParcelPicks().size(), std::size_t{1});
-    In<QPushButton>("frmTesting", "cmdCama")->click();
+    Press("frmTesting", "cmdCama");
     QWidget* cama = Form("frmCamaParcel");
     QVERIFY(cama->isVisible());
     QCOMPARE(cama->windowTitle(), QStringLiteral("Cama Parcels for Section 06"));
 
     ClickParcel(17);  // section 22
     In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(1);
-    In<QPushButton>("frmTesting", "cmdCama")->click();
+    Press("frmTesting", "cmdCama");
     QCOMPARE(cama->windowTitle(), QStringLiteral("Cama Parcels for Section 22"));
     auto* rows = In<QListWidget>("frmCamaParcel", "lstCama");
     std::vector<std::string> section22;
@@ -256,8 +181,8 @@ class SessionScenarios : public QObject {
       QCOMPARE(rows->item(r)->text().toStdString(), "Sec 22 " + Trim(Mid(section22[std::size_t(r)], 251, 120)));
     }
     ChooseRow("frmCamaParcel", "lstCama", 2);
-    In<QPushButton>("frmCamaParcel", "cmdApply")->click();
-    In<QPushButton>("frmCamaParcel", "cmdOK")->click();
+    Press("frmCamaParcel", "cmdApply");
+    Press("frmCamaParcel", "cmdOK");
     // Link record 17, the parcel of section 22, carries the key of the row shown.
     const std::vector<std::string> mtc = Lines(Job(jobA_, ".mtc"));
     QCOMPARE(mtc[1 + 16 * 4 + 2], "GeoCode = " + Left(section22[2], 17));
@@ -272,25 +197,21 @@ class SessionScenarios : public QObject {
     Open(jobA_);
     const QByteArray iid = Bytes(Job(jobA_, ".IID"));
     LinkCama();
-    Action("mnuOptionsParcel")->trigger();
-    Action("Centroid")->trigger();
-    ClickParcel(5);
+    PickParcel(5);
     Action("mnuPopupParcelDeselect")->trigger();
     ClickParcel(5);
     QCOMPARE(S().selection.ParcelPicks().size(), std::size_t{4});
     Action("mnuPopupParcelProperties")->trigger();
-    QVERIFY(!Form("frmAttributes")->isVisible());
-    QVERIFY(boxes_->Asked(QString::fromLatin1(kMsgSelectionHoldsLinks)));
+    QVERIFY(!Form("frmAttributes")->isVisible() && boxes_->Asked(kMsgSelectionHoldsLinks));
     Action("mnuPopupParcelQuickEdit")->trigger();
     QVERIFY(!Form("frmQuickEdit")->isVisible());
 
     Action("mnuOptionsParcelIds")->setChecked(true);
     In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(0);
-    In<QPushButton>("frmTesting", "cmdCama")->click();
-    QVERIFY(boxes_->Asked(QString::fromLatin1(kMsgRowHoldsParcel)));
-    QVERIFY(!Form("frmCamaParcel")->isVisible());
+    Press("frmTesting", "cmdCama");
+    QVERIFY(boxes_->Asked(kMsgRowHoldsParcel) && !Form("frmCamaParcel")->isVisible());
     In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(1);
-    In<QPushButton>("frmTesting", "cmdCama")->click();
+    Press("frmTesting", "cmdCama");
     QCOMPARE(Form("frmCamaParcel")->windowTitle(), QStringLiteral("Cama Parcels for Section 01"));
     Action("mnuFileClose")->trigger();
     QCOMPARE(Bytes(Job(jobA_, ".IID")), iid);
@@ -305,9 +226,7 @@ class SessionScenarios : public QObject {
     ClickAt(S().points.PointX(100), S().points.PointY(100));
     Form("frmSelectedPoints")->close();
     QCOMPARE(S().SelectionCount, std::int16_t{1});
-    Action("mnuOptionsParcel")->trigger();
-    Action("Centroid")->trigger();
-    ClickParcel(3);
+    PickParcel(3);
     QCOMPARE(S().selection.SelectedParcels.get(0), std::int16_t{0});
     Action("mnuPopupParcelProperties")->trigger();
     QCOMPARE(In<QLineEdit>("frmAttributes", "txtIndex")->text(), QStringLiteral("3"));
@@ -319,43 +238,14 @@ class SessionScenarios : public QObject {
     typed.replace(21, 3, QStringLiteral("XYZ"));
     working->setEditText(typed);
     QVERIFY(!In<QComboBox>("frmAttributes", "cboNote")->isEditable());
-    In<QPushButton>("frmAttributes", "cmdApply")->click();
+    Press("frmAttributes", "cmdApply");
     QCOMPARE(Mid(S().parcels.ParcelLine.get(3), 22, 3), std::string("XYZ"));
     QCOMPARE(working->currentText().toStdString(), S().parcels.ParcelLine.get(3));
 
     // With the index box emptied nothing is written anywhere, index 0 least of all.
     In<QLineEdit>("frmAttributes", "txtIndex")->clear();
-    In<QPushButton>("frmAttributes", "cmdApply")->click();
-    QVERIFY(boxes_->Asked(QString::fromLatin1(kMsgNoParcelShown)));
-    QVERIFY(S().parcels.ParcelLine.get(0).empty());
-  }
-
-  // Closing with unsaved edits answered No, another job opened and closed: no question about
-  // edits it never had, and none of its files touched.
-  void noEditOfOneJobIsAskedAboutInTheNext() {
-    Open(jobA_);
-    const QByteArray iidA = Bytes(Job(jobA_, ".IID"));
-    Action("mnuOptionsParcel")->trigger();
-    Action("Centroid")->trigger();
-    ClickParcel(2);
-    EditAcreage(QStringLiteral("1"));
-    boxes_->answers.push_back(QMessageBox::No);
-    Action("mnuFileClose")->trigger();
-    QVERIFY(boxes_->Asked(QString::fromLatin1(kUnsavedQuestion)));
-    QCOMPARE(Bytes(Job(jobA_, ".IID")), iidA);
-
-    boxes_->texts.clear();
-    Open(jobB_);
-    std::map<QString, QByteArray> before = Files(jobB_);
-    Action("mnuFileClose")->trigger();
-    QVERIFY(!boxes_->Asked(QString::fromLatin1(kUnsavedQuestion)));
-    std::map<QString, QByteArray> after = Files(jobB_);
-    // Open writes TEMP.JOB and the support files, and Close removes the support files.
-    for (const char* written : {"TEMP.JOB", "Nad27.con", "Nad83.con", "Table.dat", "Zone.dat"}) {
-      before.erase(QString::fromLatin1(written));
-      after.erase(QString::fromLatin1(written));
-    }
-    QCOMPARE(after, before);
+    Press("frmAttributes", "cmdApply");
+    QVERIFY(boxes_->Asked(kMsgNoParcelShown) && S().parcels.ParcelLine.get(0).empty());
   }
 
   // "Create New" in the survey list, then a click on another survey, then OK: a new block is
@@ -364,7 +254,7 @@ class SessionScenarios : public QObject {
     Open(jobA_);
     const QByteArray sid = Bytes(Job(jobA_, ".sid"));
     Action("mnuEditSurveys")->trigger();
-    In<QPushButton>("frmListSurveys", "cmdCreateNew")->click();
+    Press("frmListSurveys", "cmdCreateNew");
     ChooseRow("frmListSurveys", "lstSurveys", 1);
     QVERIFY(Form("frmSidEdit")->isVisible());
     for (const auto& [field, text] : {std::pair{"txtName", "NEW 2026"}, std::pair{"txtConstant", ".030"},
@@ -374,20 +264,19 @@ class SessionScenarios : public QObject {
       QTest::keyClicks(edit, QString::fromLatin1(text));
     }
     In<QPlainTextEdit>("frmSidEdit", "txtComments")->setPlainText(QStringLiteral("C A NEW SURVEY"));
-    In<QPushButton>("frmSidEdit", "cmdOK")->click();
+    Press("frmSidEdit", "cmdOK");
     const QByteArray now = Bytes(Job(jobA_, ".sid"));
-    QVERIFY(now.startsWith(sid));
-    QVERIFY(now.mid(sid.size()).startsWith("SNEW 2026"));
+    QVERIFY(now.startsWith(sid) && now.mid(sid.size()).startsWith("SNEW 2026"));
     QCOMPARE(S().surveys.SurveyCount, std::int16_t(In<QListWidget>("frmListSurveys", "lstSurveys")->count()));
   }
 
-  // Job A with every kind of state, closed; job B opened: nothing of A is left, in the stores, the
-  // flags, the windows or the picture.
+  // Job A with every kind of state, closed with its unsaved edits answered No; job B opened:
+  // nothing of A is left, in the stores, the flags, the windows or the picture, and B closes
+  // without a question about edits it never had and with none of its files touched.
   void nothingOfAClosedJobIsLeftInTheNext() {
     Open(jobA_);
-    Action("mnuOptionsParcel")->trigger();
-    Action("Centroid")->trigger();
-    ClickParcel(1);
+    const QByteArray iidA = Bytes(Job(jobA_, ".IID"));
+    PickParcel(1);
     EditAcreage(QStringLiteral("2"));
     LinkCama();
     Action("Select")->trigger();
@@ -396,7 +285,7 @@ class SessionScenarios : public QObject {
     ClickParcel(1);  // the parcel and its link record
     Action("mnuOptionsParcelIds")->setChecked(true);
     In<QListWidget>("frmTesting", "lstItems")->setCurrentRow(1);
-    In<QPushButton>("frmTesting", "cmdCama")->click();
+    Press("frmTesting", "cmdCama");
     Action("mnuCommandCadastralADD")->trigger();
     Action("mnuEditSurveys")->trigger();
     Action("mnuCommandCadastralIrregular")->trigger();
@@ -408,8 +297,12 @@ class SessionScenarios : public QObject {
 
     boxes_->answers.push_back(QMessageBox::No);
     Action("mnuFileClose")->trigger();
+    QVERIFY(boxes_->Asked(kUnsavedQuestion));
+    QCOMPARE(Bytes(Job(jobA_, ".IID")), iidA);
     for (const char* name : windows) QVERIFY2(!Form(name)->isVisible(), name);
+    boxes_->texts.clear();
     Open(jobB_);
+    std::map<QString, QByteArray> before = Files(jobB_);
     QCOMPARE(S().parcels.ParcelDirty, std::int16_t{0});
     QCOMPARE(S().SelectionCount, std::int16_t{0});
     QVERIFY(S().selection.PointList.empty() && S().selection.ParcelList().empty() && S().selection.LineList.empty());
@@ -429,9 +322,18 @@ class SessionScenarios : public QObject {
     fresh.Load();
     fresh.findChild<QAction*>(QStringLiteral("mnuOptionsParcel"))->trigger();
     fresh.findChild<QAction*>(QStringLiteral("mnuViewCama"))->setChecked(true);
-    const QString def = Job(jobB_, ".def");
-    OpenJob(fresh.session(), def.toStdString(), QFileInfo(def).fileName().toStdString());
+    OpenJob(fresh.session(), Job(jobB_, ".def").toStdString(), "T12NR04E.def");
     QCOMPARE(W().canvas().Picture(), fresh.canvas().Picture());
+
+    Action("mnuFileClose")->trigger();
+    QVERIFY(!boxes_->Asked(kUnsavedQuestion));
+    std::map<QString, QByteArray> after = Files(jobB_);
+    // Open writes TEMP.JOB and the support files, and Close removes the support files.
+    for (const char* written : {"TEMP.JOB", "Nad27.con", "Nad83.con", "Table.dat", "Zone.dat"}) {
+      before.erase(QString::fromLatin1(written));
+      after.erase(QString::fromLatin1(written));
+    }
+    QCOMPARE(after, before);
   }
 };
 

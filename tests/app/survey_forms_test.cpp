@@ -3,74 +3,25 @@
 // frmSelectedLines with frmEditRawData and frmSwitchSID, and the whole route from a new survey
 // through a moved and edited record and a rename to the rebuilt .lsa and .sd.
 
-#include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPlainTextEdit>
-#include <QProcess>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QtTest>
-
 #include <cstdio>
-#include <memory>
 #include <string>
 
-#include "app/qt_process_port.h"
-#include "job/load_sequence.h"
-#include "model/recording_ports.h"
-#include "model/session.h"
 #include "model/text.h"
-#include "model/text_file.h"
-#include "paint/qt_text.h"
 #include "surveys/raw_records.h"
 #include "surveys/ui/survey_forms.h"
 #include "viewer/ui/selection_forms.h"
 #include "form_test_support.h"
 
 namespace tessel {
-namespace {
-
-QByteArray Contents(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-// A line with each text at its 1-based column.
-std::string At(std::initializer_list<std::pair<int, std::string>> fields) {
-  std::string line;
-  for (const auto& [column, text] : fields) {
-    const auto at = static_cast<std::size_t>(column - 1);
-    if (line.size() < at + text.size()) line.resize(at + text.size(), ' ');
-    line.replace(at, text.size(), text);
-  }
-  return line;
-}
-
-}  // namespace
 
 class SurveyFormsTest : public QObject {
   Q_OBJECT
 
  private:
   QString JobFile(const char* name) const { return QDir(jobs_).filePath(QString::fromLatin1(name)); }
+  QWidget* Form(const char* name) { return Found(run_->window.findChild<QWidget*>(QString::fromLatin1(name)), name); }
   template <typename T>
-  T* Find(const char* form, const char* name) {
-    auto* owner = window_->findChild<QWidget*>(QString::fromLatin1(form));
-    if (!owner) qFatal("no form %s", form);
-    T* child = owner->findChild<T*>(QString::fromLatin1(name));
-    if (!child) qFatal("no %s in %s", name, form);
-    return child;
-  }
-  QWidget* Form(const char* name) { return window_->findChild<QWidget*>(QString::fromLatin1(name)); }
+  T* Find(const char* form, const char* name) { return Found(Form(form)->findChild<T*>(QString::fromLatin1(name)), name); }
   void Click(const char* form, const char* button) { QTest::mouseClick(Find<QPushButton>(form, button), Qt::LeftButton); }
   void ClickSurvey(int row) {
     auto* list = Find<QListWidget>("frmListSurveys", "lstSurveys");
@@ -82,27 +33,20 @@ class SurveyFormsTest : public QObject {
     QTest::keyClicks(edit, text);
     QMetaObject::invokeMethod(edit, "editingFinished");
   }
-  std::vector<std::string> Lines(const char* name) {
-    std::vector<std::string> out;
-    LineReader in = LineReader::FromText(Contents(JobFile(name)).toStdString());
-    while (!in.Eof()) out.push_back(in.ReadLine());
-    return out;
-  }
+  std::vector<std::string> Lines(const char* name) { return tessel::Lines(JobFile(name)); }
+  Session& S() { return run_->session; }
+  RecordingUserPort& U() { return run_->user; }
   // Record 1 of the sample is picked into the line list.
   void SelectFirstRecord() {
-    session_->selection.LineList = {RawLineText(session_->raw.RawLineFields.get(1))};
-    session_->selection.SelectedLines.at(0) = 1;
+    S().selection.LineList = {RawLineText(S().raw.RawLineFields.get(1))};
+    S().selection.SelectedLines.at(0) = 1;
     lines_->Reload();
     Find<QListWidget>("frmSelectedLines", "lstItems")->setCurrentRow(0);
   }
 
   std::unique_ptr<QTemporaryDir> root_;
   QString tools_, jobs_;
-  std::unique_ptr<QMainWindow> window_;
-  std::unique_ptr<QtProcessPort> processes_;
-  RecordingUserPort user_;
-  NullCanvas canvas_;
-  std::unique_ptr<Session> session_;
+  std::unique_ptr<LaunchBench> run_;
   SelectedLinesForm* lines_ = nullptr;
 
  private slots:
@@ -114,33 +58,25 @@ class SurveyFormsTest : public QObject {
     root_ = std::make_unique<QTemporaryDir>();
     tools_ = root_->filePath(QStringLiteral("tools"));
     jobs_ = root_->filePath(QStringLiteral("job"));
-    QVERIFY(QDir().mkpath(tools_) && QDir().mkpath(jobs_));
-    QVERIFY(InstallStandin(tools_, QStringLiteral("recpad.exe")));
+    QVERIFY(QDir().mkpath(tools_) && QDir().mkpath(jobs_) && InstallStandin(tools_, QStringLiteral("recpad.exe")));
     QVERIFY(CopySampleJob(jobs_));
-    window_ = std::make_unique<QMainWindow>();
-    window_->menuBar()->addMenu(QStringLiteral("&Edit"))->setObjectName(QStringLiteral("mnuEdit"));
-    processes_ = std::make_unique<QtProcessPort>(*window_);
-    user_ = RecordingUserPort{};
-    session_ = std::make_unique<Session>(user_, canvas_, *processes_);
-    session_->ToolFolder = QDir::toNativeSeparators(tools_).toStdString();
-    lines_ = new SelectedLinesForm(*session_, window_.get());
-    InstallSurveysForms(*window_, *session_);
-    OpenJob(*session_, JobFile("T12NR04E.def").toStdString(), "T12NR04E.def");
-    QCOMPARE(session_->surveys.SurveyCount, std::int16_t{5});
-    user_.messages.clear();
+    run_ = std::make_unique<LaunchBench>(tools_);
+    run_->window.menuBar()->addMenu(QStringLiteral("&Edit"))->setObjectName(QStringLiteral("mnuEdit"));
+    lines_ = new SelectedLinesForm(run_->session, &run_->window);
+    InstallSurveysForms(run_->window, run_->session);
+    OpenJob(run_->session, JobFile("T12NR04E.def").toStdString(), "T12NR04E.def");
+    QCOMPARE(S().surveys.SurveyCount, std::int16_t{5});
+    U().messages.clear();
   }
 
   void cleanup() {
-    session_.reset();
-    processes_.reset();
-    window_.reset();
+    run_.reset();
     root_.reset();
   }
 
   void listShowsSurveysAndLoadsTheEditor() {
-    window_->findChild<QAction*>(QStringLiteral("mnuEditSurveys"))->trigger();
-    QVERIFY(Form("frmListSurveys")->isVisible());
-    QVERIFY(QTest::qWaitForWindowExposed(Form("frmListSurveys")));
+    run_->window.findChild<QAction*>(QStringLiteral("mnuEditSurveys"))->trigger();
+    QVERIFY(Form("frmListSurveys")->isVisible() && QTest::qWaitForWindowExposed(Form("frmListSurveys")));
     auto* list = Find<QListWidget>("frmListSurveys", "lstSurveys");
     QCOMPARE(list->count(), 5);
     QCOMPARE(list->item(0)->text(), QStringLiteral("SGLO 1854 EXT         .050   200.0    60.0"));
@@ -164,8 +100,7 @@ class SurveyFormsTest : public QObject {
     QCOMPARE(Find<QComboBox>("frmSidEdit", "cboDistanceUnits")->currentText(), QStringLiteral("C - Chains"));
     // "Options" shows and hides the lower half.
     Click("frmListSurveys", "cmdProperties");
-    QVERIFY(Form("frmSidEdit")->isVisible());
-    QVERIFY(!Find<QWidget>("frmSidEdit", "fraOptions")->isVisible());
+    QVERIFY(Form("frmSidEdit")->isVisible() && !Find<QWidget>("frmSidEdit", "fraOptions")->isVisible());
     Click("frmSidEdit", "cmdOptions");
     QVERIFY(Find<QWidget>("frmSidEdit", "fraOptions")->isVisible());
     // Typing ticks its box; leaving the field sets its picture.
@@ -177,9 +112,9 @@ class SurveyFormsTest : public QObject {
 
     // "Select by SID" with the first two surveys chosen.
     Click("frmListSurveys", "cmdSelectBySid");
-    const auto count = session_->selection.LineList.size();
+    const auto count = S().selection.LineList.size();
     QVERIFY(count > 0);
-    QCOMPARE(user_.MessageTexts().back(), std::to_string(count) + " records selected");
+    QCOMPARE(U().MessageTexts().back(), std::to_string(count) + " records selected");
   }
 
   void selectedLinesKeysStandInOrder() {
@@ -188,9 +123,9 @@ class SurveyFormsTest : public QObject {
     QCOMPARE(captions, (QStringList{"Remove Line", "Cancel", "Edit Line", "Change SID", "Print"}));
     // Change SID answered No: frmSwitchSID stays hidden.
     SelectFirstRecord();
-    user_.answers = {Answer::No};
+    U().answers = {Answer::No};
     Click("frmSelectedLines", "cmdChangeSID");
-    QCOMPARE(user_.MessageTexts(), std::vector<std::string>{"Change SID assignment for all selected lines?"});
+    QCOMPARE(U().MessageTexts(), std::vector<std::string>{"Change SID assignment for all selected lines?"});
     QVERIFY(!Form("frmSwitchSID")->isVisible());
     // Edit Line opens the record with every box clear.
     Click("frmSelectedLines", "cmdEditLine");
@@ -200,14 +135,14 @@ class SurveyFormsTest : public QObject {
     for (int k = 1; k <= 6; ++k) QVERIFY(!Find<QCheckBox>("frmEditRawData", qPrintable(QStringLiteral("chkField%1").arg(k)))->isChecked());
     // OK with nothing ticked: the dialog stays.
     Click("frmEditRawData", "cmdOK");
-    QCOMPARE(user_.MessageTexts().back(), std::string("Nothing to do!"));
+    QCOMPARE(U().MessageTexts().back(), std::string("Nothing to do!"));
     QVERIFY(Form("frmEditRawData")->isVisible());
   }
 
   // A survey is created, a record moved to it and edited with the weights rebuilt, and the
   // survey renamed with its records following.
   void wholeRouteReachesEveryFile() {
-    window_->findChild<QAction*>(QStringLiteral("mnuEditSurveys"))->trigger();
+    run_->window.findChild<QAction*>(QStringLiteral("mnuEditSurveys"))->trigger();
     Click("frmListSurveys", "cmdCreateNew");
     for (int box = 1; box <= 7; ++box) {
       QVERIFY(Find<QCheckBox>("frmSidEdit", qPrintable(QStringLiteral("chkProperty%1").arg(box)))->isChecked());
@@ -216,21 +151,21 @@ class SurveyFormsTest : public QObject {
     Type("frmSidEdit", "txtConstant", QStringLiteral(".04"));
     Type("frmSidEdit", "txtPpm", QStringLiteral("100"));
     Click("frmSidEdit", "cmdOK");
-    QCOMPARE(user_.MessageTexts(), std::vector<std::string>{"You have not completely filled out the form."});
+    QCOMPARE(U().MessageTexts(), std::vector<std::string>{"You have not completely filled out the form."});
     Type("frmSidEdit", "txtSeconds", QStringLiteral("30"));
     QTest::keyClicks(Find<QPlainTextEdit>("frmSidEdit", "txtComments"), QStringLiteral("C MADE IN THE TEST"));
     Click("frmSidEdit", "cmdOK");
     QVERIFY(!Form("frmSidEdit")->isVisible());
-    const std::string newBlock = At({{1, "SNEW SURVEY"}, {20, "   .040"}, {27, "   100.0"}, {35, "    30.0"},
-                                     {43, "         "}, {52, "         "}}) +
-                                 "\r\nC MADE IN THE TEST\r\n";
-    QVERIFY(Contents(JobFile("T12NR04E.sid")).endsWith(QByteArray::fromStdString(newBlock)));
+    // Name, constant, ppm and seconds in their columns, the two control errors blank.
+    const QByteArray blanks(18, ' ');
+    QVERIFY(Bytes(JobFile("T12NR04E.sid")).endsWith("SNEW SURVEY           .040   100.0    30.0" + blanks +
+                                                    "\r\nC MADE IN THE TEST\r\n"));
     QCOMPARE(Find<QListWidget>("frmListSurveys", "lstSurveys")->count(), 6);
 
     // Record 1 moves to the new survey; no rebuild.
     SelectFirstRecord();
-    user_.messages.clear();
-    user_.answers = {Answer::Yes, Answer::No};
+    U().messages.clear();
+    U().answers = {Answer::Yes, Answer::No};
     Click("frmSelectedLines", "cmdChangeSID");
     QVERIFY(Form("frmSwitchSID")->isVisible());
     Find<QComboBox>("frmSwitchSID", "cboSurvey")->setCurrentIndex(5);
@@ -239,19 +174,19 @@ class SurveyFormsTest : public QObject {
     const std::vector<std::string> raw = Lines("T12NR04E.raw");
     QCOMPARE(raw[4], std::string("700100   700140   39.980  4     1800.0 NEW SURVEY        "));
     QCOMPARE(Lines("T12NR04E.ra2")[4], std::string("700100   700140   39.980  4     1800.0 GLO 1854 EXT"));
-    QCOMPARE(session_->raw.RawLineEnds.get(1).survey, std::int16_t{6});
+    QCOMPARE(S().raw.RawLineEnds.get(1).survey, std::int16_t{6});
 
     // Its distance is edited, and the weights rebuilt by recpad.
-    user_.messages.clear();
+    U().messages.clear();
     Click("frmSelectedLines", "cmdEditLine");
     Type("frmEditRawData", "txtDistance", QStringLiteral("41.5"));
     QVERIFY(Find<QCheckBox>("frmEditRawData", "chkField3")->isChecked());
     Click("frmEditRawData", "cmdOK");
     QVERIFY(!Form("frmEditRawData")->isVisible());
-    QCOMPARE(user_.MessageTexts(),
+    QCOMPARE(U().MessageTexts(),
              std::vector<std::string>{"RAW file has changed.\r\nUpdate adjustment parameters based upon new values?"});
     QCOMPARE(Lines("T12NR04E.raw")[4], std::string("700100   700140   41.500  4     1800.0 NEW SURVEY"));
-    QCOMPARE(session_->selection.LineList[0], std::string("700100 700140   41.500 4   1800.0 NEW SURVEY"));
+    QCOMPARE(S().selection.LineList[0], std::string("700100 700140   41.500 4   1800.0 NEW SURVEY"));
     // Six control stations, then the records.
     std::vector<std::string> sd = Lines("T12NR04E.sd");
     QCOMPARE(sd[0], std::string("KQ1234             0.020     0.020"));
@@ -271,23 +206,21 @@ class SurveyFormsTest : public QObject {
     Click("frmListSurveys", "cmdProperties");
     Type("frmSidEdit", "txtName", QStringLiteral("RENAMED SURVEY"));
     Type("frmSidEdit", "txtPpm", QStringLiteral("150"));
-    user_.messages.clear();
+    U().messages.clear();
     Click("frmSidEdit", "cmdOK");
-    QCOMPARE(user_.MessageTexts(), (std::vector<std::string>{
+    QCOMPARE(U().MessageTexts(), (std::vector<std::string>{
                                        "SID file updated\r\nSID Name changed, update raw file records?",
                                        "NEW SURVEY will be updated to RENAMED SURVEY",
                                        "SID file updated\r\nUpdate weights based upon new error estimates?"}));
     QCOMPARE(Lines("T12NR04E.raw")[4], std::string("700100   700140   41.500  4     1800.0 RENAMED SURVEY"));
     sd = Lines("T12NR04E.sd");
     QCOMPARE(sd[6], std::string("700100 700140       .040     150.0      30.0  RENAMED SURVEY"));
-    QCOMPARE(sd.size(), 6 + static_cast<std::size_t>(session_->raw.RawLineCount));
+    QCOMPARE(sd.size(), 6 + static_cast<std::size_t>(S().raw.RawLineCount));
     // The block was rewritten from the list entry: no control errors, and the comment's own line
     // end leaves an empty line.
-    const std::string renamed = At({{1, "SRENAMED SURVEY"}, {20, "   .040"}, {27, "   150.0"}, {35, "    30.0"},
-                                    {43, "         "}, {52, "         "}}) +
-                                "\r\nC MADE IN THE TEST\r\n\r\n";
-    QVERIFY(Contents(JobFile("T12NR04E.sid")).endsWith(QByteArray::fromStdString(renamed)));
-    QCOMPARE(session_->raw.RawLineEnds.get(1).survey, std::int16_t{6});
+    QVERIFY(Bytes(JobFile("T12NR04E.sid")).endsWith("SRENAMED SURVEY       .040   150.0    30.0" + blanks +
+                                                    "\r\nC MADE IN THE TEST\r\n\r\n"));
+    QCOMPARE(S().raw.RawLineEnds.get(1).survey, std::int16_t{6});
     QCOMPARE(list->item(5)->text().left(15), QStringLiteral("SRENAMED SURVEY"));
   }
 };

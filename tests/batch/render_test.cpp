@@ -16,6 +16,18 @@
 #include "paint/painter_canvas.h"
 
 namespace tessel {
+namespace {
+
+// The pixels of a picture that are not white.
+int Ink(const QImage& picture) {
+  int inked = 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) inked += picture.pixelColor(x, y) != QColor(Qt::white);
+  }
+  return inked;
+}
+
+}  // namespace
 
 class RenderTest : public QObject {
   Q_OBJECT
@@ -31,19 +43,29 @@ class RenderTest : public QObject {
     }
   }
 
-  void pngOfTheAskedSizeLayersAndBackground() {
-    const QString png = work_->filePath(QStringLiteral("job.png"));
-    QCOMPARE(Run({QStringLiteral("render"), Job(QStringLiteral("T12NR04E.def")), png, QStringLiteral("--size"),
-                  QStringLiteral("1000x750"), QStringLiteral("--layers"), QStringLiteral("points,raw"),
-                  QStringLiteral("--background"), QStringLiteral("2")}),
-             0);
+  // A PNG of the asked size, layers and background. The load's messages, and nothing else, reach
+  // standard error; a PDF is one page.
+  void pngOfTheAskedSizeLayersAndBackgroundAndAOnePagePdf() {
+    const QString png = Out("job.png");
+    QCOMPARE(Render(png, {"--size", "1000x750", "--layers", "points,raw", "--background", "2"}), 0);
     QCOMPARE(stderr_, QByteArray());
     const QImage picture(png);
     QCOMPARE(picture.size(), QSize(1000, 750));
     QCOMPARE(picture.pixelColor(2, 2), QColor(Qt::black));
-    QCOMPARE(Run({QStringLiteral("render"), Job(QStringLiteral("T12NR04E.def")), png}), 0);
+    QCOMPARE(Render(png), 0);
     QCOMPARE(QImage(png).size(), QSize(1280, 960));
     QCOMPARE(QImage(png).pixelColor(2, 2), QColor(Qt::white));
+
+    QVERIFY(QFile::remove(Job(QStringLiteral("T12NR04E.LSA"))));
+    QCOMPARE(Render(Out("job.pdf")), 0);
+    QCOMPARE(stderr_, QByteArray("LSA file not found\n"));
+    QFile file(Out("job.pdf"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QVERIFY(bytes.startsWith("%PDF-") && bytes.size() > 1000);
+    QCOMPARE(static_cast<int>(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page/") +
+                              bytes.count("/Type /Page>")),
+             1);
   }
 
   void absurdNumbersDrawNothingWhereTheyCannotAndTheRestAsEver() {
@@ -56,17 +78,10 @@ class RenderTest : public QObject {
     config.PtSizeCor = 32767;
     config.PtSizeCtrl = 32767;
     WriteConfig(work_->filePath(QStringLiteral("tools/Tessel.cfg")).toStdString(), config);
-    const QString png = work_->filePath(QStringLiteral("far.png"));
-    QCOMPARE(Run({QStringLiteral("render"), Job(QStringLiteral("T12NR04E.def")), png, QStringLiteral("--layers"),
-                  QStringLiteral("points,control,lsa")}),
-             0);
-    const QImage picture(png);
+    QCOMPARE(Render(Out("far.png"), {"--layers", "points,control,lsa"}), 0);
+    const QImage picture(Out("far.png"));
     QVERIFY(!picture.isNull());
-    int inked = 0;
-    for (int y = 0; y < picture.height(); ++y) {
-      for (int x = 0; x < picture.width(); ++x) inked += picture.pixelColor(x, y) != QColor(Qt::white);
-    }
-    QVERIFY2(inked > 0, "the picture is blank");
+    QVERIFY2(Ink(picture) > 0, "the picture is blank");
 
     // On the canvas itself: what cannot be on the image is dropped, a line to it is cut at the
     // reach, and a pen no screen shows is drawn at the widest.
@@ -95,21 +110,6 @@ class RenderTest : public QObject {
     QCOMPARE(image.pixelColor(100, 20), QColor(Qt::white));
   }
 
-  // The load's messages, and nothing else, reach standard error; a PDF is one page.
-  void loadMessagesGoToStandardErrorAndAPdfIsOnePage() {
-    QVERIFY(QFile::remove(Job(QStringLiteral("T12NR04E.LSA"))));
-    const QString pdf = work_->filePath(QStringLiteral("job.pdf"));
-    QCOMPARE(Run({QStringLiteral("render"), Job(QStringLiteral("T12NR04E.def")), pdf}), 0);
-    QCOMPARE(stderr_, QByteArray("LSA file not found\n"));
-    QFile file(pdf);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray bytes = file.readAll();
-    QVERIFY(bytes.startsWith("%PDF-") && bytes.size() > 1000);
-    QCOMPARE(static_cast<int>(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page/") +
-                              bytes.count("/Type /Page>")),
-             1);
-  }
-
   // Labels of one layer are kept apart, counted where left out; another layer's labels, a label
   // off the picture and labels drawn with the switch off are not. Stamped into an image and
   // drawn by QPainter alike.
@@ -120,67 +120,46 @@ class RenderTest : public QObject {
       PainterCanvas canvas(&image);
       canvas.SetScale(0, 100, 400, -100);
       canvas.KeepLabelsApart(true);
+      // Each label at the dot before it.
+      const auto labels = [&canvas](std::initializer_list<std::pair<double, const char*>> at) {
+        for (const auto& [x, text] : at) {
+          canvas.Dot(x, 50, 0);
+          canvas.Text(text);
+        }
+      };
       canvas.NewLabelLayer();
-      canvas.Dot(10, 50, 0);
-      canvas.Text("W");
-      canvas.Dot(12, 50, 0);
-      canvas.Text("MMMM");  // over the first
-      canvas.Text("X");     // behind the left-out one, clear of the first
-      canvas.Dot(1000, 50, 0);
-      canvas.Text("far");
-      canvas.Dot(1000, 50, 0);
-      canvas.Text("far");  // off the picture: drawn or not, nothing shows, nothing is counted
+      labels({{10, "W"}, {12, "MMMM"}});  // the second over the first
+      canvas.Text("X");                   // behind the left-out one, clear of the first
+      // Off the picture: drawn or not, nothing shows, nothing is counted.
+      labels({{1000, "far"}, {1000, "far"}});
       QCOMPARE(canvas.HiddenLabels(), 1);
       canvas.NewLabelLayer();
-      canvas.Dot(12, 50, 0);
-      canvas.Text("W");  // the next layer's label over the first layer's
+      labels({{12, "W"}});  // the next layer's label over the first layer's
       QCOMPARE(canvas.HiddenLabels(), 1);
-      canvas.Dot(300, 50, 0);
-      canvas.Text("Y");
-      canvas.Dot(300, 50, 0);
-      canvas.Text("Y");
+      labels({{300, "Y"}, {300, "Y"}});
       QCOMPARE(canvas.HiddenLabels(), 2);
       canvas.KeepLabelsApart(false);
       QCOMPARE(canvas.HiddenLabels(), 0);
-      canvas.Dot(300, 50, 0);
-      canvas.Text("Y");
-      canvas.Dot(300, 50, 0);
-      canvas.Text("Y");
+      labels({{300, "Y"}, {300, "Y"}});
       QCOMPARE(canvas.HiddenLabels(), 0);
       canvas.Flush();
       // The left-out label moved the position on: "X" stands after where "MMMM" would have ended.
       const int fontWidth = QFontMetrics(QFont()).horizontalAdvance(QStringLiteral("MMMM"));
-      bool inkPastFirst = false;
-      for (int y = 40; y < 70; ++y) {
-        for (int x = 12 + fontWidth; x < 12 + fontWidth + 12; ++x) {
-          inkPastFirst = inkPastFirst || image.pixelColor(x, y) != QColor(Qt::white);
-        }
-      }
-      QVERIFY(inkPastFirst);
+      QVERIFY(Ink(image.copy(12 + fontWidth, 40, 12, 30)) > 0);
     }
 
     // tessel-batch render keeps them apart unless asked for all.
-    const auto ink = [](const QString& png) {
-      const QImage picture(png);
-      int inked = 0;
-      for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) inked += picture.pixelColor(x, y) != QColor(Qt::white);
-      }
-      return inked;
-    };
-    const QString apart = work_->filePath(QStringLiteral("apart.png")), all = work_->filePath(QStringLiteral("all.png"));
-    const QStringList args{QStringLiteral("render"), Job(QStringLiteral("T12NR04E.def")), QStringLiteral("--size"),
-                           QStringLiteral("400x300"), QStringLiteral("--layers"), QStringLiteral("points,ids")};
-    QCOMPARE(Run(QStringList(args) << apart), 0);
-    QCOMPARE(Run(QStringList(args) << all << QStringLiteral("--all-labels")), 0);
-    QVERIFY2(ink(all) > ink(apart) * 11 / 10, qPrintable(QStringLiteral("%1 %2").arg(ink(all)).arg(ink(apart))));
+    const std::initializer_list<const char*> options{"--size", "400x300", "--layers", "points,ids"};
+    QCOMPARE(Render(Out("apart.png"), options), 0);
+    QCOMPARE(Render(Out("all.png"), options, {"--all-labels"}), 0);
+    const int all = Ink(QImage(Out("all.png"))), apart = Ink(QImage(Out("apart.png")));
+    QVERIFY2(all > apart * 11 / 10, qPrintable(QStringLiteral("%1 %2").arg(all).arg(apart)));
   }
 
   void badUsageIsRefused() {
     const QString def = Job(QStringLiteral("T12NR04E.def"));
-    const QString png = work_->filePath(QStringLiteral("x.png"));
-    for (const QString& args : {"render|" + def + "|" + work_->filePath(QStringLiteral("x.bmp")),
-                                "render|" + def + "|" + png + "|--size|12x",
+    const QString png = Out("x.png");
+    for (const QString& args : {"render|" + def + "|" + Out("x.bmp"), "render|" + def + "|" + png + "|--size|12x",
                                 "render|" + def + "|" + png + "|--layers|points,roads", "render|" + def}) {
       QVERIFY(Run(args.split('|')) != 0);
       QCOMPARE(stderr_.count('\n'), 1);
@@ -190,7 +169,16 @@ class RenderTest : public QObject {
 
  private:
   QString Job(const QString& name) const { return work_->filePath(QStringLiteral("job/") + name); }
+  QString Out(const char* name) const { return work_->filePath(QString::fromLatin1(name)); }
 
+  // tessel-batch render of the sample job into `out`, with the options given.
+  int Render(const QString& out, std::initializer_list<const char*> options = {},
+             std::initializer_list<const char*> more = {}) {
+    QStringList args{QStringLiteral("render"), Job(QStringLiteral("T12NR04E.def")), out};
+    for (const char* option : options) args << QString::fromLatin1(option);
+    for (const char* option : more) args << QString::fromLatin1(option);
+    return Run(args);
+  }
   int Run(const QStringList& args) {
     QProcess batch;
     batch.setProgram(QStringLiteral(TESSEL_BATCH));
