@@ -123,6 +123,15 @@ void PointStore::Unregister(int i, const std::string& id) {
 void PointStore::Set(int i, const std::string& id, double x, double y) {
   if (i < 0 || i > kBound) throw RuntimeFault(FaultKind::Subscript, "Subscript out of range");
   const auto at = static_cast<std::size_t>(i);
+  if (at == ids_.size() && at < ids_.capacity()) {
+    // The next entry of a store being read: appended in place.
+    ids_.push_back(id);
+    xs_.push_back(x);
+    ys_.push_back(y);
+    lower_.push_back(0);
+    Register(i, id);
+    return;
+  }
   if (at >= ids_.size()) {
     if (ids_.capacity() <= at) {
       // A job's readers append point after point: room for the whole table at once, which
