@@ -3,8 +3,8 @@
 // .IID's parcels are cut from their files without anything of the files read before them; only
 // linking them needs the point store. So one thread of their own cuts them, in the order the load
 // takes them, while .COR and .LSA's points are read into the store, and each is stored when the
-// load comes to it. What the files hold reaches the stores exactly as a reading in turn would put
-// it, faults included. (.LSA's points are left to the load itself: on two cores the thread would
+// load comes to it. What the files hold when the load starts reaches the stores exactly as a
+// reading in turn would put it, faults included. (.LSA's points are left to the load itself: on two cores the thread would
 // otherwise finish after the load wants them.)
 
 #include <future>
