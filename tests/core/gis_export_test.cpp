@@ -52,14 +52,6 @@ const FieldValue& ValueOf(const GisLayer& layer, const GisFeature& feature, cons
   return none;
 }
 
-GisExportRequest Request(std::string out, std::string crs = "EPSG:3435", std::vector<std::string> layers = {}) {
-  GisExportRequest request;
-  request.out = std::move(out);
-  request.crs = std::move(crs);
-  request.layers = std::move(layers);
-  return request;
-}
-
 // The values of named fields of a feature, each of its own type.
 void ExpectFields(const GisLayer& layer, const GisFeature& feature,
                   std::initializer_list<std::pair<const char*, FieldValue>> expected) {
@@ -201,6 +193,14 @@ TEST(GisExportNames, FormatsOutputsAndEpsgCodes) {
 }
 
 #ifdef TESSEL_TEST_GDAL
+
+GisExportRequest Request(std::string out, std::string crs = "EPSG:3435", std::vector<std::string> layers = {}) {
+  GisExportRequest request;
+  request.out = std::move(out);
+  request.crs = std::move(crs);
+  request.layers = std::move(layers);
+  return request;
+}
 
 struct Dataset {
   explicit Dataset(const std::string& path, bool update = false)
