@@ -25,6 +25,15 @@ class RegionMatch : public JobFixture {
     EXPECT_EQ(fast, FindMatchPointsByScan(session.points, t)) << "tolerance " << t;
     return fast;
   }
+  // Two projects, TA and TB, over the same `spots` places in a row: every point has a partner.
+  void SetPairedPoints(int spots) {
+    Points points;
+    for (int k = 0; k < spots; ++k) {
+      points.emplace_back("100100TA", 1000.0 + 10 * k, 500.0);
+      points.emplace_back("100100TB", 1000.0 + 10 * k, 500.0);
+    }
+    SetPoints(points);
+  }
 };
 
 TEST_F(RegionMatch, WindowIsASquareWithInclusiveBoundsTagsFromColumnSevenInTheWalksOrder) {
@@ -81,12 +90,7 @@ TEST_F(RegionMatch, MatchLinesNeedBothEndsMatched) {
 }
 
 TEST_F(RegionMatch, ComparisonStopsAtTheTablesBound) {
-  Points points;
-  for (int k = 0; k < 16001; ++k) {
-    points.emplace_back("100100TA", 1000.0 + 10 * k, 500.0);
-    points.emplace_back("100100TB", 1000.0 + 10 * k, 500.0);
-  }
-  SetPoints(points);
+  SetPairedPoints(16001);
   std::vector<std::string> panels;
   CompareCoordinates(session, 1, [&](int, const std::string& text) { panels.push_back(text); });
   EXPECT_EQ(std::tuple(session.region.match.MatchPointCount, session.region.match.MatchLineCount),
@@ -95,13 +99,7 @@ TEST_F(RegionMatch, ComparisonStopsAtTheTablesBound) {
 }
 
 TEST_F(RegionMatch, ComparisonTellsItsProgressAndACancelKeepsNoMatch) {
-  // Two projects over the same 3000 spots: every point has a partner.
-  Points points;
-  for (int k = 0; k < 3000; ++k) {
-    points.emplace_back("100100TA", 1000.0 + 10 * k, 500.0);
-    points.emplace_back("100100TB", 1000.0 + 10 * k, 500.0);
-  }
-  SetPoints(points);
+  SetPairedPoints(3000);
   RegionConsole console(session);
   console.txtTolerance = "1";
 
